@@ -1,0 +1,186 @@
+// velmarin: the exported interface of the digitizing tablet library.
+//
+// A host builds a CDigit (with defaults or from a TDataDigit it stored), lets
+// the user choose the tablet with configDigit, connects with Init,
+// SendInitString and SetCommNotificationTo, and from then on hears every
+// pointer move and button press through its CDigitNtfy, on the library's
+// reader thread. Calibrations turn tablet counts into ground coordinates,
+// East (Y) first and North (X) second.
+//
+// The original interface spoke of 32-bit `long` and 64-bit `long double`;
+// here they are std::int32_t and double, whatever the platform.
+#ifndef VELMARIN_DIGIT_H
+#define VELMARIN_DIGIT_H
+
+#include <cstddef>
+#include <cstdint>
+
+class GWnd;
+
+// ---------------------------------------------------------------------------
+// Button function codes: what a press of a button means to the user. Only
+// funzConferma and funzAnnulla act inside the library; 3 and 7 do not exist.
+constexpr int funzNessuna = 0;
+constexpr int funzConferma = 1;
+constexpr int funzLineaDisLib = 2;
+constexpr int funzLineaFineEnt = 4;
+constexpr int funzPolilineaDisLib = 5;
+constexpr int funzPolilineaFineEnt = 6;
+constexpr int funzAnnulla = 8;
+
+// Calibration states: which map turns counts into ground coordinates.
+constexpr int calibNessuna = 1;
+constexpr int calibGriglia = 2;
+constexpr int calibPtSparsi = 4;
+
+// Size of the calibration tables: at most 21 grid squares per axis.
+constexpr int maxQuadrati = 21;
+
+// Result of configDigit when the user refused the "already calibrated" warning.
+constexpr int risultatoNo = 7;
+
+// ---------------------------------------------------------------------------
+// Which tablet is attached and how. A plain record: the host stores it and
+// always copies it whole. Field order and widths are part of the interface.
+struct TDataDigit {
+    std::int16_t tipo;         // model: row of the catalogue, 0 = no tablet
+    std::int16_t porta;        // COM port number, 1..4
+    std::int16_t velocita;     // 4800, 9600, 19200
+    std::int16_t parita;       // 'N', 'E', 'O'
+    std::int16_t bitDati;      // 7, 8
+    std::int16_t bitStop;      // 1, 2
+    std::int16_t reset;        // 1 no, 2 yes
+    std::int16_t risoluzione;  // 1.. the model's count of resolutions
+    std::int16_t numBottoni;   // 4, 16
+    std::uint8_t funzBott[16]; // function code per button, button 1 first
+    bool limitiDefiniti;       // the four limits below were digitized
+    std::int32_t xMin;
+    std::int32_t yMin;
+    std::int32_t xMax;
+    std::int32_t yMax;
+};
+
+static_assert(sizeof(TDataDigit) == 52, "TDataDigit keeps its exported layout");
+static_assert(offsetof(TDataDigit, funzBott) == 18, "TDataDigit keeps its exported layout");
+static_assert(offsetof(TDataDigit, limitiDefiniti) == 34, "TDataDigit keeps its exported layout");
+static_assert(offsetof(TDataDigit, xMin) == 36, "TDataDigit keeps its exported layout");
+
+// ---------------------------------------------------------------------------
+// The notification target. Both calls run on the library's reader thread,
+// directly inside the decoding of the report that caused them.
+class CDigitNtfy {
+public:
+    CDigitNtfy() = default;
+    CDigitNtfy(const CDigitNtfy&) = default;
+    CDigitNtfy& operator=(const CDigitNtfy&) { return *this; }
+
+    // The pointer stands at a new position and no button is down.
+    virtual void NotifyMove(std::int32_t x, std::int32_t y) = 0;
+    // A button went down; button is 1 or more.
+    virtual void NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y) = 0;
+
+protected:
+    // Not virtual, as in the original interface: a target is never deleted
+    // through this base.
+    ~CDigitNtfy() = default;
+};
+
+// ---------------------------------------------------------------------------
+// The tablet object. One tablet is served at a time per process, however many
+// CDigit objects exist: they share the link record and the port.
+class CDigit {
+public:
+    CDigit();
+    explicit CDigit(const TDataDigit& data);
+    CDigit(const CDigit&) = delete;  // each object owns its own tables
+    CDigit& operator=(const CDigit& other);
+    ~CDigit();
+
+    // Connection and notification.
+    bool Init(GWnd* owner);
+    int SetCommNotificationTo(CDigitNtfy* target);
+    void StopCommNotification();
+    CDigitNtfy* GetCommNotification() const;
+
+    // Queries and settings.
+    bool IsScelto() const;
+    bool IsCalibrato() const;
+    bool IsCalibratoGriglia() const;
+    void SetToNotCalibrato();
+    TDataDigit& GetDataDigit();
+    void GetDataDigit(TDataDigit& data) const;
+    void SetDataDigit(const TDataDigit& data);
+    int GetFunzButt(int button) const;
+
+    // Commands to the tablet.
+    void SendInitString();
+    void SendResetSeScelto();
+
+    // Calibrations.
+    bool CalibraPtSparsi(GWnd* parent);
+    bool CalibraGriglia(GWnd* parent);
+
+    // Transformation and calibrated area.
+    bool TrasformaCoordDigit(double& est, double& nord, int& button);
+    bool CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord) const;
+    bool GetSoloAreaCalibrata(double& est1, double& nord1, double& est2, double& nord2) const;
+    bool GetMaxAreaCalibrata(double& est1, double& nord1, double& est2, double& nord2) const;
+
+private:
+    friend class CDigitTestAccess;  // the test suite's one way in
+
+    void doConstruct();
+    void Ritarda(std::int32_t ms) const;
+
+    void SolGausJ(double** a, double* b, double* x, int n, bool& errore);
+    void LeastSqareMatrix(double** a, const double* b, double* x, int m, int n, bool& errore);
+    void Swap(double& a, double& b) const;
+
+    void CalcoloTrasfCoord(const double* x, const double* y, const double* est, const double* nord,
+                           double* coefEst, double* coefNord, int n, bool& errore);
+    bool CalcoloCoefficientiPtSparsi(double* x, double* y, double* est, double* nord, int n);
+
+    bool CalcoloCoefOmog(std::int32_t* x, std::int32_t* y, double* est, double* nord, double* coef);
+    bool CalcoloCoefficientiOmog(std::int32_t*** angX, std::int32_t*** angY, double*** angEst,
+                                 double*** angNord);
+
+    void CalcoloTrasfOmog(std::int32_t x, std::int32_t y, double& est, double& nord,
+                          const double* coef) const;
+    int Ccw(std::int32_t x0, std::int32_t y0, std::int32_t x1, std::int32_t y1, std::int32_t x2,
+            std::int32_t y2) const;
+    bool PtInTri(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t x3,
+                 std::int32_t y3, std::int32_t px, std::int32_t py) const;
+    bool PtInRect(const std::int32_t* xs, const std::int32_t* ys, std::int32_t x, std::int32_t y) const;
+
+    std::intptr_t hPorta;  // the port as Init last took it; 0 if never connected
+    TDataDigit dati;
+    std::int32_t numQuadEst;
+    std::int32_t numQuadNord;
+    double iniEst;
+    double iniNord;
+    double passoEst;
+    double passoNord;
+    std::int32_t statoCalibr;
+    double*** coefCelle;        // [est][nord][8]
+    std::int32_t*** angoliX;    // [est][nord][4]
+    std::int32_t*** angoliY;    // [est][nord][4]
+};
+
+// ---------------------------------------------------------------------------
+// Dialogs. Each returns what the dialog ended with: 1 OK, 2 cancel.
+int configDigit(GWnd* parent, CDigit* digit, TDataDigit& dati);
+int dialogSelectPtiSparsi(GWnd* parent, double& est, double& nord);
+int dialogCalibraGriglia(GWnd* parent, int& numQuadEst, int& numQuadNord, double& iniEst,
+                         double& iniNord, double& passoEst, double& passoNord);
+int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, double est, double nord, int& x,
+                 int& y);
+
+// ---------------------------------------------------------------------------
+// Port names. COMn stays the port's name; on this platform COMn opens
+// /dev/ttyS<n-1> unless the host maps it to another device path (a USB
+// adapter, a /dev/serial/by-id link, a pseudo-terminal). A null or empty path
+// restores the default. Returns 1 on success, 0 for a port number outside
+// 1..255.
+int IODevMapPort(int porta, const char* path);
+
+#endif

@@ -1,0 +1,159 @@
+// The report path: room, gather, reset, format, decode, edge rule, history.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "reports/digit_link.h"
+#include "sim/codifica_report.h"
+#include "support/registratore.h"
+
+namespace {
+
+class ProcessaReportTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        AzzeraDigitLink(digitLink);
+        Scrivi(digitLink.tipoReport, 8);
+        Scrivi(digitLink.lenReport, 15);
+        Scrivi(digitLink.ntfy, &target);
+    }
+    void TearDown() override { AzzeraDigitLink(digitLink); }
+
+    // One read that holds a whole gather with the report at its head.
+    int Leggi(std::int32_t x, std::int32_t y, int bottone)
+    {
+        std::string gather = CodificaReport(8, x, y, bottone);
+        gather.resize(15, '\0');
+        return Consegna(gather);
+    }
+    int Consegna(const std::string& byte)
+    {
+        std::memcpy(digitLink.bufLettura, byte.data(), byte.size());
+        digitLink.numLetti = static_cast<std::int32_t>(byte.size());
+        return ProcessaReport(digitLink);
+    }
+
+    TRegistratore target;
+};
+
+TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
+{
+    Leggi(100, 200, 0);
+    Leggi(100, 200, 0);
+    Leggi(100, 200, 2);
+    Leggi(150, 260, 2);
+    Leggi(150, 260, 0);
+    Leggi(151, 260, 0);
+    EXPECT_EQ(target.Notifiche(),
+              (std::vector<TNotifica>{Mossa(100, 200), Pressione(2, 100, 200), Mossa(151, 260)}));
+}
+
+TEST_F(ProcessaReportTest, FirstReportAtOriginIsNoMove)
+{
+    Leggi(0, 0, 0);
+    EXPECT_TRUE(target.Notifiche().empty());
+}
+
+TEST_F(ProcessaReportTest, ChangeOfButtonWithoutReleaseIsNotAnnounced)
+{
+    Leggi(10, 10, 1);
+    Leggi(10, 10, 3);
+    Leggi(10, 10, 0);
+    Leggi(10, 10, 3);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10), Pressione(3, 10, 10)}));
+}
+
+TEST_F(ProcessaReportTest, RejectedGatherBetweenHeldReportsKeepsTheLatch)
+{
+    Leggi(10, 10, 1);
+    Consegna(std::string(15, '\0'));  // no sync byte: rejected
+    Leggi(10, 10, 1);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10)}));
+}
+
+TEST_F(ProcessaReportTest, PressWithoutTargetIsNotAnnouncedLater)
+{
+    Scrivi(digitLink.ntfy, nullptr);
+    Leggi(10, 10, 1);
+    Scrivi(digitLink.ntfy, &target);
+    Leggi(20, 20, 1);
+    Leggi(20, 20, 0);
+    Leggi(20, 20, 1);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 20, 20)}));
+}
+
+// Records bottonePremuto as the report path shows it during each call.
+class TSpiaPremuto : public CDigitNtfy {
+public:
+    std::vector<std::int32_t> visti;
+    void NotifyMove(std::int32_t, std::int32_t) override { visti.push_back(::Leggi(digitLink.bottonePremuto)); }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
+    {
+        visti.push_back(::Leggi(digitLink.bottonePremuto));
+    }
+};
+
+TEST_F(ProcessaReportTest, BottonePremutoHoldsThePressOnlyDuringItsNotification)
+{
+    TSpiaPremuto spia;
+    Scrivi(digitLink.ntfy, &spia);
+    Leggi(5, 5, 0);
+    Leggi(5, 5, 4);
+    EXPECT_EQ(spia.visti, (std::vector<std::int32_t>{-1, 4}));
+
+    Consegna(std::string(3, '\0'));  // too few bytes for a decode
+    EXPECT_EQ(::Leggi(digitLink.bottonePremuto), -1);
+    EXPECT_EQ(::Leggi(digitLink.xReport), -1);
+    EXPECT_EQ(::Leggi(digitLink.yReport), -1);
+    EXPECT_EQ(::Leggi(digitLink.bottone), -1);
+}
+
+TEST_F(ProcessaReportTest, RoomClampTakesOnlyWhatTheGatherLacks)
+{
+    Consegna(std::string(10, '\0'));
+    ASSERT_EQ(digitLink.numAccum, 10);
+    std::string lettura = CodificaReport(8, 1, 2, 0) + std::string(24, '\0');
+    std::memcpy(digitLink.bufLettura, lettura.data(), lettura.size());
+    digitLink.numLetti = 30;
+    EXPECT_EQ(ProcessaReport(digitLink), 0) << "the 5 bytes taken hold no whole report";
+    EXPECT_EQ(digitLink.numLetti, 5);
+}
+
+TEST_F(ProcessaReportTest, WithoutFormatEveryReadIsDropped)
+{
+    Scrivi(digitLink.tipoReport, 0);
+    Scrivi(digitLink.lenReport, 0);
+    EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0)), 0);
+    EXPECT_EQ(digitLink.numLetti, 0);
+    EXPECT_EQ(digitLink.numAccum, 0);
+}
+
+TEST_F(ProcessaReportTest, FormatOutsideTheTableKeepsTheGather)
+{
+    Scrivi(digitLink.tipoReport, 9);
+    EXPECT_EQ(Consegna(std::string(15, '\x80')), 0);
+    EXPECT_EQ(digitLink.numAccum, 15);
+    EXPECT_EQ(Consegna(std::string(4, '\x80')), 0);
+    EXPECT_EQ(digitLink.numLetti, 0) << "a full gather takes no further byte";
+}
+
+TEST_F(ProcessaReportTest, LoweredLengthCopiesNothingAndDecodesWhatIsThere)
+{
+    Consegna(CodificaReport(8, 7, 9, 0) + std::string(6, '\0'));
+    ASSERT_EQ(digitLink.numAccum, 12);
+    Scrivi(digitLink.lenReport, 8);
+    EXPECT_EQ(Consegna(std::string(5, '\0')), 1);
+    EXPECT_LT(digitLink.numLetti, 0);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Mossa(7, 9)}));
+}
+
+TEST_F(ProcessaReportTest, LengthBeyondTheBufferNeverOverrunsIt)
+{
+    Scrivi(digitLink.lenReport, 5000);
+    for (int i = 0; i < 3; ++i) Consegna(std::string(dimBuffer, '\0'));
+    EXPECT_EQ(digitLink.numAccum, 0) << "a full buffer is decoded and dropped";
+}
+
+}  // namespace
