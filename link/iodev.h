@@ -1,0 +1,39 @@
+// The serial layer: one connection to one tablet, reached through the static
+// record devInfo, and the reader thread that hands what arrives to the report
+// path. On POSIX it stands on termios; see iodev.cpp for how each operation
+// maps to the platform.
+#ifndef VELMARIN_IODEV_H
+#define VELMARIN_IODEV_H
+
+#include <cstdint>
+
+struct TDigitLink;
+
+// Makes the record from the port settings of the link; 1 when a record exists
+// afterwards (also an earlier one, unchanged), -1 on failure.
+int IODevCreate(TDigitLink& link);
+// Applies the line settings of the record to the open port; non-zero on
+// success, 0 without a record. Called only by IODevOpen.
+int IODevConfigure();
+// Opens the port exclusively and starts the reader; 1 on success, else 0.
+int IODevOpen(TDigitLink& link);
+// Stops the reader, drops DTR and RTS, purges and closes; 1, 0 without record.
+int IODevClose();
+// Closes if open and frees the record; 1, 0 without a record.
+int IODevDestroy();
+
+// Reads at most `massimo` of the bytes already queued; 0 when none.
+std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo);
+// Sends the bytes while delivery is on; 1 when handed over, else 0.
+int IODevWrite(const void* buffer, std::uint32_t quanti);
+// The reader thread's body: 1 after a regular end, 0 after a failed start.
+std::uint32_t IODevThread(TDigitLink* link);
+
+int IODevHold();    // delivery off; 1, 0 without a record
+int IODevResume();  // purge, DTR up, delivery on; 1, 0 without a record
+void IODevSetDtr();
+void IODevSetRts();
+void IODevPurgeTx();
+void IODevPurgeRx();
+
+#endif
