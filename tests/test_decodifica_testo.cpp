@@ -1,0 +1,247 @@
+// The text report formats: lines found in a gather, fields, buttons, the
+// cases that the wire leaves open, and the simulated tablets' lines.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "reports/digit_link.h"
+#include "sim/codifica_report.h"
+
+namespace {
+
+constexpr std::int32_t massimo32 = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t minimo32 = std::numeric_limits<std::int32_t>::min();
+
+struct TCaso {
+    const char* legenda;
+    int formato;
+    int lenReport;     // formats 2, 3, 6, 7: the read is padded with spaces to it
+    std::string byte;  // one read
+    int esito;
+    std::int32_t x, y, bottone;
+    int accumDopo;     // bytes left gathered after the call
+};
+
+void PrintTo(const TCaso& c, std::ostream* os) { *os << c.legenda; }
+
+const std::string gatherSumma = "0,3\r\n00123,00456,1\r\n00123,00456,1\r\n00123";
+
+const TCaso casi[] = {
+    {"f2 worked example", 2, 40, gatherSumma, 1, 123, 456, 1, 0},
+    {"f2 one comma before the LF", 2, 40, "9\n12,34\n5,6,7\n", 0, -1, -1, -1, 0},
+    {"f2 third comma skipped, digits run on", 2, 40, "\n1,2,3,4\n", 1, 1, 2, 34, 0},
+    {"f2 signs and CR skipped", 2, 40, "\n-123,+45,0\r\n", 1, 123, 45, 0, 0},
+    {"f2 line ended by the gather", 2, 0, "99\n123,456,1", 1, 123, 456, 1, 0},
+    {"f2 no LF at all", 2, 40, "123,456,1", 0, -1, -1, -1, 0},
+    {"f2 nothing behind the first LF", 2, 6, "1,2,3\n", 0, -1, -1, -1, 0},
+    {"f2 empty fields are worth 0", 2, 40, "\n,,\n", 1, 0, 0, 0, 0},
+    {"f2 forty digits stored", 2, 0, "\n" + std::string(39, '0') + "7,5,0\n", 1, 7, 5, 0, 0},
+    {"f2 forty-first digit skipped", 2, 0, "\n" + std::string(40, '0') + "7,5,0\n", 1, 0, 5, 0, 0},
+    {"f2 largest count exact", 2, 40, "\n2147483647,0,0\n", 1, massimo32, 0, 0, 0},
+    {"f2 overflow saturates", 2, 40, "\n2147483648,99999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
+    {"f2 short gather waits", 2, 40, "\n1,2,0\n", 0, -1, -1, -1, 7},
+
+    {"f3 code 4 is button 3", 3, 40, "0,3\r\n00150,00250,4\r\n00150,00250,4\r\n00150", 1, 150, 250, 3, 0},
+    {"f3 code 8 is button 4", 3, 40, "0,3\r\n00150,00250,8\r\n00150,00250,8\r\n00150", 1, 150, 250, 4, 0},
+    {"f3 code 3 is button 3 too", 3, 40, "\n1,2,3\n", 1, 1, 2, 3, 0},
+    {"f3 code 2 unchanged", 3, 40, "\n1,2,2\n", 1, 1, 2, 2, 0},
+    {"f3 rejected line stays rejected", 3, 40, "\n1,2\n", 0, -1, -1, -1, 0},
+
+    {"f4 worked example", 4, 40, "@D3+00123-00456\r\n", 1, 123, -456, 4, 0},
+    {"f4 letter B is button 2", 4, 40, "@DB+00123-00456\r\n", 1, 123, -456, 2, 0},
+    {"f4 no D, no button", 4, 40, "@U3+00123-00456\r\n", 1, 123, -456, 0, 0},
+    {"f4 character 0 is button 1", 4, 40, "@D0+1+2\r\n", 1, 1, 2, 1, 0},
+    {"f4 letter A is button 1", 4, 40, "@DA+1+2\r\n", 1, 1, 2, 1, 0},
+    {"f4 character 9 is button 10", 4, 40, "@D9+1+2\r\n", 1, 1, 2, 10, 0},
+    {"f4 letter F is button 6", 4, 40, "@DF+1+2\r\n", 1, 1, 2, 6, 0},
+    {"f4 letter G is no button", 4, 40, "@DG+1+2\r\n", 1, 1, 2, 0, 0},
+    {"f4 junk before the @", 4, 40, "7+-\r\n@D1-5+6\r\n", 1, -5, 6, 2, 0},
+    {"f4 digits before the first sign skipped", 4, 40, "@D1 99+5-6\r\n", 1, 5, -6, 2, 0},
+    {"f4 later signs do nothing", 4, 40, "@D1+5-6+7\r\n", 1, 5, -67, 2, 0},
+    {"f4 signs without digits are worth 0", 4, 40, "@D1-+\r\n", 1, 0, 0, 2, 0},
+    {"f4 extreme values exact", 4, 40, "@U0-2147483648+2147483647\r\n", 1, minimo32, massimo32, 0, 0},
+    {"f4 overflow saturates", 4, 40, "@U0+99999999999-99999999999\r\n", 1, massimo32, minimo32, 0, 0},
+    {"f4 short line", 4, 40, "@D\n", 0, -1, -1, -1, 0},
+    {"f4 one sign", 4, 40, "@D3+00123\r\n", 0, -1, -1, -1, 0},
+    {"f4 bytes behind the line dropped", 4, 40, "@D1+1+2\r\n@D2+3+4\r\n", 1, 1, 2, 2, 0},
+    {"f4 unfinished line waits", 4, 40, "@D3+00123-004", 0, -1, -1, -1, 13},
+    {"f4 no @ yet waits", 4, 40, "12345\r\n", 0, -1, -1, -1, 7},
+    {"f4 full gather without a line is dropped", 4, 40, "@D3+" + std::string(36, '1'), 0, -1, -1, -1, 0},
+
+    {"f6 narrow worked example", 6, 40, "\r@A,00123,00456\r", 1, 123, 456, 1, 0},
+    {"f6 wide worked example", 6, 40, "\r@ ,000123,000456\r", 1, 123, 456, 0, 0},
+    {"f6 junk before the first CR", 6, 40, "56\r@P,00001,00002\r", 1, 1, 2, 16, 0},
+    {"f6 second CR at c+13 rejected", 6, 40, "\r@A,00123,004\r", 0, -1, -1, -1, 0},
+    {"f6 second CR at c+14, four y columns", 6, 40, "\r@A,00123,0045\r", 1, 123, 45, 1, 0},
+    {"f6 button Q rejects, fields stored", 6, 40, "\r@Q,00123,00456\r", 0, 123, 456, -1, 0},
+    {"f6 status byte fails its test", 6, 40, "\rPA,00123,00456\r", 0, -1, -1, -1, 0},
+    {"f6 no comma at c+3", 6, 40, "\r@A;00123,00456\r", 0, -1, -1, -1, 0},
+    {"f6 no layout comma", 6, 40, "\r@A,001230004567\r", 0, -1, -1, -1, 0},
+    {"f6 wide comma wins over narrow", 6, 40, "\r@A,12345,,23456\r", 1, 12345, 23456, 1, 0},
+    {"f6 x without digits", 6, 40, "\r@A,     ,00456\r", 0, -1, -1, -1, 0},
+    {"f6 signs skipped in the columns", 6, 40, "\r@A,-0012,+0045\r", 1, 12, 45, 1, 0},
+    {"f6 one CR only", 6, 40, "@A,00123,00456\r", 0, -1, -1, -1, 0},
+    {"f6 y columns behind the gather", 6, 0, std::string(25, 'z') + "\r@ ,000123,0004\r", 1, 123, 4, 0, 0},
+
+    {"f7 worked example", 7, 40, "\r\nAB101234567890\r", 1, 1234, 56789, 2, 0},
+    {"f7 character 0 is button 1", 7, 40, "\rAB001234567890\r", 1, 1234, 56789, 1, 0},
+    {"f7 letter A is button 1", 7, 40, "\rABA01234567890\r", 1, 1234, 56789, 1, 0},
+    {"f7 letter B is no button", 7, 40, "\rABB01234567890\r", 1, 1234, 56789, 0, 0},
+    {"f7 character 9 is button 10", 7, 40, "\rAB901234567890\r", 1, 1234, 56789, 10, 0},
+    {"f7 LF inside moves the columns up", 7, 40, "\rAB1012\n3456789\r", 1, 1234, 56789, 2, 0},
+    {"f7 no digit in x", 7, 40, "\rAB1abcde56789\r", 0, -1, -1, -1, 0},
+    {"f7 no digit in y", 7, 40, "\rAB101234-----\r", 0, -1, -1, -1, 0},
+    {"f7 twelve characters, y from four", 7, 40, "\rAB1012345678\r", 1, 1234, 5678, 2, 0},
+    {"f7 eleven characters", 7, 40, "\rAB101234567\r", 0, -1, -1, -1, 0},
+    {"f7 one CR only", 7, 40, "AB101234567890\r", 0, -1, -1, -1, 0},
+    {"f7 empty line", 7, 40, "\r\rAB101234567890\r", 0, -1, -1, -1, 0},
+};
+
+// Gathers one read of a fresh link through the report path. Stale digits
+// behind the gathered bytes catch a decoder that reads past them.
+void Consegna(int formato, int lenReport, const std::string& lettura)
+{
+    AzzeraDigitLink(digitLink);
+    std::memset(digitLink.bufReport, '7', sizeof digitLink.bufReport);
+    Scrivi(digitLink.tipoReport, formato);
+    Scrivi(digitLink.lenReport, lenReport);
+    std::memcpy(digitLink.bufLettura, lettura.data(), lettura.size());
+    digitLink.numLetti = static_cast<std::int32_t>(lettura.size());
+}
+
+class DecodificaTesto : public ::testing::TestWithParam<TCaso> {};
+
+TEST_P(DecodificaTesto, ReadGivesTheReport)
+{
+    const TCaso& c = GetParam();
+    std::string lettura = c.byte;
+    int len = c.lenReport == 0 ? static_cast<int>(lettura.size()) : c.lenReport;
+    if (c.formato != 4 && lettura.size() < static_cast<std::size_t>(len) && c.accumDopo == 0)
+        lettura.resize(static_cast<std::size_t>(len), ' ');
+    ASSERT_LE(lettura.size(), sizeof digitLink.bufLettura);
+    Consegna(c.formato, len, lettura);
+
+    EXPECT_EQ(ProcessaReport(digitLink), c.esito);
+    EXPECT_EQ(Leggi(digitLink.xReport), c.x);
+    EXPECT_EQ(Leggi(digitLink.yReport), c.y);
+    EXPECT_EQ(Leggi(digitLink.bottone), c.bottone);
+    EXPECT_EQ(digitLink.numAccum, c.accumDopo);
+}
+
+INSTANTIATE_TEST_SUITE_P(Casi, DecodificaTesto, ::testing::ValuesIn(casi),
+                         [](const ::testing::TestParamInfo<TCaso>& i) { return "caso" + std::to_string(i.index); });
+
+TEST(DecodificaTesto, OceLineCompletedByTheNextRead)
+{
+    Consegna(4, 40, "xx@D3+00123-004");
+    EXPECT_EQ(ProcessaReport(digitLink), 0);
+    EXPECT_EQ(digitLink.numAccum, 15);
+
+    const std::string resto = "56\r\n";
+    std::memcpy(digitLink.bufLettura, resto.data(), resto.size());
+    digitLink.numLetti = static_cast<std::int32_t>(resto.size());
+    EXPECT_EQ(ProcessaReport(digitLink), 1);
+    EXPECT_EQ(Leggi(digitLink.xReport), 123);
+    EXPECT_EQ(Leggi(digitLink.yReport), -456);
+    EXPECT_EQ(Leggi(digitLink.bottone), 4);
+    EXPECT_EQ(digitLink.numAccum, 0);
+}
+
+// A gather longer than the model's own (a host may set any length) must not
+// overrun the line stores of the decoders.
+TEST(DecodificaTesto, LongLinesStayWithinTheStores)
+{
+    const std::string lunga(300, '5');
+    const struct {
+        int formato;
+        std::string lettura;
+        int esito;
+    } righe[] = {
+        {2, "\n" + lunga + "," + lunga + "," + lunga + "\n", 1},
+        {4, "@D1+" + lunga + "-" + lunga + "\r\n", 0},  // y lies beyond the 40-byte line
+        {6, "\r@A,00123,00456" + lunga + "\r", 1},
+        {7, "\rAB10123456789" + lunga + "\r", 1},
+    };
+    for (const auto& r : righe) {
+        SCOPED_TRACE(r.formato);
+        Consegna(r.formato, static_cast<int>(r.lettura.size()), r.lettura);
+        EXPECT_EQ(ProcessaReport(digitLink), r.esito);
+        EXPECT_EQ(digitLink.numAccum, 0);
+    }
+}
+
+TEST(CodificaTesto, LinesOfTheSampleTablets)
+{
+    EXPECT_EQ(CodificaReport(2, 123, 456, 1), "00123,00456,1\r\n");
+    EXPECT_EQ(CodificaReport(3, 150, 250, 3), "00150,00250,4\r\n");
+    EXPECT_EQ(CodificaReport(3, 150, 250, 4), "00150,00250,8\r\n");
+    EXPECT_EQ(CodificaReport(4, 123, -456, 4), "@D3+00123-00456\r\n");
+    EXPECT_EQ(CodificaReport(6, 123, 456, 1), "@A,00123,00456\r");
+    EXPECT_EQ(CodificaRolley(123, 456, 0, true), "@ ,000123,000456\r");
+    EXPECT_EQ(CodificaReport(7, 1234, 56789, 2), "AB101234567890\r\n");
+    EXPECT_EQ("0,3\r\n" + CodificaReport(2, 123, 456, 1) + CodificaReport(2, 123, 456, 1) + "00123", gatherSumma);
+}
+
+// What every model sends for a range of positions and buttons comes back
+// through the report path unchanged.
+struct TModello {
+    int tipo;
+    int lenReport;
+    std::vector<std::int32_t> valori;  // for x and for y, the format's edges among them
+    int bottoneMassimo;                // buttons 0..this come back unchanged
+};
+
+const TModello modelli[] = {
+    {1, 15, {0, 1, -1, 127, 128, 12345, 16383, -16383}, 7},
+    {2, 40, {0, 1, 9, 10, 12345, 99999}, 9},
+    {3, 40, {0, 1, 12345, 99999}, 4},
+    {4, 40, {0, 1, -1, 123456, -99999, massimo32, minimo32}, 10},
+    {5, 20, {0, 1, 63, 64, 4096, 131071}, 31},
+    {6, 40, {0, 1, 99999, 100000, 654321, 999999}, 16},
+    {7, 40, {0, 1, 12345, 99999}, 10},
+    {8, 15, {0, 1, 127, 128, 16384, 65535}, 4},
+};
+
+void PrintTo(const TModello& m, std::ostream* os) { *os << "model " << m.tipo; }
+
+// Feeds a tablet's repeated report to the report path a gather at a time,
+// as the reader would, until one decodes.
+bool Decodifica(const TModello& m, const std::string& report)
+{
+    std::string flusso;
+    for (int r = 0; r < 6; ++r) flusso += report;
+    AzzeraDigitLink(digitLink);
+    Scrivi(digitLink.tipoReport, m.tipo);
+    Scrivi(digitLink.lenReport, m.lenReport);
+    const std::size_t passo = static_cast<std::size_t>(m.lenReport);
+    for (std::size_t pos = 0; pos + passo <= flusso.size(); pos += passo) {
+        std::memcpy(digitLink.bufLettura, flusso.data() + pos, passo);
+        digitLink.numLetti = m.lenReport;
+        if (ProcessaReport(digitLink) == 1) return true;
+    }
+    return false;
+}
+
+class AndataRitorno : public ::testing::TestWithParam<TModello> {};
+
+TEST_P(AndataRitorno, EncodedReportDecodesToItsValues)
+{
+    const TModello& m = GetParam();
+    for (std::int32_t x : m.valori)
+        for (std::int32_t y : m.valori)
+            for (int b = 0; b <= m.bottoneMassimo; ++b) {
+                const std::string report = CodificaReport(m.tipo, x, y, b);
+                ASSERT_TRUE(Decodifica(m, report)) << "x=" << x << " y=" << y << " b=" << b;
+                ASSERT_EQ(Leggi(digitLink.xReport), x) << "y=" << y << " b=" << b;
+                ASSERT_EQ(Leggi(digitLink.yReport), y) << "x=" << x << " b=" << b;
+                ASSERT_EQ(Leggi(digitLink.bottone), b) << "x=" << x << " y=" << y;
+            }
+}
+
+INSTANTIATE_TEST_SUITE_P(Modelli, AndataRitorno, ::testing::ValuesIn(modelli),
+                         [](const ::testing::TestParamInfo<TModello>& i) { return "modello" + std::to_string(i.param.tipo); });
+
+}  // namespace
