@@ -41,7 +41,7 @@ const TCaso casi[] = {
     {"f2 forty digits stored", 2, 0, "\n" + std::string(39, '0') + "7,5,0\n", 1, 7, 5, 0, 0},
     {"f2 forty-first digit skipped", 2, 0, "\n" + std::string(40, '0') + "7,5,0\n", 1, 0, 5, 0, 0},
     {"f2 largest count exact", 2, 40, "\n2147483647,0,0\n", 1, massimo32, 0, 0, 0},
-    {"f2 overflow saturates", 2, 40, "\n2147483648,99999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
+    {"f2 overflow saturates", 2, 40, "\n2147483648,9999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
     {"f2 short gather waits", 2, 40, "\n1,2,0\n", 0, -1, -1, -1, 7},
 
     {"f3 code 4 is button 3", 3, 40, "0,3\r\n00150,00250,4\r\n00150,00250,4\r\n00150", 1, 150, 250, 3, 0},
