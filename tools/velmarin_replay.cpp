@@ -1,7 +1,7 @@
-// velmarin-replay: plays a recorded stroke of each binary tablet model through
-// the report path, without a port, and prints the notifications it gives.
+// velmarin-replay: plays a recorded stroke of each tablet model through the
+// report path, without a port, and prints the notifications it gives.
 //
-//   velmarin-replay [model...]     models 1, 5, 8 (default: all three)
+//   velmarin-replay [model...]     models 1 to 8 (default: all of them)
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -48,25 +48,44 @@ std::vector<TStato> Tratto()
     return t;
 }
 
-int LenReport(int tipo) { return tipo == 5 ? 20 : 15; }
+// The gather length of each model, as the init commands set it.
+int LenReport(int tipo)
+{
+    static const int lunghezze[] = {0, 15, 40, 40, 40, 20, 40, 40, 15};
+    return lunghezze[tipo];
+}
+
+// The reads the reader would hand over: a polled tablet (model 4) sends one
+// line for each poll, so each of its reads is a line; the others stream, and
+// a read is a gather's worth.
+std::vector<std::string> Letture(int tipo)
+{
+    std::vector<std::string> letture;
+    std::string flusso;
+    for (const TStato& s : Tratto()) {
+        const std::string report = CodificaReport(tipo, s.x, s.y, s.bottone);
+        for (int r = 0; r < 4; ++r) {
+            if (tipo == 4) letture.push_back(report);
+            else flusso += report;
+        }
+    }
+    const std::size_t passo = static_cast<std::size_t>(LenReport(tipo));
+    for (std::size_t pos = 0; pos < flusso.size(); pos += passo) letture.push_back(flusso.substr(pos, passo));
+    return letture;
+}
 
 void Riproduci(int tipo, TStampa& stampa)
 {
-    std::string flusso;
-    for (const TStato& s : Tratto())
-        for (int r = 0; r < 4; ++r) flusso += CodificaReport(tipo, s.x, s.y, s.bottone);
-
     AzzeraDigitLink(digitLink);
     Scrivi(digitLink.tipoReport, tipo);
     Scrivi(digitLink.lenReport, LenReport(tipo));
     Scrivi(digitLink.ntfy, &stampa);
-    std::printf("model %d%s, %zu bytes\n", tipo, catalogoDigit[tipo].nome, flusso.size());
+    const std::vector<std::string> letture = Letture(tipo);
+    std::printf("model %d%s, %zu reads\n", tipo, catalogoDigit[tipo].nome, letture.size());
 
-    const std::size_t passo = static_cast<std::size_t>(LenReport(tipo));
-    for (std::size_t pos = 0; pos < flusso.size(); pos += passo) {
-        const std::size_t n = std::min(passo, flusso.size() - pos);
-        std::memcpy(digitLink.bufLettura, flusso.data() + pos, n);
-        digitLink.numLetti = static_cast<std::int32_t>(n);
+    for (const std::string& l : letture) {
+        std::memcpy(digitLink.bufLettura, l.data(), l.size());
+        digitLink.numLetti = static_cast<std::int32_t>(l.size());
         ProcessaReport(digitLink);
     }
 }
@@ -78,13 +97,13 @@ int main(int argc, char** argv)
     std::vector<int> modelli;
     for (int i = 1; i < argc; ++i) {
         const int m = std::atoi(argv[i]);
-        if (m != 1 && m != 5 && m != 8) {
-            std::fprintf(stderr, "velmarin-replay: model %s is not a binary model (1, 5, 8)\n", argv[i]);
+        if (m < 1 || m > 8) {
+            std::fprintf(stderr, "velmarin-replay: model %s is not a tablet model (1 to 8)\n", argv[i]);
             return 2;
         }
         modelli.push_back(m);
     }
-    if (modelli.empty()) modelli = {1, 5, 8};
+    if (modelli.empty()) modelli = {1, 2, 3, 4, 5, 6, 7, 8};
 
     TStampa stampa;
     for (int m : modelli) Riproduci(m, stampa);
