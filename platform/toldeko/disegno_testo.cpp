@@ -105,7 +105,10 @@ bool IsCornice(TTipoElemento t) { return t == TTipoElemento::gruppo || t == TTip
 
 void Disegna(TGriglia& g, const TStatoElemento& e)
 {
-    const int col = 1 + e.x / 4, riga = 1 + e.y / 8;
+    // One-line controls stand on the row of their middle, so that an edit a
+    // little taller than its label lands on the label's row.
+    const int col = 1 + e.x / 4;
+    const int riga = 1 + (IsCornice(e.tipo) ? e.y : e.y + e.cy / 2 - 4) / 8;
     const int w = std::max(1, e.cx / 4);
     const std::string apre = e.abilitato ? "[" : "{", chiude = e.abilitato ? "]" : "}";
     switch (e.tipo) {

@@ -107,7 +107,8 @@ void GDlg::Esegui(const TInput& input)
     }
     case TTipoInput::scegli:
         if (!vivo || f.Tipo(i) != TTipoElemento::combo) return;
-        if (f.ImpostaSelezione(i, input.indice) < 0) return;
+        if (input.indice < 0 || input.indice >= f.NumVoci(i)) return;  // no such entry to choose
+        f.ImpostaSelezione(i, input.indice);
         OnCommand(id, CBN_CLOSEUP);
         OnCommand(id, CBN_SELCHANGE);
         return;
