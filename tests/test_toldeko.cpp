@@ -189,14 +189,13 @@ TEST_F(ToolkitTest, NestedDialogRunsInsideItsParentsHandler)
 
 TEST_F(ToolkitTest, EnterWithoutDefaultButtonRaisesOk)
 {
-    struct TCaso {
-        void (TBackendScript::*azione)();
-        int risultato;
-    };
-    for (const TCaso& c : {TCaso{&TBackendScript::Invio, IDOK}, TCaso{&TBackendScript::Esc, IDCANCEL}}) {
-        (script.*c.azione)();
+    for (const bool invio : {true, false}) {
+        if (invio)
+            script.Invio();
+        else
+            script.Esc();
         GDlg d(nullptr, 10045);
-        EXPECT_EQ(d.doModal(), c.risultato);
+        EXPECT_EQ(d.doModal(), invio ? IDOK : IDCANCEL);
     }
 }
 
