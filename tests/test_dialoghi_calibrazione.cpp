@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <ostream>
 #include <cmath>
 #include <string>
 #include <thread>
@@ -11,6 +12,7 @@
 
 #include "digit.h"
 #include "reports/digit_link.h"
+#include "dialogs/dialogo_digitalizza.h"
 #include "support/utente_finto.h"
 
 namespace {
@@ -45,6 +47,11 @@ struct TCasoPunto {
     bool accettato;
     double attesoEst, attesoNord;
 };
+
+std::ostream& operator<<(std::ostream& os, const TCasoPunto& c)
+{
+    return os << "est \"" << c.est << "\", nord \"" << c.nord << "\"";
+}
 
 class PuntoSparsoTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoPunto> {};
 
@@ -118,6 +125,12 @@ struct TCasoGriglia {
     int numEst, numNord;
     double iniEst, iniNord, passoEst, passoNord;
 };
+
+std::ostream& operator<<(std::ostream& os, const TCasoGriglia& c)
+{
+    for (const char* t : c.testi) os << '"' << t << "\" ";
+    return os;
+}
 
 class GrigliaTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoGriglia> {};
 
@@ -194,6 +207,8 @@ struct TCasoDigitalizza {
     int x, y;
 };
 
+std::ostream& operator<<(std::ostream& os, const TCasoDigitalizza& c) { return os << c.nome; }
+
 class DigitalizzaTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoDigitalizza> {
 protected:
     // Model 1 with four buttons: 1 confirms, 2 and 3 have host functions, 4 cancels.
@@ -258,6 +273,22 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoDigitalizza{"InvioSenzaPressione", {{0, 3, 3}}, TFine::invio, IDCANCEL, intattoInt, intattoInt},
         TCasoDigitalizza{"InvioDopoPressione", {{3, 40, 50}}, TFine::invio, IDOK, 40, 50}),
     [](const ::testing::TestParamInfo<TCasoDigitalizza>& i) { return std::string(i.param.nome); });
+
+TEST_F(DigitalizzaTest, PressAfterTheCountsWereTakenChangesNothing)
+{
+    CDigitGetPntDialog d(nullptr, "t", &digit, 0, 0);
+    d.NotifyButton(2, 5, 6);  // a host function: stored, the dialog stays
+    script.Esc();
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+    std::int32_t x = 0, y = 0;
+    ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
+    EXPECT_EQ(x, 5);
+    EXPECT_EQ(y, 6);
+    d.NotifyButton(1, 7, 8);  // late: ignored
+    ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
+    EXPECT_EQ(x, 5);
+    EXPECT_EQ(y, 6);
+}
 
 TEST_F(DialoghiCalibrazioneTest, DigitizingWithoutATabletObjectOpensNothing)
 {

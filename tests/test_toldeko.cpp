@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -23,6 +24,8 @@ struct TCasoValidatore {
     bool reale;   // for GDoubleValidator
     bool cifre;   // for GFilterValidator(GCharSet("0-9"))
 };
+
+std::ostream& operator<<(std::ostream& os, const TCasoValidatore& c) { return os << '"' << c.testo << '"'; }
 
 class ValidatoreTest : public ::testing::TestWithParam<TCasoValidatore> {};
 
