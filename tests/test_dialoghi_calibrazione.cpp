@@ -13,6 +13,7 @@
 #include "digit.h"
 #include "reports/digit_link.h"
 #include "dialogs/dialogo_digitalizza.h"
+#include "platform/toldeko/disegno_testo.h"
 #include "support/utente_finto.h"
 
 namespace {
@@ -66,7 +67,7 @@ TEST_P(PuntoSparsoTest, OkAcceptsOrBeepsAndStaysOpen)
     double est = intatto, nord = intatto;
     const int risultato = dialogSelectPtiSparsi(nullptr, est, nord);
 
-    EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL);
+    EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL) << DisegnaDialogoTesto(UltimoChiuso());
     if (c.accettato) {
         EXPECT_EQ(est, c.attesoEst);
         EXPECT_EQ(nord, c.attesoNord);
@@ -145,7 +146,7 @@ TEST_P(GrigliaTest, OkRules)
     double iniEst = intatto, iniNord = intatto, passoEst = intatto, passoNord = intatto;
     const int risultato = dialogCalibraGriglia(nullptr, numEst, numNord, iniEst, iniNord, passoEst, passoNord);
 
-    EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL);
+    EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL) << DisegnaDialogoTesto(UltimoChiuso());
     if (c.accettato) {
         EXPECT_EQ(numEst, c.numEst);
         EXPECT_EQ(numNord, c.numNord);

@@ -4,6 +4,7 @@
 #define TOLDEKO_TOLDEKO_H
 
 #include "platform/toldeko/backend_dialoghi.h"
+#include "platform/toldeko/disegno_testo.h"
 #include "platform/toldeko/gbutton.h"
 #include "platform/toldeko/gcharset.h"
 #include "platform/toldeko/gchoicebox.h"
@@ -15,5 +16,6 @@
 #include "platform/toldeko/gstatic.h"
 #include "platform/toldeko/gvalidator.h"
 #include "platform/toldeko/gwnd.h"
+#include "platform/toldeko/stato_dialogo.h"
 
 #endif
