@@ -1,9 +1,33 @@
 #include "gmodule.h"
 
+#include <atomic>
+
+#include "resources/modelli_dialogo.h"
 #include "resources/stringhe.h"
+
+namespace {
+
+std::atomic<GModule*> ultimoInizializzato{nullptr};
+
+}  // namespace
+
+void GModule::init(HINSTANCE instance)
+{
+    istanza = instance;
+    ultimoInizializzato.store(this);
+}
 
 std::string GModule::loadString(unsigned id) const
 {
     const char* testo = TestoRisorsa(id);
     return testo ? testo : "";
+}
+
+const TModelloDialogo* GModule::findTemplate(unsigned id) const { return ModelloDialogo(id); }
+
+GModule& GModule::principale()
+{
+    static GModule riserva;
+    GModule* m = ultimoInizializzato.load();
+    return m ? *m : riserva;
 }

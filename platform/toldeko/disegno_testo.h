@@ -1,0 +1,26 @@
+// Draws a dialog as lines of text, for a terminal front end and for failure
+// messages. Dialog units map to a grid of characters, four units to a column
+// and eight to a row, inside a border whose top line carries the caption.
+//
+//   static       its text, left, centred or right-aligned in its box
+//   edit         [text    ]
+//   button       < OK >       default button  <<OK>>   ('&' markers dropped)
+//   radio        (*) Com1     unchecked  ( ) Com1
+//   list         [selected entry   v]
+//   group box    a frame with its caption in the top line; frames likewise
+//
+// A disabled edit, button, radio or list shows braces in place of its
+// brackets or parentheses: {text}, {OK}, {*} Com1.
+#ifndef TOLDEKO_DISEGNO_TESTO_H
+#define TOLDEKO_DISEGNO_TESTO_H
+
+#include <string>
+#include <vector>
+
+#include "platform/toldeko/stato_dialogo.h"
+
+std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato);
+// The same lines joined, each ended by a line feed.
+std::string DisegnaDialogoTesto(const TStatoDialogo& stato);
+
+#endif

@@ -1,0 +1,287 @@
+#include "finestra_dialogo.h"
+
+#include <stdexcept>
+#include <unordered_set>
+
+#include "platform/toldeko/backend_dialoghi.h"
+
+namespace {
+
+// Handles of live windows, so that a handle from outside is checked before
+// it is followed.
+std::mutex mutexManiglie;
+std::unordered_set<const void*> maniglieVive;
+
+bool IsLista(TTipoElemento t) { return t == TTipoElemento::combo; }
+
+}  // namespace
+
+TFinestraDialogo::TFinestraDialogo(const TModelloDialogo& m) : modello(m)
+{
+    stato.modello = m.id;
+    stato.titolo = m.titolo ? m.titolo : "";
+    stato.cx = m.cx;
+    stato.cy = m.cy;
+    stato.elementi.reserve(m.numElementi);
+    for (std::size_t i = 0; i < m.numElementi; ++i) {
+        const TElementoModello& em = m.elementi[i];
+        TStatoElemento e;
+        e.id = em.id;
+        e.tipo = em.tipo;
+        e.stile = em.stile;
+        e.x = em.x;
+        e.y = em.y;
+        e.cx = em.cx;
+        e.cy = em.cy;
+        e.testo = em.testo ? em.testo : "";
+        stato.elementi.push_back(e);
+    }
+    for (int i = -1; i < static_cast<int>(m.numElementi); ++i)
+        maniglie.push_back(std::make_unique<TManiglia>(TManiglia{this, i}));
+    std::lock_guard<std::mutex> g(mutexManiglie);
+    for (const auto& h : maniglie) maniglieVive.insert(h.get());
+}
+
+TFinestraDialogo::~TFinestraDialogo()
+{
+    std::lock_guard<std::mutex> g(mutexManiglie);
+    for (const auto& h : maniglie) maniglieVive.erase(h.get());
+}
+
+int TFinestraDialogo::Indice(int id) const
+{
+    if (id == idNessuno) return -1;
+    for (std::size_t i = 0; i < stato.elementi.size(); ++i)
+        if (stato.elementi[i].id == id) return static_cast<int>(i);
+    return -1;
+}
+
+TTipoElemento TFinestraDialogo::Tipo(int indice) const { return El(indice).tipo; }
+
+int TFinestraDialogo::Id(int indice) const { return indice < 0 ? 0 : El(indice).id; }
+
+HWND TFinestraDialogo::Maniglia(int indice) const
+{
+    if (indice < -1 || indice >= static_cast<int>(stato.elementi.size())) return nullptr;
+    return maniglie[static_cast<std::size_t>(indice + 1)].get();
+}
+
+TFinestraDialogo* TFinestraDialogo::DaManiglia(HWND h, int& indice)
+{
+    std::lock_guard<std::mutex> g(mutexManiglie);
+    if (!h || !maniglieVive.count(h)) return nullptr;
+    const TManiglia* m = static_cast<const TManiglia*>(h);
+    indice = m->indice;
+    return m->finestra;
+}
+
+TStatoElemento& TFinestraDialogo::El(int indice)
+{
+    if (indice < 0 || indice >= static_cast<int>(stato.elementi.size()))
+        throw std::out_of_range("controllo fuori dal modello di dialogo");
+    return stato.elementi[static_cast<std::size_t>(indice)];
+}
+
+const TStatoElemento& TFinestraDialogo::El(int indice) const
+{
+    return const_cast<TFinestraDialogo*>(this)->El(indice);
+}
+
+void TFinestraDialogo::Cambiato() { BackendDialoghi().Cambiato(*this); }
+
+std::string TFinestraDialogo::Testo(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return indice < 0 ? stato.titolo : El(indice).testo;
+}
+
+void TFinestraDialogo::ImpostaTesto(int indice, const std::string& testo)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        (indice < 0 ? stato.titolo : El(indice).testo) = testo;
+    }
+    Cambiato();
+}
+
+bool TFinestraDialogo::Abilitato(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return indice < 0 || El(indice).abilitato;
+}
+
+void TFinestraDialogo::Abilita(int indice, bool abilitato)
+{
+    if (indice < 0) return;  // the dialog itself is always enabled
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        El(indice).abilitato = abilitato;
+    }
+    Cambiato();
+}
+
+int TFinestraDialogo::Check(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return indice < 0 ? 0 : El(indice).check;
+}
+
+void TFinestraDialogo::ImpostaCheck(int indice, int valore)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        El(indice).check = valore;
+    }
+    Cambiato();
+}
+
+// A group of radios runs from the radio that starts it over the radios that
+// follow it in the template, up to the next start or the next other control.
+void TFinestraDialogo::ScegliRadio(int indice)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        auto& el = stato.elementi;
+        auto radio = [&](int i) { return el[static_cast<std::size_t>(i)].tipo == TTipoElemento::radio; };
+        auto inizio = [&](int i) { return (el[static_cast<std::size_t>(i)].stile & stileInizioGruppo) != 0; };
+        El(indice);  // checks the index
+        int primo = indice;
+        while (!inizio(primo) && primo > 0 && radio(primo - 1)) --primo;
+        int ultimo = indice;
+        const int n = static_cast<int>(el.size());
+        while (ultimo + 1 < n && radio(ultimo + 1) && !inizio(ultimo + 1)) ++ultimo;
+        for (int i = primo; i <= ultimo; ++i) el[static_cast<std::size_t>(i)].check = i == indice ? 1 : 0;
+    }
+    Cambiato();
+}
+
+int TFinestraDialogo::AggiungiVoce(int indice, const std::string& testo)
+{
+    int nuova;
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        TStatoElemento& e = El(indice);
+        if (!IsLista(e.tipo)) return -1;
+        e.voci.push_back({testo, 0});
+        nuova = static_cast<int>(e.voci.size()) - 1;
+    }
+    Cambiato();
+    return nuova;
+}
+
+int TFinestraDialogo::ImpostaDato(int indice, int voce, std::intptr_t dato)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    TStatoElemento& e = El(indice);
+    if (voce < 0 || voce >= static_cast<int>(e.voci.size())) return -1;
+    e.voci[static_cast<std::size_t>(voce)].dato = dato;
+    return 0;
+}
+
+std::intptr_t TFinestraDialogo::Dato(int indice, int voce) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    const TStatoElemento& e = El(indice);
+    if (voce < 0 || voce >= static_cast<int>(e.voci.size())) return -1;
+    return e.voci[static_cast<std::size_t>(voce)].dato;
+}
+
+int TFinestraDialogo::NumVoci(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return static_cast<int>(El(indice).voci.size());
+}
+
+int TFinestraDialogo::Selezione(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return El(indice).selezione;
+}
+
+// -1 clears the selection; an index beyond the list does too and answers -1,
+// as the platform's lists do.
+int TFinestraDialogo::ImpostaSelezione(int indice, int voce)
+{
+    int risultato;
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        TStatoElemento& e = El(indice);
+        const bool valida = voce >= 0 && voce < static_cast<int>(e.voci.size());
+        e.selezione = valida ? voce : -1;
+        risultato = valida ? voce : -1;
+    }
+    Cambiato();
+    return risultato;
+}
+
+TStatoDialogo TFinestraDialogo::Fotografia() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return stato;
+}
+
+void TFinestraDialogo::Apri()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    coda.clear();
+    finito = false;
+    svegliato = false;
+    valoreFine = 0;
+}
+
+void TFinestraDialogo::Posta(const TInput& input)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    coda.push_back(input);
+    cv.notify_all();
+}
+
+void TFinestraDialogo::Termina(int valore)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    if (finito) return;
+    finito = true;
+    valoreFine = valore;
+    cv.notify_all();
+}
+
+bool TFinestraDialogo::Terminato() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return finito;
+}
+
+int TFinestraDialogo::ValoreFine() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return valoreFine;
+}
+
+void TFinestraDialogo::Sveglia()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    svegliato = true;
+    cv.notify_all();
+}
+
+bool TFinestraDialogo::ProssimoInput(TInput& input, TBackendDialoghi& backend)
+{
+    std::unique_lock<std::mutex> lk(mutex);
+    for (;;) {
+        if (finito) return false;
+        if (!coda.empty()) {
+            input = coda.front();
+            coda.pop_front();
+            return true;
+        }
+        lk.unlock();
+        const std::chrono::milliseconds attesa = backend.Inattivo(*this);
+        lk.lock();
+        auto pronto = [this] { return finito || svegliato || !coda.empty(); };
+        if (attesa.count() > 0)
+            cv.wait_for(lk, attesa, pronto);
+        else
+            cv.wait(lk, pronto);
+        svegliato = false;
+    }
+}

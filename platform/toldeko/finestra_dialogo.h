@@ -1,0 +1,118 @@
+// The window that the toolkit makes for a dialog: the state of the dialog and
+// of its controls, and the queue of the user's input that its modal loop
+// waits on.
+//
+// The modal loop runs on the thread that called doModal, but the tablet's
+// reader thread also ends dialogs and sets texts while the loop runs. So all
+// state sits behind one mutex per window, input is posted to a queue guarded
+// by the same mutex, and the loop sleeps on a condition variable. Handlers run
+// without the lock. The ids and kinds of the controls never change after
+// construction and are read without it.
+#ifndef TOLDEKO_FINESTRA_DIALOGO_H
+#define TOLDEKO_FINESTRA_DIALOGO_H
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/toldeko/stato_dialogo.h"
+#include "platform/winui.h"
+
+class TBackendDialoghi;
+
+// What a person does to a dialog.
+enum class TTipoInput {
+    digita,   // types `testo` at the end of the edit `id`
+    clic,     // clicks the button or radio `id`
+    scegli,   // chooses entry `indice` of the list `id`
+    invio,    // Enter: the default button, or id 1 when there is none
+    esc,      // Escape or the window's close box: id 2
+    comando,  // the platform raises command `codice` of control `id`
+};
+
+struct TInput {
+    TTipoInput tipo = TTipoInput::esc;
+    int id = 0;
+    std::string testo;
+    int indice = -1;
+    unsigned codice = 0;
+};
+
+class TFinestraDialogo {
+public:
+    explicit TFinestraDialogo(const TModelloDialogo& modello);
+    ~TFinestraDialogo();
+    TFinestraDialogo(const TFinestraDialogo&) = delete;
+    TFinestraDialogo& operator=(const TFinestraDialogo&) = delete;
+
+    const TModelloDialogo& Modello() const { return modello; }
+
+    // Index of the control `id`, -1 if the template has none. The index
+    // addresses the controls below; -1 there stands for the dialog itself.
+    int Indice(int id) const;
+    TTipoElemento Tipo(int indice) const;
+    int Id(int indice) const;
+    HWND Maniglia(int indice) const;
+    // The window of handle `h` and the index in it; null when `h` is no
+    // window of a live dialog.
+    static TFinestraDialogo* DaManiglia(HWND h, int& indice);
+
+    std::string Testo(int indice) const;
+    void ImpostaTesto(int indice, const std::string& testo);
+    bool Abilitato(int indice) const;
+    void Abilita(int indice, bool abilitato);
+    int Check(int indice) const;
+    void ImpostaCheck(int indice, int valore);
+    // Checks the radio and unchecks the others of its group, as automatic
+    // radios do on a click.
+    void ScegliRadio(int indice);
+
+    // Lists. Bad indexes answer -1 (the platform's CB_ERR) and change nothing.
+    int AggiungiVoce(int indice, const std::string& testo);
+    int ImpostaDato(int indice, int voce, std::intptr_t dato);
+    std::intptr_t Dato(int indice, int voce) const;
+    int NumVoci(int indice) const;
+    int Selezione(int indice) const;
+    int ImpostaSelezione(int indice, int voce);
+
+    TStatoDialogo Fotografia() const;
+
+    // The modal loop. Apri starts a run: no end value, an empty queue.
+    void Apri();
+    void Posta(const TInput& input);
+    // Ends the run with `valore`; the first end value of a run stands.
+    void Termina(int valore);
+    bool Terminato() const;
+    int ValoreFine() const;
+    // Lets the loop ask its backend for input again.
+    void Sveglia();
+    // Waits for the next input; false once the run has ended.
+    bool ProssimoInput(TInput& input, TBackendDialoghi& backend);
+
+private:
+    struct TManiglia {
+        TFinestraDialogo* finestra;
+        int indice;
+    };
+
+    TStatoElemento& El(int indice);
+    const TStatoElemento& El(int indice) const;
+    void Cambiato();
+
+    const TModelloDialogo& modello;
+    mutable std::mutex mutex;
+    std::condition_variable cv;
+    TStatoDialogo stato;
+    std::vector<std::unique_ptr<TManiglia>> maniglie;  // [0] the dialog, [i + 1] control i
+    std::deque<TInput> coda;
+    bool finito = false;
+    bool svegliato = false;
+    int valoreFine = 0;
+};
+
+#endif

@@ -1,0 +1,35 @@
+#include "gedit.h"
+
+#include <cstring>
+
+GEdit::GEdit(GWnd* parent, int id, GValidator* validator, int, int, int)
+    : GEdit(std::unique_ptr<GValidator>(validator), parent, id)
+{
+}
+
+GEdit::GEdit(std::unique_ptr<GValidator> validator, GWnd* parent, int id)
+    : GControl(parent, id, {TTipoElemento::edit}, "GEdit"), validatore(std::move(validator))
+{
+}
+
+void GEdit::clear() { setWindowText(""); }
+
+int GEdit::getText(char* buffer, int size) const
+{
+    if (!buffer || size <= 0) return 0;
+    const std::string testo = finestra->Testo(indice);
+    const std::size_t n = std::min(testo.size(), static_cast<std::size_t>(size - 1));
+    std::memcpy(buffer, testo.data(), n);
+    buffer[n] = '\0';
+    return static_cast<int>(n);
+}
+
+void GEdit::InputTesto(const std::string& testo)
+{
+    std::string attuale = finestra->Testo(indice);
+    for (char c : testo) {
+        const std::string prova = attuale + c;
+        if (!validatore || validatore->IsValidInput(prova)) attuale = prova;
+    }
+    finestra->ImpostaTesto(indice, attuale);
+}

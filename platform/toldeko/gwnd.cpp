@@ -1,0 +1,77 @@
+#include "gwnd.h"
+
+#include "platform/toldeko/finestra_dialogo.h"
+
+namespace {
+
+// Pixels per dialog unit of "MS Sans Serif" 8: six pixels to an average
+// character of four units, thirteen to a line of eight.
+std::int32_t PixelX(short u) { return u * 6 / 4; }
+std::int32_t PixelY(short u) { return u * 13 / 8; }
+
+}  // namespace
+
+GWnd::GWnd(HWND handle, GModule* module) : hwnd(handle), modulo(module) {}
+
+void GWnd::Lega(TFinestraDialogo* f, int i, GModule* module)
+{
+    finestra = f;
+    indice = i;
+    hwnd = f->Maniglia(i);
+    modulo = module;
+}
+
+void GWnd::setWindowText(const char* text)
+{
+    if (finestra) finestra->ImpostaTesto(indice, text ? text : "");
+}
+
+void GWnd::setDlgItemText(int id, const char* text)
+{
+    if (!finestra || indice != -1) return;
+    const int i = finestra->Indice(id);
+    if (i >= 0) finestra->ImpostaTesto(i, text ? text : "");
+}
+
+void GWnd::enableWindow(bool flag)
+{
+    if (finestra) finestra->Abilita(indice, flag);
+}
+
+void GWnd::getClientRect(GRect& rect) const
+{
+    rect = {0, 0, 0, 0};
+    if (!finestra) return;
+    if (indice < 0) {
+        rect.right = PixelX(finestra->Modello().cx);
+        rect.bottom = PixelY(finestra->Modello().cy);
+        return;
+    }
+    const TElementoModello& e = finestra->Modello().elementi[indice];
+    rect.right = PixelX(e.cx);
+    rect.bottom = PixelY(e.cy);
+}
+
+int GWnd::messageBox(const char* text, const char* title, unsigned flags)
+{
+    return MessageBoxA(hwnd, text, title, flags);
+}
+
+HWND GetDlgItem(HWND dialog, int id)
+{
+    int indice = 0;
+    TFinestraDialogo* f = TFinestraDialogo::DaManiglia(dialog, indice);
+    if (!f || indice != -1) return nullptr;
+    const int i = f->Indice(id);
+    return i < 0 ? nullptr : f->Maniglia(i);
+}
+
+int EnableWindow(HWND window, int enable)
+{
+    int indice = 0;
+    TFinestraDialogo* f = TFinestraDialogo::DaManiglia(window, indice);
+    if (!f) return 0;
+    const bool prima = f->Abilitato(indice);
+    f->Abilita(indice, enable != 0);
+    return prima ? 0 : 1;  // as the platform: nonzero when it was disabled
+}

@@ -1,0 +1,75 @@
+// A person in front of the dialogs, for the tests: the scripted backend of
+// the toolkit for the dialogs, and a handler of platform/winui.h that records
+// beeps and message boxes and answers the boxes from a queue. Installed for
+// the life of the object.
+#ifndef VELMARIN_TEST_UTENTE_FINTO_H
+#define VELMARIN_TEST_UTENTE_FINTO_H
+
+#include <deque>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/toldeko/backend_script.h"
+#include "platform/winui.h"
+
+struct TMessaggio {
+    std::string testo, titolo;
+    unsigned flags;
+};
+
+class TUtenteFinto : public TInterfacciaUtente {
+public:
+    TUtenteFinto()
+    {
+        ImpostaBackendDialoghi(&script);
+        ImpostaInterfacciaUtente(this);
+    }
+    ~TUtenteFinto() override
+    {
+        ImpostaInterfacciaUtente(nullptr);
+        ImpostaBackendDialoghi(nullptr);
+    }
+
+    TBackendScript script;
+
+    // The answer to the next message box; with none queued, IDOK.
+    void Rispondi(int risposta)
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        risposte.push_back(risposta);
+    }
+    std::vector<unsigned> Beep() const
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        return beeps;
+    }
+    std::vector<TMessaggio> Messaggi() const
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        return messaggi;
+    }
+
+    int messageBox(HWND, const char* text, const char* caption, unsigned flags) override
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        messaggi.push_back({text ? text : "", caption ? caption : "", flags});
+        if (risposte.empty()) return IDOK;
+        const int r = risposte.front();
+        risposte.pop_front();
+        return r;
+    }
+    void beep(unsigned type) override
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        beeps.push_back(type);
+    }
+
+private:
+    mutable std::mutex mutex;
+    std::deque<int> risposte;
+    std::vector<unsigned> beeps;
+    std::vector<TMessaggio> messaggi;
+};
+
+#endif

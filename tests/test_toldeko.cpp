@@ -1,0 +1,284 @@
+// The dialog toolkit: validators, binding to templates, the message map, the
+// modal loop with input, nesting and other threads, and the text renderer.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/toldeko/disegno_testo.h"
+#include "platform/toldeko/toldeko.h"
+#include "support/utente_finto.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+// ---------------------------------------------------------------------------
+struct TCasoValidatore {
+    const char* testo;
+    bool reale;   // for GDoubleValidator
+    bool cifre;   // for GFilterValidator(GCharSet("0-9"))
+};
+
+std::ostream& operator<<(std::ostream& os, const TCasoValidatore& c) { return os << '"' << c.testo << '"'; }
+
+class ValidatoreTest : public ::testing::TestWithParam<TCasoValidatore> {};
+
+TEST_P(ValidatoreTest, PartialTexts)
+{
+    const TCasoValidatore& c = GetParam();
+    EXPECT_EQ(GDoubleValidator().IsValidInput(c.testo), c.reale) << c.testo;
+    EXPECT_EQ(GFilterValidator(GCharSet("0-9")).IsValidInput(c.testo), c.cifre) << c.testo;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casi, ValidatoreTest,
+    ::testing::Values(TCasoValidatore{"", true, true}, TCasoValidatore{"0123456789", true, true},
+                      TCasoValidatore{"-", true, false}, TCasoValidatore{"+1.5", true, false},
+                      TCasoValidatore{".5e3", true, false}, TCasoValidatore{"1e", true, false},
+                      TCasoValidatore{"1E-", true, false}, TCasoValidatore{"-2.e+12", true, false},
+                      TCasoValidatore{"1.5.", false, false}, TCasoValidatore{"e5", false, false},
+                      TCasoValidatore{".e5", false, false}, TCasoValidatore{"1e5.0", false, false},
+                      TCasoValidatore{"1e5e", false, false}, TCasoValidatore{"--1", false, false},
+                      TCasoValidatore{"1 2", false, false}, TCasoValidatore{"12a", false, false},
+                      TCasoValidatore{"1-", false, false}));
+
+TEST(GCharSetTest, RangesAndSingleCharacters)
+{
+    const GCharSet s("a-cx-");
+    std::string dentro;
+    for (int c = 1; c < 256; ++c)
+        if (s.Has(static_cast<char>(c))) dentro += static_cast<char>(c);
+    EXPECT_EQ(dentro, "-abcx");
+}
+
+// ---------------------------------------------------------------------------
+class ToolkitTest : public ::testing::Test {
+protected:
+    void TearDown() override { EXPECT_EQ(utente.script.Scaduti(), 0); }
+    TUtenteFinto utente;
+    TBackendScript& script = utente.script;
+};
+
+TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
+{
+    struct TCaso {
+        unsigned modello;
+        int id;
+        int classe;  // 0 GEdit, 1 GStatic, 2 GComboBox, 3 GCheckButton
+        const char* attesa;
+    };
+    const TCaso casi[] = {
+        {10040, 2099, 0, "controllo 2099"},     // no such id
+        {10040, 2000, 1, "adatto a GStatic"},   // an edit is no static
+        {10040, 1, 2, "adatto a GComboBox"},    // a button is no list
+        {10043, 2121, 3, "adatto a GCheckButton"},  // a group box is no radio
+    };
+    for (const TCaso& c : casi) {
+        GDlg d(nullptr, c.modello);
+        try {
+            switch (c.classe) {
+            case 0: new GEdit(&d, c.id, new GDoubleValidator()); break;
+            case 1: new GStatic(&d, c.id); break;
+            case 2: new GComboBox(&d, c.id); break;
+            default: new GCheckButton(&d, c.id); break;
+            }
+            ADD_FAILURE() << "no error for id " << c.id;
+        } catch (const std::logic_error& e) {
+            EXPECT_THAT(e.what(), HasSubstr(std::to_string(c.modello)));
+            EXPECT_THAT(e.what(), HasSubstr(c.attesa));
+        }
+    }
+    try {
+        GDlg d(nullptr, 9999);
+        ADD_FAILURE() << "no error for a missing template";
+    } catch (const std::logic_error& e) {
+        EXPECT_THAT(e.what(), HasSubstr("9999"));
+    }
+}
+
+// A dialog on the selection template with a message map of its own.
+class TDialogoScelta : public GDlg {
+public:
+    explicit TDialogoScelta(GModule* m = nullptr) : GDlg(nullptr, 10043, m)
+    {
+        for (int id : {2122, 2123, 2124, 2125, 2127, 2128, 2129}) radio.push_back(new GCheckButton(this, id));
+        combo = new GComboBox(this, 2120);
+    }
+    void setupWindow() override
+    {
+        GDlg::setupWindow();
+        combo->setItemData(combo->addString("primo"), 10);
+        combo->setItemData(combo->addString("secondo"), 20);
+        radio[5]->setCheck(1);  // 9600
+        radio[3]->enableWindow(false);  // Com4
+    }
+    const GFC_MSGMAP* GetMessageMap() const override { return &mappa; }
+
+    void OnPorta() { porte.push_back(radio[0]->getCheck() + 2 * radio[1]->getCheck() + 3 * radio[2]->getCheck()); }
+    void OnTipo() { tipi.push_back(static_cast<int>(combo->getItemData(combo->getSelIndex()))); }
+    void OnBottoni()
+    {
+        GDlg annidato(this, 10044, nullptr, nullptr);
+        moduloAnnidato = annidato.module();
+        risultatoAnnidato = annidato.doModal();
+    }
+
+    std::vector<GCheckButton*> radio;
+    GComboBox* combo;
+    std::vector<int> porte, tipi;
+    GModule* moduloAnnidato = nullptr;
+    int risultatoAnnidato = 0;
+
+private:
+    static const GFC_MSGMAP_ENTRY righe[];
+    static const GFC_MSGMAP mappa;
+    static const GFC_MSGMAP* Base() { return &GDlg::messageMap; }
+};
+
+const GFC_MSGMAP_ENTRY TDialogoScelta::righe[] = {
+    {WM_COMMAND, CBN_SELCHANGE, 2120, 2120, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnTipo)},
+    {WM_COMMAND, BN_CLICKED, 2150, 2150, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnBottoni)},
+    {WM_COMMAND, BN_CLICKED, 2122, 2125, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnPorta)},
+    {0, 0, 0, 0, 0, nullptr},
+};
+const GFC_MSGMAP TDialogoScelta::mappa = {&TDialogoScelta::Base, TDialogoScelta::righe};
+
+TEST_F(ToolkitTest, RadiosListsAndTheMessageMap)
+{
+    script.Clic(2123);
+    script.Clic(2124);
+    script.Clic(2125);  // disabled: nothing happens
+    script.Scegli(2120, 1);
+    script.Scegli(2120, 5);  // no such entry: nothing happens
+    script.Invio();          // the default button, OK, through GDlg's map
+    TDialogoScelta d;
+    EXPECT_EQ(d.doModal(), IDOK);
+    EXPECT_THAT(d.porte, ElementsAre(2, 3));
+    EXPECT_THAT(d.tipi, ElementsAre(20));
+    const TStatoDialogo s = script.Chiusi().back().stato;
+    EXPECT_EQ(s.Check(2123), 0);
+    EXPECT_EQ(s.Check(2124), 1);
+    EXPECT_EQ(s.Check(2125), 0);
+    EXPECT_EQ(s.Check(2128), 1) << "another group keeps its radio";
+    EXPECT_FALSE(s.Abilitato(2125));
+    EXPECT_EQ(d.combo->getCount(), 2);
+    EXPECT_EQ(d.combo->getSelIndex(), 1);
+    EXPECT_EQ(d.combo->setSelIndex(2), -1);
+    EXPECT_EQ(d.combo->getSelIndex(), -1);
+    EXPECT_EQ(d.combo->getItemData(-1), -1);
+}
+
+TEST_F(ToolkitTest, NestedDialogRunsInsideItsParentsHandler)
+{
+    GModule modulo;
+    script.Clic(2150);  // opens the nested dialog
+    script.Esc();       // ends it
+    script.Esc();       // ends the parent
+    TDialogoScelta d(&modulo);
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+    EXPECT_EQ(d.risultatoAnnidato, IDCANCEL);
+    EXPECT_EQ(d.moduloAnnidato, &modulo) << "a nested dialog reaches its parent's module";
+    const auto chiusi = script.Chiusi();
+    ASSERT_EQ(chiusi.size(), 2u);
+    EXPECT_EQ(chiusi[0].stato.modello, 10044u);
+    EXPECT_EQ(chiusi[1].stato.modello, 10043u);
+}
+
+TEST_F(ToolkitTest, EnterWithoutDefaultButtonRaisesOk)
+{
+    for (const bool invio : {true, false}) {
+        if (invio)
+            script.Invio();
+        else
+            script.Esc();
+        GDlg d(nullptr, 10045);
+        EXPECT_EQ(d.doModal(), invio ? IDOK : IDCANCEL);
+    }
+}
+
+TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
+{
+    GDlg d(nullptr, 10045);
+    std::thread altro([&] {
+        ASSERT_TRUE(script.AttendiDialogo(10045));
+        d.setDlgItemText(2240, "il punto superiore a destra");
+        d.EndDialog(5);
+        d.EndDialog(6);  // the first end value stands
+    });
+    const int risultato = d.doModal();
+    altro.join();
+    EXPECT_EQ(risultato, 5);
+    EXPECT_EQ(script.Chiusi().back().stato.Testo(2240), "il punto superiore a destra");
+}
+
+TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
+{
+    GDlg d(nullptr, 10044);
+    const HWND h = GetDlgItem(d, 2185);
+    ASSERT_NE(h, nullptr);
+    EXPECT_EQ(GetDlgItem(d, 4242), nullptr);
+    EXPECT_EQ(EnableWindow(h, 0), 0) << "it was enabled";
+    EXPECT_EQ(EnableWindow(h, 1), 1) << "it was disabled";
+    EXPECT_EQ(EnableWindow(h, 0), 0);
+    int estraneo = 0;
+    EXPECT_EQ(EnableWindow(&estraneo, 0), 0);
+    EXPECT_EQ(GetDlgItem(&estraneo, 2185), nullptr);
+    script.Esc();
+    d.doModal();
+    EXPECT_FALSE(script.Chiusi().back().stato.Abilitato(2185));
+    EXPECT_TRUE(script.Chiusi().back().stato.Abilitato(2186));
+}
+
+TEST_F(ToolkitTest, MessageBoxesGoThroughThePlatformHandler)
+{
+    GDlg d(nullptr, 10043);
+    utente.Rispondi(IDNO);
+    EXPECT_EQ(d.messageBox("Continuo ?", "Scelta Tavoletta", MB_YESNO | MB_ICONQUESTION), IDNO);
+    ASSERT_EQ(utente.Messaggi().size(), 1u);
+    EXPECT_EQ(utente.Messaggi()[0].titolo, "Scelta Tavoletta");
+    EXPECT_EQ(utente.Messaggi()[0].flags, 36u);
+}
+
+TEST(BackendPredefinitoTest, CancelsEveryDialog)
+{
+    ImpostaBackendDialoghi(nullptr);
+    GDlg d(nullptr, 10040);
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+}
+
+TEST_F(ToolkitTest, TextRendererDrawsControlsInPlace)
+{
+    struct TDialogoPunto : GDlg {
+        TDialogoPunto() : GDlg(nullptr, 10040) { new GEdit(this, 2000, new GDoubleValidator()); }
+    } punto;
+    script.Digita(2000, "12.5");
+    script.Esc();
+    punto.doModal();
+    const std::vector<std::string> righe = DisegnaDialogo(script.Chiusi().back().stato);
+    ASSERT_EQ(righe.size(), 10u);  // 64 units: 8 rows inside the border
+    EXPECT_EQ(righe[0].rfind("+= Calibrazione per punti sparsi =", 0), 0u) << righe[0];
+    // Labels from column 3 (8 units), edits from column 19 (72 units) and 20
+    // wide, buttons 12 wide from columns 7 and 23, the border at column 41.
+    EXPECT_EQ(righe[2], "|  Coord. Est (Y)  [12.5              ]  |");
+    EXPECT_EQ(righe[4], "|  Coord. Nord (X) [                  ]  |");
+    EXPECT_EQ(righe[6], "|      <<   OK   >>    < Annulla  >      |");
+    EXPECT_EQ(righe[9].front(), '+');
+
+    TDialogoScelta scelta;
+    script.Clic(2124);
+    script.Esc();
+    scelta.doModal();
+    const std::string testo = DisegnaDialogoTesto(script.Chiusi().back().stato);
+    EXPECT_THAT(testo, HasSubstr("(*) Com3"));
+    EXPECT_THAT(testo, HasSubstr("( ) Com2"));
+    EXPECT_THAT(testo, HasSubstr("{ } Com4")) << "disabled";
+    EXPECT_THAT(testo, HasSubstr("- Velocità -")) << "group box caption, UTF-8 kept whole";
+}
+
+}  // namespace
