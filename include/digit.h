@@ -33,7 +33,11 @@ constexpr int calibNessuna = 1;
 constexpr int calibGriglia = 2;
 constexpr int calibPtSparsi = 4;
 
-// Size of the calibration tables: at most 21 grid squares per axis.
+// Size of the calibration tables: at most 21 grid squares per axis. A grid
+// asked for with more squares on an axis is cut to its first maxQuadrati
+// squares there: only those nodes are digitized, fitted, searched and counted
+// in the calibrated area, and nothing is written outside the tables. The
+// object keeps the count as it was given.
 constexpr int maxQuadrati = 21;
 
 // Result of configDigit when the user refused the "already calibrated" warning.

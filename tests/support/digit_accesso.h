@@ -17,6 +17,60 @@ public:
     static double*** CoefCelle(CDigit& d) { return d.coefCelle; }
     static std::int32_t*** AngoliX(CDigit& d) { return d.angoliX; }
     static std::int32_t*** AngoliY(CDigit& d) { return d.angoliY; }
+
+    // Calibration mathematics.
+    static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& errore)
+    {
+        d.SolGausJ(a, b, x, n, errore);
+    }
+    static void LeastSqareMatrix(CDigit& d, double** a, const double* b, double* x, int m, int n,
+                                 bool& errore)
+    {
+        d.LeastSqareMatrix(a, b, x, m, n, errore);
+    }
+    static void Swap(const CDigit& d, double& a, double& b) { d.Swap(a, b); }
+    static void CalcoloTrasfCoord(CDigit& d, const double* x, const double* y, const double* est,
+                                  const double* nord, double* coefEst, double* coefNord, int n,
+                                  bool& errore)
+    {
+        d.CalcoloTrasfCoord(x, y, est, nord, coefEst, coefNord, n, errore);
+    }
+    static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est,
+                                            double* nord, int n)
+    {
+        return d.CalcoloCoefficientiPtSparsi(x, y, est, nord, n);
+    }
+    static bool CalcoloCoefOmog(CDigit& d, std::int32_t* x, std::int32_t* y, double* est,
+                                double* nord, double* coef)
+    {
+        return d.CalcoloCoefOmog(x, y, est, nord, coef);
+    }
+    static bool CalcoloCoefficientiOmog(CDigit& d, std::int32_t*** angX, std::int32_t*** angY,
+                                        double*** angEst, double*** angNord)
+    {
+        return d.CalcoloCoefficientiOmog(angX, angY, angEst, angNord);
+    }
+    static void CalcoloTrasfOmog(const CDigit& d, std::int32_t x, std::int32_t y, double& est,
+                                 double& nord, const double* coef)
+    {
+        d.CalcoloTrasfOmog(x, y, est, nord, coef);
+    }
+    static int Ccw(const CDigit& d, std::int32_t x0, std::int32_t y0, std::int32_t x1,
+                   std::int32_t y1, std::int32_t x2, std::int32_t y2)
+    {
+        return d.Ccw(x0, y0, x1, y1, x2, y2);
+    }
+    static bool PtInTri(const CDigit& d, std::int32_t x1, std::int32_t y1, std::int32_t x2,
+                        std::int32_t y2, std::int32_t x3, std::int32_t y3, std::int32_t px,
+                        std::int32_t py)
+    {
+        return d.PtInTri(x1, y1, x2, y2, x3, y3, px, py);
+    }
+    static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys,
+                         std::int32_t x, std::int32_t y)
+    {
+        return d.PtInRect(xs, ys, x, y);
+    }
 };
 
 #endif
