@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "calibration/indice_celle.h"
 #include "calibration/quadrati.h"
 
 namespace {
@@ -56,13 +57,15 @@ bool CDigit::CalcoloCoefOmog(std::int32_t* x, std::int32_t* y, double* est, doub
 // Solves every cell of the grid, East index outermost, into coefCelle. The
 // first unsolvable cell ends the work with false: the cells already done keep
 // their new rows and the state stays as it was. Only when every cell is
-// solved does the state become calibGriglia. A count above maxQuadrati serves
+// solved, and the cells are indexed for the map, does the state become
+// calibGriglia. A count above maxQuadrati serves
 // only the cells the tables hold (see QuadratiInTabella).
 bool CDigit::CalcoloCoefficientiOmog(std::int32_t*** angX, std::int32_t*** angY, double*** angEst,
                                      double*** angNord)
 {
     const int quadEst = QuadratiInTabella(numQuadEst);
     const int quadNord = QuadratiInTabella(numQuadNord);
+    if (indiceCelle) indiceCelle->valido = false;
     for (int i = 0; i < quadEst; ++i) {
         for (int j = 0; j < quadNord; ++j) {
             if (!CalcoloCoefOmog(angX[i][j], angY[i][j], angEst[i][j], angNord[i][j],
@@ -70,6 +73,7 @@ bool CDigit::CalcoloCoefficientiOmog(std::int32_t*** angX, std::int32_t*** angY,
                 return false;
         }
     }
+    AggiornaIndiceCelle();
     statoCalibr = calibGriglia;
     return true;
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "calibration/indice_celle.h"
 #include "calibration/quadrati.h"
 #include "reports/digit_link.h"
 
@@ -30,7 +31,9 @@ void CDigit::CalcoloTrasfOmog(std::int32_t x, std::int32_t y, double& est, doubl
 // that holds the point gives the map. When none does, the cell whose
 // reference point (the midpoint of its diagonal from corner 0 to corner 3) is
 // nearest gives it, even far outside the grid; on equal distances the earlier
-// cell stays. The corner sums are exact, so a half count survives.
+// cell stays. The corner sums are exact, so a half count survives. After a
+// grid fit the cell index (calibration/indice_celle.h) finds the same cell
+// without testing every one.
 bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord) const
 {
     const double xd = x;
@@ -46,6 +49,23 @@ bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord
 
     const int quadEst = QuadratiInTabella(numQuadEst);
     const int quadNord = QuadratiInTabella(numQuadNord);
+    const TIndiceCelle* indice = indiceCelle.get();
+    if (indice && indice->valido && indice->quadEst == quadEst && indice->quadNord == quadNord) {
+        const std::int16_t* primo = nullptr;
+        const std::int16_t* fine = nullptr;
+        CandidatiCella(*indice, x, y, primo, fine);
+        int scelta = -1;
+        for (; primo != fine && scelta < 0; ++primo) {
+            if (PtInRect(angoliX[*primo / quadNord][*primo % quadNord],
+                         angoliY[*primo / quadNord][*primo % quadNord], x, y))
+                scelta = *primo;
+        }
+        if (scelta < 0) scelta = CellaPiuVicina(*indice, xd, yd);
+        CalcoloTrasfOmog(x, y, est, nord, coefCelle[scelta / quadNord][scelta % quadNord]);
+        return true;
+    }
+
+    // No index for these tables: every cell in scan order.
     for (int i = 0; i < quadEst; ++i) {
         for (int j = 0; j < quadNord; ++j) {
             if (PtInRect(angoliX[i][j], angoliY[i][j], x, y)) {
@@ -62,8 +82,8 @@ bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord
         for (int j = 0; j < quadNord; ++j) {
             const std::int32_t* ax = angoliX[i][j];
             const std::int32_t* ay = angoliY[i][j];
-            const double cx = static_cast<double>(static_cast<std::int64_t>(ax[0]) + ax[3]) * 0.5;
-            const double cy = static_cast<double>(static_cast<std::int64_t>(ay[0]) + ay[3]) * 0.5;
+            const double cx = MetaDiagonale(ax[0], ax[3]);
+            const double cy = MetaDiagonale(ay[0], ay[3]);
             const double d = (cx - xd) * (cx - xd) + (cy - yd) * (cy - yd);
             if (d < migliore) {
                 migliore = d;

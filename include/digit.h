@@ -14,8 +14,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 class GWnd;
+struct TIndiceCelle;
+
+// Releases the spatial index of a calibration grid, an internal of the
+// library that the object owns.
+struct TLiberaIndiceCelle {
+    void operator()(TIndiceCelle* indice) const;
+};
 
 // ---------------------------------------------------------------------------
 // Button function codes: what a press of a button means to the user. Only
@@ -155,6 +163,8 @@ private:
     bool PtInTri(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t x3,
                  std::int32_t y3, std::int32_t px, std::int32_t py) const;
     bool PtInRect(const std::int32_t* xs, const std::int32_t* ys, std::int32_t x, std::int32_t y) const;
+    void AggiornaIndiceCelle();
+    void CopiaIndiceCelle(const CDigit& other);
 
     std::intptr_t hPorta;  // the port as Init last took it; 0 if never connected
     TDataDigit dati;
@@ -168,6 +178,9 @@ private:
     double*** coefCelle;        // [est][nord][8]
     std::int32_t*** angoliX;    // [est][nord][4]
     std::int32_t*** angoliY;    // [est][nord][4]
+    // Index of the cells of the last grid fit, to find a point's cell
+    // quickly; null until a grid is fitted.
+    std::unique_ptr<TIndiceCelle, TLiberaIndiceCelle> indiceCelle;
 };
 
 // ---------------------------------------------------------------------------

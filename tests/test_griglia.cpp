@@ -122,6 +122,7 @@ TEST(CoefficientiOmogTest, EveryNodeMapsBackToItsGround)
             const TNodi nodi = GrigliaScossa(dim[0], dim[1], 500, 60, seme);
             ASSERT_TRUE(CalibraDaNodi(d, nodi)) << "seed " << seme;
             ASSERT_EQ(A::StatoCalibr(d), calibGriglia);
+            ASSERT_TRUE(A::Indicizzato(d)) << "the fit indexes its cells";
             for (int p = 0; p <= dim[0]; ++p) {
                 for (int q = 0; q <= dim[1]; ++q) {
                     double e = 0, n = 0;

@@ -2,21 +2,31 @@
 #ifndef VELMARIN_TEST_DIGIT_ACCESSO_H
 #define VELMARIN_TEST_DIGIT_ACCESSO_H
 
+#include "calibration/indice_celle.h"
 #include "digit.h"
 
+// A test that writes the grid size or the corners through these
+// accessors leaves the map without its cell index, so the cells are searched
+// one by one until the next fit (or IndicizzaCelle) rebuilds it.
 class CDigitTestAccess {
 public:
+    static void ScartaIndice(CDigit& d)
+    {
+        if (d.indiceCelle) d.indiceCelle->valido = false;
+    }
+    static void IndicizzaCelle(CDigit& d) { d.AggiornaIndiceCelle(); }
+    static bool Indicizzato(const CDigit& d) { return d.indiceCelle && d.indiceCelle->valido; }
     static std::int32_t& StatoCalibr(CDigit& d) { return d.statoCalibr; }
     static std::intptr_t& HPorta(CDigit& d) { return d.hPorta; }
-    static std::int32_t& NumQuadEst(CDigit& d) { return d.numQuadEst; }
-    static std::int32_t& NumQuadNord(CDigit& d) { return d.numQuadNord; }
+    static std::int32_t& NumQuadEst(CDigit& d) { ScartaIndice(d); return d.numQuadEst; }
+    static std::int32_t& NumQuadNord(CDigit& d) { ScartaIndice(d); return d.numQuadNord; }
     static double& IniEst(CDigit& d) { return d.iniEst; }
     static double& IniNord(CDigit& d) { return d.iniNord; }
     static double& PassoEst(CDigit& d) { return d.passoEst; }
     static double& PassoNord(CDigit& d) { return d.passoNord; }
     static double*** CoefCelle(CDigit& d) { return d.coefCelle; }
-    static std::int32_t*** AngoliX(CDigit& d) { return d.angoliX; }
-    static std::int32_t*** AngoliY(CDigit& d) { return d.angoliY; }
+    static std::int32_t*** AngoliX(CDigit& d) { ScartaIndice(d); return d.angoliX; }
+    static std::int32_t*** AngoliY(CDigit& d) { ScartaIndice(d); return d.angoliY; }
 
     // Calibration mathematics.
     static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& errore)
