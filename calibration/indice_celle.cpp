@@ -2,6 +2,7 @@
 #include "calibration/indice_celle.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "calibration/quadrati.h"
 
@@ -16,15 +17,11 @@ bool TriangoloPuntiforme(const std::int32_t* x, const std::int32_t* y, int a, in
     return x[a] == x[b] && x[b] == x[c] && y[a] == y[b] && y[b] == y[c];
 }
 
-TAsse Asse(std::int64_t minimo, std::int64_t massimo, int lati)
-{
-    return TAsse{minimo, massimo - minimo + 1, lati};
-}
-
-// Files `conta` items into buckets: counts, turns the counts into starts, and
-// fills the lists in item order, so every list keeps the scan order.
+// Files the `conta` cells, in scan order, into buckets: counts, turns the
+// counts into starts, and fills the lists by cell code, so every list keeps
+// the scan order.
 template <class FSecchi>
-bool Archivia(int conta, int secchi, std::int32_t* inizio, std::int16_t* voci, int capienza,
+bool Archivia(int conta, int quadNord, int secchi, std::int32_t* inizio, std::int16_t* voci, int capienza,
               FSecchi perSecchio)
 {
     std::fill(inizio, inizio + secchi + 1, 0);
@@ -34,22 +31,34 @@ bool Archivia(int conta, int secchi, std::int32_t* inizio, std::int16_t* voci, i
     std::int32_t prossimo[maxCelle];
     std::copy(inizio, inizio + secchi, prossimo);
     for (int id = 0; id < conta; ++id)
-        perSecchio(id, [&](int s) { voci[prossimo[s]++] = static_cast<std::int16_t>(id); });
+        perSecchio(id, [&](int s) { voci[prossimo[s]++] = static_cast<std::int16_t>(CodiceCella(id / quadNord, id % quadNord)); });
     return true;
 }
 
 }  // namespace
 
+void TAsse::Imposta(std::int64_t primo, std::int64_t ultimo, int numLati)
+{
+    minimo = primo;
+    larghezza = ultimo - primo + 1;
+    lati = numLati;
+    scala = static_cast<double>(lati) / static_cast<double>(larghezza);
+    // The first value of each bucket, from the exact quotient, moved by the
+    // rounding of the scaled one.
+    for (int b = 0; b <= lati; ++b) {
+        std::int64_t v = minimo + (b * larghezza + lati - 1) / lati;
+        while (v > minimo && Secchio(v - 1) >= b) --v;
+        while (v < Fine() && Secchio(v) < b) ++v;
+        inizio[b] = b == lati ? Fine() : v;
+    }
+}
+
 int TAsse::Secchio(std::int64_t v) const
 {
     if (v <= minimo) return 0;
-    if (v >= minimo + larghezza) return lati - 1;
-    return static_cast<int>((v - minimo) * lati / larghezza);
-}
-
-std::int64_t TAsse::Inizio(int secchio) const
-{
-    return minimo + (secchio * larghezza + lati - 1) / lati;
+    if (v >= Fine()) return lati - 1;
+    const int b = static_cast<int>(static_cast<double>(v - minimo) * scala);
+    return b < lati ? b : lati - 1;
 }
 
 bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t*** angX,
@@ -65,6 +74,7 @@ bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t**
     std::int64_t bMin[2] = {INT64_MAX, INT64_MAX}, bMax[2] = {INT64_MIN, INT64_MIN};
     std::int64_t rMin[2] = {INT64_MAX, INT64_MAX}, rMax[2] = {INT64_MIN, INT64_MIN};
     for (int id = 0; id < celle; ++id) {
+        const int codice = CodiceCella(id / quadNord, id % quadNord);
         const std::int32_t* x = angX[id / quadNord][id % quadNord];
         const std::int32_t* y = angY[id / quadNord][id % quadNord];
         if (TriangoloPuntiforme(x, y, 0, 2, 1) || TriangoloPuntiforme(x, y, 2, 3, 1)) return false;
@@ -80,17 +90,17 @@ bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t**
         rMax[0] = std::max(rMax[0], fx);
         rMin[1] = std::min(rMin[1], fy);
         rMax[1] = std::max(rMax[1], fy);
-        ind.cx[id] = MetaDiagonale(x[0], x[3]);
-        ind.cy[id] = MetaDiagonale(y[0], y[3]);
+        ind.cx[codice] = MetaDiagonale(x[0], x[3]);
+        ind.cy[codice] = MetaDiagonale(y[0], y[3]);
     }
-    ind.boxX = Asse(bMin[0], bMax[0], lati);
-    ind.boxY = Asse(bMin[1], bMax[1], lati);
+    ind.boxX.Imposta(bMin[0], bMax[0], lati);
+    ind.boxY.Imposta(bMin[1], bMax[1], lati);
     ind.boxMaxX = bMax[0];
     ind.boxMaxY = bMax[1];
-    ind.rifX = Asse(rMin[0], rMax[0], lati);
-    ind.rifY = Asse(rMin[1], rMax[1], lati);
+    ind.rifX.Imposta(rMin[0], rMax[0], lati);
+    ind.rifY.Imposta(rMin[1], rMax[1], lati);
 
-    const bool boxOk = Archivia(celle, lati * lati, ind.inizioBox, ind.celleBox, maxVociCelle,
+    const bool boxOk = Archivia(celle, quadNord, lati * lati, ind.inizioBox, ind.celleBox, maxVociCelle,
                                 [&](int id, auto&& metti) {
         const std::int32_t* x = angX[id / quadNord][id % quadNord];
         const std::int32_t* y = angY[id / quadNord][id % quadNord];
@@ -103,13 +113,25 @@ bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t**
     });
     if (!boxOk) return false;
 
-    Archivia(celle, lati * lati, ind.inizioRif, ind.celleRif, maxCelle, [&](int id, auto&& metti) {
+    Archivia(celle, quadNord, lati * lati, ind.inizioRif, ind.celleRif, maxCelle, [&](int id, auto&& metti) {
         const std::int32_t* x = angX[id / quadNord][id % quadNord];
         const std::int32_t* y = angY[id / quadNord][id % quadNord];
         const int bx = ind.rifX.Secchio(MetaIntera(static_cast<std::int64_t>(x[0]) + x[3]));
         const int by = ind.rifY.Secchio(MetaIntera(static_cast<std::int64_t>(y[0]) + y[3]));
         metti(bx * lati + by);
     });
+    for (int b = 0; b < lati * lati; ++b) {
+        double* box = ind.boxRif[b];
+        box[0] = box[2] = 1e300;
+        box[1] = box[3] = -1e300;
+        for (int k = ind.inizioRif[b]; k < ind.inizioRif[b + 1]; ++k) {
+            const int codice = ind.celleRif[k];
+            box[0] = std::min(box[0], ind.cx[codice]);
+            box[1] = std::max(box[1], ind.cx[codice]);
+            box[2] = std::min(box[2], ind.cy[codice]);
+            box[3] = std::max(box[3], ind.cy[codice]);
+        }
+    }
     ind.valido = true;
     return true;
 }
@@ -126,8 +148,7 @@ void CandidatiCella(const TIndiceCelle& ind, std::int32_t x, std::int32_t y,
 
 namespace {
 
-// Distance from v to the values [da, a), 0 inside; as a double of a whole
-// number, exact.
+// Distance from v to the values [da, a], 0 inside; exact for whole counts.
 double Scarto(double v, std::int64_t da, std::int64_t a)
 {
     if (v < static_cast<double>(da)) return static_cast<double>(da) - v;
@@ -135,62 +156,83 @@ double Scarto(double v, std::int64_t da, std::int64_t a)
     return 0.0;
 }
 
-// A lower bound of the squared distance from (x, y) to every reference point
-// outside the square of buckets [qx - r, qx + r] x [qy - r, qy + r]; a
-// negative value when there is none. Reference points of bucket b lie in
-// [Inizio(b), Inizio(b + 1)), since a half count stays below the next whole.
-double MinimoFuoriAnello(const TIndiceCelle& ind, double x, double y, int qx, int qy, int r)
+// Whole part of a coordinate, kept within what the partitions can take.
+std::int64_t Intero(double v)
 {
-    const TAsse& ax = ind.rifX;
-    const TAsse& ay = ind.rifY;
-    const double tuttoX = Scarto(x, ax.minimo, ax.minimo + ax.larghezza);
-    const double tuttoY = Scarto(y, ay.minimo, ay.minimo + ay.larghezza);
-    double minimo = -1.0;
-    auto striscia = [&](double lungo, double traverso) {
-        const double d = lungo * lungo + traverso * traverso;
-        if (minimo < 0.0 || d < minimo) minimo = d;
-    };
-    if (qx + r + 1 < ax.lati) striscia(Scarto(x, ax.Inizio(qx + r + 1), ax.minimo + ax.larghezza), tuttoY);
-    if (qx - r - 1 >= 0) striscia(Scarto(x, ax.minimo, ax.Inizio(qx - r)), tuttoY);
-    if (qy + r + 1 < ay.lati) striscia(Scarto(y, ay.Inizio(qy + r + 1), ay.minimo + ay.larghezza), tuttoX);
-    if (qy - r - 1 >= 0) striscia(Scarto(y, ay.minimo, ay.Inizio(qy - r)), tuttoX);
-    return minimo;
+    constexpr double limite = 4.0e18;
+    if (!(v > -limite)) return static_cast<std::int64_t>(-limite);
+    if (v > limite) return static_cast<std::int64_t>(limite);
+    return static_cast<std::int64_t>(std::floor(v));
+}
+
+// Bounds are widened by far more than the rounding of any distance, so no
+// reference point as near as the best one is ever skipped.
+constexpr double largo = 1.0 + 1e-9;
+constexpr double stretto = 1.0 - 1e-9;
+
+struct TVicino {
+    double migliore = 1e200;
+    int scelta = 0;
+    bool trovata = false;
+};
+
+// Measures the reference points of one bucket, unless the box of those
+// points is surely farther than the best one found.
+void VisitaSecchio(const TIndiceCelle& ind, int s, double x, double y, TVicino& v)
+{
+    if (ind.inizioRif[s] == ind.inizioRif[s + 1]) return;
+    const double* box = ind.boxRif[s];
+    const double gx = x < box[0] ? box[0] - x : (x > box[1] ? x - box[1] : 0.0);
+    const double gy = y < box[2] ? box[2] - y : (y > box[3] ? y - box[3] : 0.0);
+    if (v.trovata && (gx * gx + gy * gy) * stretto > v.migliore) return;
+    for (int k = ind.inizioRif[s]; k < ind.inizioRif[s + 1]; ++k) {
+        const int codice = ind.celleRif[k];
+        const double dx = ind.cx[codice] - x;
+        const double dy = ind.cy[codice] - y;
+        const double d = dx * dx + dy * dy;
+        if (d < v.migliore || (d == v.migliore && v.trovata && codice < v.scelta)) {
+            v.migliore = d;
+            v.scelta = codice;
+            v.trovata = true;
+        }
+    }
 }
 
 }  // namespace
 
+// First a candidate from the nearest ring of buckets around the point's own
+// that files any reference point; then every bucket that meets the disc of
+// that candidate's distance, column by column, each column only over the rows
+// the disc reaches there.
 int CellaPiuVicina(const TIndiceCelle& ind, double x, double y)
 {
-    const int lati = ind.rifX.lati;
-    const int qx = ind.rifX.Secchio(static_cast<std::int64_t>(x));
-    const int qy = ind.rifY.Secchio(static_cast<std::int64_t>(y));
-    double migliore = 1e200;
-    int scelta = 0;
-    bool trovata = false;
-    for (int r = 0; r < lati; ++r) {
+    const TAsse& ax = ind.rifX;
+    const TAsse& ay = ind.rifY;
+    const int lati = ax.lati;
+    const int qx = ax.Secchio(Intero(x));
+    const int qy = ay.Secchio(Intero(y));
+    TVicino v;
+    for (int r = 0; r < lati && !v.trovata; ++r) {
         for (int bx = std::max(qx - r, 0); bx <= std::min(qx + r, lati - 1); ++bx) {
-            const bool bordoX = bx == qx - r || bx == qx + r;
-            for (int by = std::max(qy - r, 0); by <= std::min(qy + r, lati - 1); ++by) {
-                if (!bordoX && by != qy - r && by != qy + r) continue;  // inner ring
-                const int s = bx * lati + by;
-                for (int k = ind.inizioRif[s]; k < ind.inizioRif[s + 1]; ++k) {
-                    const int id = ind.celleRif[k];
-                    const double d = (ind.cx[id] - x) * (ind.cx[id] - x) + (ind.cy[id] - y) * (ind.cy[id] - y);
-                    if (d < migliore || (d == migliore && trovata && id < scelta)) {
-                        migliore = d;
-                        scelta = id;
-                        trovata = true;
-                    }
-                }
-            }
+            const bool bordo = bx == qx - r || bx == qx + r;
+            for (int by = std::max(qy - r, 0); by <= std::min(qy + r, lati - 1); ++by)
+                if (bordo || by == qy - r || by == qy + r) VisitaSecchio(ind, bx * lati + by, x, y, v);
         }
-        // Stop once every unvisited reference point is surely farther: the
-        // bound is cut by far more than the rounding of any distance.
-        const double oltre = MinimoFuoriAnello(ind, x, y, qx, qy, r);
-        if (oltre < 0.0) break;
-        if (trovata && oltre * (1.0 - 1e-9) > migliore) break;
     }
-    return scelta;
+    if (!v.trovata) return 0;
+
+    const double raggio2 = v.migliore * largo;
+    const double raggio = std::sqrt(raggio2) * largo + 1.0;
+    const int x1 = ax.Secchio(Intero(x + raggio));
+    for (int bx = ax.Secchio(Intero(x - raggio)); bx <= x1; ++bx) {
+        const double gx = Scarto(x, ax.Inizio(bx), ax.Inizio(bx + 1));
+        const double resto = raggio2 - gx * gx * stretto;
+        if (resto < 0.0) continue;
+        const double dy = std::sqrt(resto) * largo + 1.0;
+        const int y1 = ay.Secchio(Intero(y + dy));
+        for (int by = ay.Secchio(Intero(y - dy)); by <= y1; ++by) VisitaSecchio(ind, bx * lati + by, x, y, v);
+    }
+    return v.scelta;
 }
 
 void TLiberaIndiceCelle::operator()(TIndiceCelle* indice) const { delete indice; }

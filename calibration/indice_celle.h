@@ -28,14 +28,28 @@
 constexpr int maxCelle = maxQuadrati * maxQuadrati;
 constexpr int maxVociCelle = 16 * maxCelle;  // bucket entries of the cell boxes
 
-// A uniform partition of [minimo, minimo + larghezza) into `lati` buckets.
+// A cell is filed as i · 32 + j, which keeps the scan order (East index
+// outermost) and needs no division to be taken apart.
+constexpr int bitNord = 5;
+constexpr int maxCodiceCella = maxQuadrati << bitNord;
+inline int CodiceCella(int i, int j) { return (i << bitNord) | j; }
+inline int CellaEst(int codice) { return codice >> bitNord; }
+inline int CellaNord(int codice) { return codice & ((1 << bitNord) - 1); }
+
+// A partition of the whole values [minimo, minimo + larghezza) into `lati`
+// buckets of nearly equal width. The bucket of a value never decreases as the
+// value grows, and `inizio` holds the first value of each bucket.
 struct TAsse {
     std::int64_t minimo;
     std::int64_t larghezza;
     int lati;
+    double scala;
+    std::int64_t inizio[maxQuadrati + 1];
 
-    int Secchio(std::int64_t v) const;      // bucket of v, clamped to the partition
-    std::int64_t Inizio(int secchio) const;  // first whole value of a bucket
+    void Imposta(std::int64_t primo, std::int64_t ultimo, int numLati);
+    int Secchio(std::int64_t v) const;  // bucket of v, clamped to the partition
+    std::int64_t Inizio(int secchio) const { return inizio[secchio]; }
+    std::int64_t Fine() const { return minimo + larghezza; }
 };
 
 struct TIndiceCelle {
@@ -54,8 +68,9 @@ struct TIndiceCelle {
     TAsse rifX, rifY;
     std::int32_t inizioRif[maxCelle + 1];
     std::int16_t celleRif[maxCelle];
-    double cx[maxCelle];
-    double cy[maxCelle];
+    double boxRif[maxCelle][4];  // per bucket: least and greatest x, then y
+    double cx[maxCodiceCella];
+    double cy[maxCodiceCella];
 };
 
 // Fills the index from the corner tables of a grid of quadEst by quadNord
@@ -63,13 +78,13 @@ struct TIndiceCelle {
 bool IndicizzaCelle(TIndiceCelle& indice, int quadEst, int quadNord, std::int32_t*** angX,
                     std::int32_t*** angY);
 
-// The cells, in scan order, that may hold the point; an empty range when the
-// point lies outside every cell box.
+// The cells (by code), in scan order, that may hold the point; an empty range
+// when the point lies outside every cell box.
 void CandidatiCella(const TIndiceCelle& indice, std::int32_t x, std::int32_t y,
                     const std::int16_t*& primo, const std::int16_t*& fine);
 
-// Scan number (i · quadNord + j) of the cell with the nearest reference point;
-// the earlier cell on equal distances.
+// Code of the cell with the nearest reference point; the earlier cell on
+// equal distances.
 int CellaPiuVicina(const TIndiceCelle& indice, double x, double y);
 
 // The reference point of a cell, as the map measures it: the exact sum of the

@@ -56,12 +56,12 @@ bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord
         CandidatiCella(*indice, x, y, primo, fine);
         int scelta = -1;
         for (; primo != fine && scelta < 0; ++primo) {
-            if (PtInRect(angoliX[*primo / quadNord][*primo % quadNord],
-                         angoliY[*primo / quadNord][*primo % quadNord], x, y))
+            if (PtInRect(angoliX[CellaEst(*primo)][CellaNord(*primo)],
+                         angoliY[CellaEst(*primo)][CellaNord(*primo)], x, y))
                 scelta = *primo;
         }
         if (scelta < 0) scelta = CellaPiuVicina(*indice, xd, yd);
-        CalcoloTrasfOmog(x, y, est, nord, coefCelle[scelta / quadNord][scelta % quadNord]);
+        CalcoloTrasfOmog(x, y, est, nord, coefCelle[CellaEst(scelta)][CellaNord(scelta)]);
         return true;
     }
 
