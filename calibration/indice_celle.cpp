@@ -17,24 +17,6 @@ bool TriangoloPuntiforme(const std::int32_t* x, const std::int32_t* y, int a, in
     return x[a] == x[b] && x[b] == x[c] && y[a] == y[b] && y[b] == y[c];
 }
 
-// Files the `conta` cells, in scan order, into buckets: counts, turns the
-// counts into starts, and fills the lists by cell code, so every list keeps
-// the scan order.
-template <class FSecchi>
-bool Archivia(int conta, int quadNord, int secchi, std::int32_t* inizio, std::int16_t* voci, int capienza,
-              FSecchi perSecchio)
-{
-    std::fill(inizio, inizio + secchi + 1, 0);
-    for (int id = 0; id < conta; ++id) perSecchio(id, [&](int s) { ++inizio[s + 1]; });
-    for (int s = 0; s < secchi; ++s) inizio[s + 1] += inizio[s];
-    if (inizio[secchi] > capienza) return false;
-    std::int32_t prossimo[maxCelle];
-    std::copy(inizio, inizio + secchi, prossimo);
-    for (int id = 0; id < conta; ++id)
-        perSecchio(id, [&](int s) { voci[prossimo[s]++] = static_cast<std::int16_t>(CodiceCella(id / quadNord, id % quadNord)); });
-    return true;
-}
-
 }  // namespace
 
 void TAsse::Imposta(std::int64_t primo, std::int64_t ultimo, int numLati)
@@ -61,37 +43,42 @@ int TAsse::Secchio(std::int64_t v) const
     return b < lati ? b : lati - 1;
 }
 
-bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t*** angX,
-                    std::int32_t*** angY)
-{
-    ind.valido = false;
-    const int celle = quadEst * quadNord;
-    if (quadEst < 1 || quadNord < 1 || celle > maxCelle) return false;
-    ind.quadEst = quadEst;
-    ind.quadNord = quadNord;
-    const int lati = std::max(quadEst, quadNord);
+namespace {
 
+// The grid as the index reads it: cell number id in scan order gives the
+// corners of cell (id / quadNord, id % quadNord).
+struct TGriglia {
+    int quadNord;
+    std::int32_t*** angX;
+    std::int32_t*** angY;
+
+    const std::int32_t* X(int id) const { return angX[id / quadNord][id % quadNord]; }
+    const std::int32_t* Y(int id) const { return angY[id / quadNord][id % quadNord]; }
+    int Codice(int id) const { return CodiceCella(id / quadNord, id % quadNord); }
+};
+
+// Least and greatest of the corner boxes and of the reference points' whole
+// parts, and every reference point. False for a cell that holds every point.
+bool MisuraCelle(TIndiceCelle& ind, const TGriglia& g, int celle, int lati)
+{
     std::int64_t bMin[2] = {INT64_MAX, INT64_MAX}, bMax[2] = {INT64_MIN, INT64_MIN};
     std::int64_t rMin[2] = {INT64_MAX, INT64_MAX}, rMax[2] = {INT64_MIN, INT64_MIN};
     for (int id = 0; id < celle; ++id) {
-        const int codice = CodiceCella(id / quadNord, id % quadNord);
-        const std::int32_t* x = angX[id / quadNord][id % quadNord];
-        const std::int32_t* y = angY[id / quadNord][id % quadNord];
+        const std::int32_t* x = g.X(id);
+        const std::int32_t* y = g.Y(id);
         if (TriangoloPuntiforme(x, y, 0, 2, 1) || TriangoloPuntiforme(x, y, 2, 3, 1)) return false;
-        for (int c = 0; c < 4; ++c) {
-            bMin[0] = std::min<std::int64_t>(bMin[0], x[c]);
-            bMax[0] = std::max<std::int64_t>(bMax[0], x[c]);
-            bMin[1] = std::min<std::int64_t>(bMin[1], y[c]);
-            bMax[1] = std::max<std::int64_t>(bMax[1], y[c]);
-        }
+        bMin[0] = std::min<std::int64_t>(bMin[0], *std::min_element(x, x + 4));
+        bMax[0] = std::max<std::int64_t>(bMax[0], *std::max_element(x, x + 4));
+        bMin[1] = std::min<std::int64_t>(bMin[1], *std::min_element(y, y + 4));
+        bMax[1] = std::max<std::int64_t>(bMax[1], *std::max_element(y, y + 4));
         const std::int64_t fx = MetaIntera(static_cast<std::int64_t>(x[0]) + x[3]);
         const std::int64_t fy = MetaIntera(static_cast<std::int64_t>(y[0]) + y[3]);
         rMin[0] = std::min(rMin[0], fx);
         rMax[0] = std::max(rMax[0], fx);
         rMin[1] = std::min(rMin[1], fy);
         rMax[1] = std::max(rMax[1], fy);
-        ind.cx[codice] = MetaDiagonale(x[0], x[3]);
-        ind.cy[codice] = MetaDiagonale(y[0], y[3]);
+        ind.cx[g.Codice(id)] = MetaDiagonale(x[0], x[3]);
+        ind.cy[g.Codice(id)] = MetaDiagonale(y[0], y[3]);
     }
     ind.boxX.Imposta(bMin[0], bMax[0], lati);
     ind.boxY.Imposta(bMin[1], bMax[1], lati);
@@ -99,28 +86,31 @@ bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t**
     ind.boxMaxY = bMax[1];
     ind.rifX.Imposta(rMin[0], rMax[0], lati);
     ind.rifY.Imposta(rMin[1], rMax[1], lati);
+    return true;
+}
 
-    const bool boxOk = Archivia(celle, quadNord, lati * lati, ind.inizioBox, ind.celleBox, maxVociCelle,
-                                [&](int id, auto&& metti) {
-        const std::int32_t* x = angX[id / quadNord][id % quadNord];
-        const std::int32_t* y = angY[id / quadNord][id % quadNord];
-        const int x0 = ind.boxX.Secchio(*std::min_element(x, x + 4));
-        const int x1 = ind.boxX.Secchio(*std::max_element(x, x + 4));
-        const int y0 = ind.boxY.Secchio(*std::min_element(y, y + 4));
-        const int y1 = ind.boxY.Secchio(*std::max_element(y, y + 4));
-        for (int bx = x0; bx <= x1; ++bx)
-            for (int by = y0; by <= y1; ++by) metti(bx * lati + by);
-    });
-    if (!boxOk) return false;
+// Files the `conta` cells, in scan order, into buckets: counts, turns the
+// counts into starts, and fills the lists by cell code, so every list keeps
+// the scan order. False when the entries exceed the capacity.
+template <class FSecchi>
+bool Archivia(const TGriglia& g, int conta, int secchi, std::int32_t* inizio, std::int16_t* voci,
+              int capienza, FSecchi perSecchio)
+{
+    std::fill(inizio, inizio + secchi + 1, 0);
+    for (int id = 0; id < conta; ++id) perSecchio(id, [&](int s) { ++inizio[s + 1]; });
+    for (int s = 0; s < secchi; ++s) inizio[s + 1] += inizio[s];
+    if (inizio[secchi] > capienza) return false;
+    std::int32_t prossimo[maxCelle];
+    std::copy(inizio, inizio + secchi, prossimo);
+    for (int id = 0; id < conta; ++id)
+        perSecchio(id, [&](int s) { voci[prossimo[s]++] = static_cast<std::int16_t>(g.Codice(id)); });
+    return true;
+}
 
-    Archivia(celle, quadNord, lati * lati, ind.inizioRif, ind.celleRif, maxCelle, [&](int id, auto&& metti) {
-        const std::int32_t* x = angX[id / quadNord][id % quadNord];
-        const std::int32_t* y = angY[id / quadNord][id % quadNord];
-        const int bx = ind.rifX.Secchio(MetaIntera(static_cast<std::int64_t>(x[0]) + x[3]));
-        const int by = ind.rifY.Secchio(MetaIntera(static_cast<std::int64_t>(y[0]) + y[3]));
-        metti(bx * lati + by);
-    });
-    for (int b = 0; b < lati * lati; ++b) {
+// The box of the reference points filed in each bucket.
+void MisuraSecchiRif(TIndiceCelle& ind, int secchi)
+{
+    for (int b = 0; b < secchi; ++b) {
         double* box = ind.boxRif[b];
         box[0] = box[2] = 1e300;
         box[1] = box[3] = -1e300;
@@ -132,6 +122,41 @@ bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t**
             box[3] = std::max(box[3], ind.cy[codice]);
         }
     }
+}
+
+}  // namespace
+
+bool IndicizzaCelle(TIndiceCelle& ind, int quadEst, int quadNord, std::int32_t*** angX,
+                    std::int32_t*** angY)
+{
+    ind.valido = false;
+    const int celle = quadEst * quadNord;
+    if (quadEst < 1 || quadNord < 1 || celle > maxCelle) return false;
+    ind.quadEst = quadEst;
+    ind.quadNord = quadNord;
+    const int lati = std::max(quadEst, quadNord);
+    const TGriglia g{quadNord, angX, angY};
+    if (!MisuraCelle(ind, g, celle, lati)) return false;
+
+    const auto secchiBox = [&](int id, auto&& metti) {
+        const std::int32_t* x = g.X(id);
+        const std::int32_t* y = g.Y(id);
+        const int x1 = ind.boxX.Secchio(*std::max_element(x, x + 4));
+        const int y0 = ind.boxY.Secchio(*std::min_element(y, y + 4));
+        const int y1 = ind.boxY.Secchio(*std::max_element(y, y + 4));
+        for (int bx = ind.boxX.Secchio(*std::min_element(x, x + 4)); bx <= x1; ++bx)
+            for (int by = y0; by <= y1; ++by) metti(bx * lati + by);
+    };
+    if (!Archivia(g, celle, lati * lati, ind.inizioBox, ind.celleBox, maxVociCelle, secchiBox))
+        return false;
+
+    const auto secchioRif = [&](int id, auto&& metti) {
+        const std::int64_t fx = MetaIntera(static_cast<std::int64_t>(g.X(id)[0]) + g.X(id)[3]);
+        const std::int64_t fy = MetaIntera(static_cast<std::int64_t>(g.Y(id)[0]) + g.Y(id)[3]);
+        metti(ind.rifX.Secchio(fx) * lati + ind.rifY.Secchio(fy));
+    };
+    Archivia(g, celle, lati * lati, ind.inizioRif, ind.celleRif, maxCelle, secchioRif);
+    MisuraSecchiRif(ind, lati * lati);
     ind.valido = true;
     return true;
 }
