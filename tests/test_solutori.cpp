@@ -7,149 +7,97 @@
 
 #include "digit.h"
 #include "support/digit_accesso.h"
-#include "support/matrice.h"
 
 namespace {
 
 using A = CDigitTestAccess;
-constexpr double tolleranza = 1e-12;
+using TRighe = std::vector<std::vector<double>>;
 
-void AttesaMatrice(TMatrice& a, const std::vector<std::vector<double>>& attesa)
+std::vector<double*> Puntatori(TRighe& righe)
 {
-    for (std::size_t i = 0; i < attesa.size(); ++i)
-        for (std::size_t j = 0; j < attesa[i].size(); ++j)
-            EXPECT_NEAR(a[i][j], attesa[i][j], tolleranza) << "element " << i << "," << j;
+    std::vector<double*> p;
+    for (auto& r : righe) p.push_back(r.data());
+    return p;
 }
 
-TEST(SolGausJTest, SolvesAndInvertsAThreeByThree)
-{
-    CDigit d;
-    TMatrice a{{2, 1, 1}, {1, 3, 2}, {1, 0, 0}};
-    double b[3] = {4, 5, 6};
-    double x[3] = {0, 0, 0};
-    bool errore = true;
-    A::SolGausJ(d, a.Righe(), b, x, 3, errore);
-    ASSERT_FALSE(errore);
-    EXPECT_NEAR(x[0], 6, tolleranza);
-    EXPECT_NEAR(x[1], 15, tolleranza);
-    EXPECT_NEAR(x[2], -23, tolleranza);
-    AttesaMatrice(a, {{0, 0, 1}, {-2, 1, 3}, {3, -1, -5}});
-    EXPECT_EQ(b[0], 4);
-    EXPECT_EQ(b[1], 5);
-    EXPECT_EQ(b[2], 6);
-}
-
-// The equal 2 at row 1 does not displace the first 2 found: rows exchange,
-// and b stays as it was.
-TEST(SolGausJTest, EqualMagnitudesKeepTheFirstPivot)
-{
-    CDigit d;
-    TMatrice a{{1, 2}, {2, 1}};
-    double b[2] = {3, 3};
-    double x[2] = {0, 0};
-    bool errore = true;
-    A::SolGausJ(d, a.Righe(), b, x, 2, errore);
-    ASSERT_FALSE(errore);
-    EXPECT_NEAR(x[0], 1, tolleranza);
-    EXPECT_NEAR(x[1], 1, tolleranza);
-    AttesaMatrice(a, {{-1.0 / 3, 2.0 / 3}, {2.0 / 3, -1.0 / 3}});
-    EXPECT_EQ(b[0], 3);
-    EXPECT_EQ(b[1], 3);
-}
-
-struct TSingolare {
+struct TSistema {
     const char* nome;
-    std::vector<std::vector<double>> a;
+    TRighe a;
     std::vector<double> b;
-    bool xScritto;
-    std::vector<double> x;  // when written
+    bool errore, xScritto;
+    std::vector<double> x;  // 99 where x stays untouched
+    TRighe inversa;         // when solved
+    double tolleranza;
 };
 
-class SingolareTest : public ::testing::TestWithParam<TSingolare> {};
+class SolGausJTest : public ::testing::TestWithParam<TSistema> {};
 
-// A singular system shows itself only through the pivot counts: either a scan
-// meets a column used twice (x untouched) or the final check does (x written
-// with what the elimination left).
-TEST_P(SingolareTest, RaisesErroreAndWritesXOnlyAfterTheLastPass)
+// Solved: x and the inverse. Singular: errore, and x written only when the
+// last pass was reached. b is never changed, even when rows are exchanged.
+TEST_P(SolGausJTest, SolvesOrFlagsTheSystem)
 {
-    const TSingolare& c = GetParam();
+    TSistema c = GetParam();
     CDigit d;
     const int n = static_cast<int>(c.a.size());
-    std::vector<std::vector<double>> righe = c.a;
-    std::vector<double*> puntatori;
-    for (auto& r : righe) puntatori.push_back(r.data());
-    std::vector<double> b = c.b;
-    std::vector<double> x(n, 99.0);
-    bool errore = false;
-    A::SolGausJ(d, puntatori.data(), b.data(), x.data(), n, errore);
-    EXPECT_TRUE(errore);
-    if (c.xScritto)
-        EXPECT_EQ(x, c.x);
-    else
-        EXPECT_EQ(x, std::vector<double>(n, 99.0)) << "x must stay untouched";
+    std::vector<double*> righe = Puntatori(c.a);
+    std::vector<double> b = c.b, x(n, 99.0);
+    bool errore = !c.errore;
+    A::SolGausJ(d, righe.data(), b.data(), x.data(), n, errore);
+    ASSERT_EQ(errore, c.errore);
+    for (int i = 0; i < n; ++i) EXPECT_NEAR(x[i], c.xScritto ? c.x[i] : 99.0, c.tolleranza) << "x" << i;
+    for (std::size_t i = 0; i < c.inversa.size(); ++i)
+        for (int j = 0; j < n; ++j) EXPECT_NEAR(c.a[i][j], c.inversa[i][j], c.tolleranza) << i << "," << j;
     EXPECT_EQ(b, c.b);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Casi, SingolareTest,
+    Casi, SolGausJTest,
     ::testing::Values(
-        // The second pass finds nothing above 0.0 and reuses the pivot 4.
-        TSingolare{"dueXdue", {{1, 2}, {2, 4}}, {1, 2}, true, {1, 2}},
-        // Same, but the first pass meets two equal magnitudes: with the first
-        // 2 as pivot the written x is (1, 3); the later 2 would give (2, 0.5).
-        TSingolare{"pariMerito", {{2, 1}, {2, 1}}, {1, 3}, true, {1, 3}},
-        // The pivot 9 serves twice and the third scan stops.
-        TSingolare{"rangoUno", {{1, 2, 3}, {2, 4, 6}, {3, 6, 9}}, {1, 1, 1}, false, {}},
+        TSistema{"treXtre", {{2, 1, 1}, {1, 3, 2}, {1, 0, 0}}, {4, 5, 6}, false, true, {6, 15, -23},
+                 {{0, 0, 1}, {-2, 1, 3}, {3, -1, -5}}, 1e-12},
+        // The equal 2 at row 1 does not displace the first one: rows exchange.
+        TSistema{"pariMerito", {{1, 2}, {2, 1}}, {3, 3}, false, true, {1, 1},
+                 {{-1.0 / 3, 2.0 / 3}, {2.0 / 3, -1.0 / 3}}, 1e-12},
+        // Rows are divided by the pivot: 5/3 differs in its last bit from 5·(1/3).
+        TSistema{"divisione", {{3}}, {5}, false, true, {5.0 / 3.0}, {{1.0 / 3.0}}, 0},
+        // The second pass finds nothing above 0.0, reuses the pivot 4, and the
+        // final check flags it: x is written.
+        TSistema{"singolare", {{1, 2}, {2, 4}}, {1, 2}, true, true, {1, 2}, {}, 0},
+        // Same with a tie in the first pass: the first 2 gives (1, 3), the
+        // later one would give (2, 0.5).
+        TSistema{"singolarePariMerito", {{2, 1}, {2, 1}}, {1, 3}, true, true, {1, 3}, {}, 0},
+        // The pivot 9 serves twice and the third scan stops: x untouched.
+        TSistema{"rangoUno", {{1, 2, 3}, {2, 4, 6}, {3, 6, 9}}, {1, 1, 1}, true, false, {}, {}, 0},
         // Nothing to pivot on in the first pass.
-        TSingolare{"nulla", {{0, 0}, {0, 0}}, {1, 1}, false, {}},
-        TSingolare{"soloNaN", {{NAN, NAN}, {NAN, NAN}}, {1, 1}, false, {}}),
-    [](const ::testing::TestParamInfo<TSingolare>& i) { return std::string(i.param.nome); });
+        TSistema{"nulla", {{0, 0}, {0, 0}}, {1, 1}, true, false, {}, {}, 0},
+        TSistema{"soloNaN", {{NAN, NAN}, {NAN, NAN}}, {1, 1}, true, false, {}, {}, 0}),
+    [](const ::testing::TestParamInfo<TSistema>& i) { return std::string(i.param.nome); });
 
-TEST(SolGausJTest, EmptySystemTouchesNothing)
+TEST(SolutoriTest, EmptyAndRowlessSystems)
 {
     CDigit d;
     bool errore = true;
     A::SolGausJ(d, nullptr, nullptr, nullptr, 0, errore);
-    EXPECT_FALSE(errore);
+    EXPECT_FALSE(errore) << "n of 0 touches nothing";
+    double x[2] = {99, 99};
+    A::LeastSqareMatrix(d, nullptr, nullptr, x, 0, 2, errore);
+    EXPECT_TRUE(errore) << "no rows: a zero normal matrix";
+    EXPECT_EQ(x[0], 99);
 }
 
-// The row is divided by the pivot: 5/3 differs in its last bit from 5·(1/3).
-TEST(SolGausJTest, DividesByThePivot)
+TEST(SolutoriTest, LeastSquaresThroughTheNormalEquationsKeepsItsInput)
 {
     CDigit d;
-    TMatrice a{{3}};
-    double b[1] = {5};
-    double x[1] = {0};
-    bool errore = true;
-    A::SolGausJ(d, a.Righe(), b, x, 1, errore);
-    ASSERT_FALSE(errore);
-    EXPECT_EQ(x[0], 5.0 / 3.0);
-    EXPECT_EQ(a[0][0], 1.0 / 3.0);
-}
-
-TEST(LeastSqareMatrixTest, FitsThroughTheNormalEquationsAndKeepsItsInput)
-{
-    CDigit d;
-    TMatrice a{{1, 0}, {1, 1}, {1, 2}};
-    double b[3] = {1, 3, 4};
+    TRighe a = {{1, 0}, {1, 1}, {1, 2}};
+    std::vector<double*> righe = Puntatori(a);
+    const double b[3] = {1, 3, 4};
     double x[2] = {0, 0};
     bool errore = true;
-    A::LeastSqareMatrix(d, a.Righe(), b, x, 3, 2, errore);
+    A::LeastSqareMatrix(d, righe.data(), b, x, 3, 2, errore);
     ASSERT_FALSE(errore);
-    EXPECT_NEAR(x[0], 7.0 / 6.0, tolleranza);
-    EXPECT_NEAR(x[1], 1.5, tolleranza);
-    AttesaMatrice(a, {{1, 0}, {1, 1}, {1, 2}});
-    EXPECT_EQ(b[2], 4);
-}
-
-TEST(LeastSqareMatrixTest, NoRowsIsSingular)
-{
-    CDigit d;
-    double x[2] = {99, 99};
-    bool errore = false;
-    A::LeastSqareMatrix(d, nullptr, nullptr, x, 0, 2, errore);
-    EXPECT_TRUE(errore);
-    EXPECT_EQ(x[0], 99);
+    EXPECT_NEAR(x[0], 7.0 / 6.0, 1e-12);
+    EXPECT_NEAR(x[1], 1.5, 1e-12);
+    EXPECT_EQ(a, (TRighe{{1, 0}, {1, 1}, {1, 2}}));
 }
 
 }  // namespace
