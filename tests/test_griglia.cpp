@@ -8,7 +8,6 @@
 #include "digit.h"
 #include "support/digit_accesso.h"
 #include "support/griglia_prova.h"
-#include "tablet/tabelle.h"
 
 namespace {
 
@@ -81,33 +80,19 @@ TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
 }
 
 // A grid larger than the tables is cut to the cells they hold: nothing is
-// read or written outside them (the address sanitizer would tell), and the
-// fitted cells map their corners.
+// read or written outside them (the address sanitizer would tell), the count
+// is kept as given, and the last node of the tables maps back.
 TEST(CoefficientiOmogTest, ACountAboveTheTablesServesOnlyTheirCells)
 {
     CDigit d;
-    ASSERT_TRUE(CalibraDaNodi(d, GrigliaScossa(maxQuadrati, maxQuadrati, 400, 30, 5)));
-    A::StatoCalibr(d) = calibNessuna;
-    A::NumQuadEst(d) = 40;
-    A::NumQuadNord(d) = 1000;
-    double*** est = AllocaTabella<double>(4);
-    double*** nord = AllocaTabella<double>(4);
-    for (int i = 0; i < maxQuadrati; ++i)
-        for (int j = 0; j < maxQuadrati; ++j)
-            for (int c = 0; c < 4; ++c) {
-                est[i][j][c] = A::AngoliX(d)[i][j][c] * 0.5;
-                nord[i][j][c] = A::AngoliY(d)[i][j][c] * 0.25;
-            }
-    EXPECT_TRUE(A::CalcoloCoefficientiOmog(d, A::AngoliX(d), A::AngoliY(d), est, nord));
+    const TNodi nodi = GrigliaScossa(maxQuadrati, maxQuadrati, 400, 30, 5);
+    ASSERT_TRUE(CalibraDaNodi(d, nodi, 40, 1000));
     EXPECT_EQ(A::StatoCalibr(d), calibGriglia);
-    EXPECT_EQ(A::NumQuadEst(d), 40) << "the count is kept as given";
-    const std::int32_t x = A::AngoliX(d)[20][20][3], y = A::AngoliY(d)[20][20][3];
+    EXPECT_EQ(A::NumQuadEst(d), 40);
     double e = 0, n = 0;
-    ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(x, y, e, n));
-    EXPECT_NEAR(e, x * 0.5, 1e-9);
-    EXPECT_NEAR(n, y * 0.25, 1e-9);
-    LiberaTabella(est);
-    LiberaTabella(nord);
+    ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(nodi[21][21].x, nodi[21][21].y, e, n));
+    EXPECT_NEAR(e, nodi[21][21].est, 1e-9);
+    EXPECT_NEAR(n, nodi[21][21].nord, 1e-9);
 }
 
 // Round trip: on well-shaped grids of every size, each digitized node maps

@@ -41,8 +41,9 @@ inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::in
 }
 
 // Stores every node into the corners of the cells that meet at it, sets the
-// grid size and fits every cell. Returns what the fit returned.
-inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi)
+// grid size (the nodes' own, or the counts given) and fits every cell.
+// Returns what the fit returned.
+inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi, int quadEstDati = -1, int quadNordDati = -1)
 {
     const int quadEst = static_cast<int>(nodi.size()) - 1;
     const int quadNord = static_cast<int>(nodi[0].size()) - 1;
@@ -65,8 +66,8 @@ inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi)
             metti(p, q, 0, nodi[p][q]);
         }
     }
-    CDigitTestAccess::NumQuadEst(d) = quadEst;
-    CDigitTestAccess::NumQuadNord(d) = quadNord;
+    CDigitTestAccess::NumQuadEst(d) = quadEstDati < 0 ? quadEst : quadEstDati;
+    CDigitTestAccess::NumQuadNord(d) = quadNordDati < 0 ? quadNord : quadNordDati;
     const bool ok = CDigitTestAccess::CalcoloCoefficientiOmog(d, ax, ay, est, nord);
     LiberaTabella(est);
     LiberaTabella(nord);
