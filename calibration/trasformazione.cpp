@@ -31,9 +31,8 @@ void CDigit::CalcoloTrasfOmog(std::int32_t x, std::int32_t y, double& est, doubl
 // that holds the point gives the map. When none does, the cell whose
 // reference point (the midpoint of its diagonal from corner 0 to corner 3) is
 // nearest gives it, even far outside the grid; on equal distances the earlier
-// cell stays. The corner sums are exact, so a half count survives. After a
-// grid fit the cell index (calibration/indice_celle.h) finds the same cell
-// without testing every one.
+// cell stays. After a grid fit the cell index finds that same cell without
+// testing every one.
 bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord) const
 {
     const double xd = x;
@@ -47,53 +46,56 @@ bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord
     }
     if (statoCalibr != calibGriglia) return false;
 
+    const TIndiceCelle* indice = indiceCelle.get();
+    const bool indicizzata = indice && indice->valido &&
+                             indice->quadEst == QuadratiInTabella(numQuadEst) &&
+                             indice->quadNord == QuadratiInTabella(numQuadNord);
+    const int cella = indicizzata ? CercaCellaIndicizzata(x, y) : CercaCellaScandita(x, y);
+    CalcoloTrasfOmog(x, y, est, nord, coefCelle[CellaEst(cella)][CellaNord(cella)]);
+    return true;
+}
+
+// The cell search through the index: the candidates of the point's bucket
+// in scan order, else the nearest reference point.
+int CDigit::CercaCellaIndicizzata(std::int32_t x, std::int32_t y) const
+{
+    const std::int16_t* primo = nullptr;
+    const std::int16_t* fine = nullptr;
+    CandidatiCella(*indiceCelle, x, y, primo, fine);
+    for (; primo != fine; ++primo) {
+        const int i = CellaEst(*primo);
+        const int j = CellaNord(*primo);
+        if (PtInRect(angoliX[i][j], angoliY[i][j], x, y)) return *primo;
+    }
+    return CellaPiuVicina(*indiceCelle, x, y);
+}
+
+// The cell search over every cell, for tables the index does not describe.
+// A grid of no cell selects cell (0, 0).
+int CDigit::CercaCellaScandita(std::int32_t x, std::int32_t y) const
+{
     const int quadEst = QuadratiInTabella(numQuadEst);
     const int quadNord = QuadratiInTabella(numQuadNord);
-    const TIndiceCelle* indice = indiceCelle.get();
-    if (indice && indice->valido && indice->quadEst == quadEst && indice->quadNord == quadNord) {
-        const std::int16_t* primo = nullptr;
-        const std::int16_t* fine = nullptr;
-        CandidatiCella(*indice, x, y, primo, fine);
-        int scelta = -1;
-        for (; primo != fine && scelta < 0; ++primo) {
-            if (PtInRect(angoliX[CellaEst(*primo)][CellaNord(*primo)],
-                         angoliY[CellaEst(*primo)][CellaNord(*primo)], x, y))
-                scelta = *primo;
-        }
-        if (scelta < 0) scelta = CellaPiuVicina(*indice, xd, yd);
-        CalcoloTrasfOmog(x, y, est, nord, coefCelle[CellaEst(scelta)][CellaNord(scelta)]);
-        return true;
-    }
+    for (int i = 0; i < quadEst; ++i)
+        for (int j = 0; j < quadNord; ++j)
+            if (PtInRect(angoliX[i][j], angoliY[i][j], x, y)) return CodiceCella(i, j);
 
-    // No index for these tables: every cell in scan order.
-    for (int i = 0; i < quadEst; ++i) {
-        for (int j = 0; j < quadNord; ++j) {
-            if (PtInRect(angoliX[i][j], angoliY[i][j], x, y)) {
-                CalcoloTrasfOmog(x, y, est, nord, coefCelle[i][j]);
-                return true;
-            }
-        }
-    }
-
+    const double xd = x;
+    const double yd = y;
     double migliore = 1e200;
-    int iSel = 0;
-    int jSel = 0;
+    int scelta = CodiceCella(0, 0);
     for (int i = 0; i < quadEst; ++i) {
         for (int j = 0; j < quadNord; ++j) {
-            const std::int32_t* ax = angoliX[i][j];
-            const std::int32_t* ay = angoliY[i][j];
-            const double cx = MetaDiagonale(ax[0], ax[3]);
-            const double cy = MetaDiagonale(ay[0], ay[3]);
+            const double cx = MetaDiagonale(angoliX[i][j][0], angoliX[i][j][3]);
+            const double cy = MetaDiagonale(angoliY[i][j][0], angoliY[i][j][3]);
             const double d = (cx - xd) * (cx - xd) + (cy - yd) * (cy - yd);
             if (d < migliore) {
                 migliore = d;
-                iSel = i;
-                jSel = j;
+                scelta = CodiceCella(i, j);
             }
         }
     }
-    CalcoloTrasfOmog(x, y, est, nord, coefCelle[iSel][jSel]);
-    return true;
+    return scelta;
 }
 
 // The current report through the map in force. The button argument receives

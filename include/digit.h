@@ -163,6 +163,8 @@ private:
     bool PtInTri(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t x3,
                  std::int32_t y3, std::int32_t px, std::int32_t py) const;
     bool PtInRect(const std::int32_t* xs, const std::int32_t* ys, std::int32_t x, std::int32_t y) const;
+    int CercaCellaIndicizzata(std::int32_t x, std::int32_t y) const;
+    int CercaCellaScandita(std::int32_t x, std::int32_t y) const;
     void AggiornaIndiceCelle();
     void CopiaIndiceCelle(const CDigit& other);
 
