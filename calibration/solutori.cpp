@@ -19,6 +19,43 @@ struct TPivot {
     std::int32_t ipiv;
 };
 
+// Scans the unused rows and columns for the first element of largest
+// magnitude, strictly greater than any before it. irow and icol keep their
+// values when nothing exceeds 0.0. False when a column already served twice.
+bool CercaPivot(double** a, int n, const std::vector<TPivot>& p, int& irow, int& icol)
+{
+    double big = 0.0;
+    for (int j = 0; j < n; ++j) {
+        if (p[j].ipiv == 1) continue;
+        for (int k = 0; k < n; ++k) {
+            if (p[k].ipiv > 1) return false;
+            if (p[k].ipiv < 1 && std::fabs(a[j][k]) > big) {
+                big = std::fabs(a[j][k]);
+                irow = j;
+                icol = k;
+            }
+        }
+    }
+    return true;
+}
+
+// Divides the pivot row by the pivot (its place becoming 1.0 first) and
+// clears the pivot column from every other row, zero or not.
+void Elimina(double** a, std::vector<double>& r, int n, int icol)
+{
+    const double piv = a[icol][icol];
+    a[icol][icol] = 1.0;
+    for (int l = 0; l < n; ++l) a[icol][l] /= piv;
+    r[icol] /= piv;
+    for (int ll = 0; ll < n; ++ll) {
+        if (ll == icol) continue;
+        const double dum = a[ll][icol];
+        a[ll][icol] = 0.0;
+        for (int l = 0; l < n; ++l) a[ll][l] -= a[icol][l] * dum;
+        r[ll] -= dum * r[icol];
+    }
+}
+
 }  // namespace
 
 void CDigit::Swap(double& a, double& b) const
@@ -54,45 +91,18 @@ void CDigit::SolGausJ(double** a, double* b, double* x, int n, bool& errore)
     int icol = -1;
 
     for (int i = 0; i < n; ++i) {
-        double big = 0.0;
-        for (int j = 0; j < n; ++j) {
-            if (p[j].ipiv == 1) continue;
-            for (int k = 0; k < n; ++k) {
-                if (p[k].ipiv > 1) {
-                    errore = true;
-                    return;
-                }
-                if (p[k].ipiv < 1 && std::fabs(a[j][k]) > big) {
-                    big = std::fabs(a[j][k]);
-                    irow = j;
-                    icol = k;
-                }
-            }
-        }
-        if (icol < 0) {  // first pass, nothing to pivot on
+        if (!CercaPivot(a, n, p, irow, icol) || icol < 0) {  // icol < 0: first pass, nothing
             errore = true;
             return;
         }
         ++p[icol].ipiv;
         p[i].indxr = irow;
         p[i].indxc = icol;
-
         if (irow != icol) {
             for (int l = 0; l < n; ++l) Swap(a[irow][l], a[icol][l]);
             Swap(r[irow], r[icol]);
         }
-        const double piv = a[icol][icol];
-        a[icol][icol] = 1.0;
-        for (int l = 0; l < n; ++l) a[icol][l] /= piv;
-        r[icol] /= piv;
-
-        for (int ll = 0; ll < n; ++ll) {
-            if (ll == icol) continue;
-            const double dum = a[ll][icol];
-            a[ll][icol] = 0.0;
-            for (int l = 0; l < n; ++l) a[ll][l] -= a[icol][l] * dum;
-            r[ll] -= dum * r[icol];
-        }
+        Elimina(a, r, n, icol);
     }
 
     for (int l = n - 1; l >= 0; --l) {
