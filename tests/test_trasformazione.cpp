@@ -49,11 +49,11 @@ TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
     const TCaso punti[] = {{50, 50, true},    {0, 0, true},   {0, 100, true},  {100, 0, true},
                            {100, 100, true},  {50, 0, true},  {100, 50, true}, {101, 50, false},
                            {-1, -1, false},   {50, 101, false}};
-    const TQuattro specchioX = {100, 100, 0, 0};
+    const TQuattro riflessoX = {100, 100, 0, 0};
     CDigit d;
     for (const TCaso& p : punti) {
         EXPECT_EQ(A::PtInRect(d, quadratoX.data(), quadratoY.data(), p.x, p.y), p.dentro) << p.x << "," << p.y;
-        EXPECT_FALSE(A::PtInRect(d, specchioX.data(), quadratoY.data(), p.x, p.y)) << p.x << "," << p.y;
+        EXPECT_FALSE(A::PtInRect(d, riflessoX.data(), quadratoY.data(), p.x, p.y)) << p.x << "," << p.y;
     }
     const TQuattro storX = {0, 0, 100, 300}, storY = {0, 100, 0, 300};
     EXPECT_TRUE(A::PtInRect(d, storX.data(), storY.data(), 250, 240));
