@@ -14,8 +14,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 class GWnd;
+struct TIndiceCelle;
+
+// Releases the spatial index of a calibration grid, an internal of the
+// library that the object owns.
+struct TLiberaIndiceCelle {
+    void operator()(TIndiceCelle* indice) const;
+};
 
 // ---------------------------------------------------------------------------
 // Button function codes: what a press of a button means to the user. Only
@@ -33,7 +41,11 @@ constexpr int calibNessuna = 1;
 constexpr int calibGriglia = 2;
 constexpr int calibPtSparsi = 4;
 
-// Size of the calibration tables: at most 21 grid squares per axis.
+// Size of the calibration tables: at most 21 grid squares per axis. A grid
+// asked for with more squares on an axis is cut to its first maxQuadrati
+// squares there: only those nodes are digitized, fitted, searched and counted
+// in the calibrated area, and nothing is written outside the tables. The
+// object keeps the count as it was given.
 constexpr int maxQuadrati = 21;
 
 // Result of configDigit when the user refused the "already calibrated" warning.
@@ -151,6 +163,10 @@ private:
     bool PtInTri(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t x3,
                  std::int32_t y3, std::int32_t px, std::int32_t py) const;
     bool PtInRect(const std::int32_t* xs, const std::int32_t* ys, std::int32_t x, std::int32_t y) const;
+    int CercaCellaIndicizzata(std::int32_t x, std::int32_t y) const;
+    int CercaCellaScandita(std::int32_t x, std::int32_t y) const;
+    void AggiornaIndiceCelle();
+    void CopiaIndiceCelle(const CDigit& other);
 
     std::intptr_t hPorta;  // the port as Init last took it; 0 if never connected
     TDataDigit dati;
@@ -164,6 +180,9 @@ private:
     double*** coefCelle;        // [est][nord][8]
     std::int32_t*** angoliX;    // [est][nord][4]
     std::int32_t*** angoliY;    // [est][nord][4]
+    // Index of the cells of the last grid fit, to find a point's cell
+    // quickly; null until a grid is fitted.
+    std::unique_ptr<TIndiceCelle, TLiberaIndiceCelle> indiceCelle;
 };
 
 // ---------------------------------------------------------------------------

@@ -60,6 +60,7 @@ CDigit& CDigit::operator=(const CDigit& other)
     CopiaTabella(coefCelle, other.coefCelle, coefPerCella);
     CopiaTabella(angoliX, other.angoliX, angoliPerCella);
     CopiaTabella(angoliY, other.angoliY, angoliPerCella);
+    CopiaIndiceCelle(other);
     return *this;
 }
 

@@ -2,21 +2,85 @@
 #ifndef VELMARIN_TEST_DIGIT_ACCESSO_H
 #define VELMARIN_TEST_DIGIT_ACCESSO_H
 
+#include "calibration/indice_celle.h"
 #include "digit.h"
 
+// A test that writes the grid size or the corners through these
+// accessors leaves the map without its cell index, so the cells are searched
+// one by one until the next fit (or IndicizzaCelle) rebuilds it.
 class CDigitTestAccess {
 public:
+    static void ScartaIndice(CDigit& d)
+    {
+        if (d.indiceCelle) d.indiceCelle->valido = false;
+    }
+    static void IndicizzaCelle(CDigit& d) { d.AggiornaIndiceCelle(); }
+    static bool Indicizzato(const CDigit& d) { return d.indiceCelle && d.indiceCelle->valido; }
     static std::int32_t& StatoCalibr(CDigit& d) { return d.statoCalibr; }
     static std::intptr_t& HPorta(CDigit& d) { return d.hPorta; }
-    static std::int32_t& NumQuadEst(CDigit& d) { return d.numQuadEst; }
-    static std::int32_t& NumQuadNord(CDigit& d) { return d.numQuadNord; }
+    static std::int32_t& NumQuadEst(CDigit& d) { ScartaIndice(d); return d.numQuadEst; }
+    static std::int32_t& NumQuadNord(CDigit& d) { ScartaIndice(d); return d.numQuadNord; }
     static double& IniEst(CDigit& d) { return d.iniEst; }
     static double& IniNord(CDigit& d) { return d.iniNord; }
     static double& PassoEst(CDigit& d) { return d.passoEst; }
     static double& PassoNord(CDigit& d) { return d.passoNord; }
     static double*** CoefCelle(CDigit& d) { return d.coefCelle; }
-    static std::int32_t*** AngoliX(CDigit& d) { return d.angoliX; }
-    static std::int32_t*** AngoliY(CDigit& d) { return d.angoliY; }
+    static std::int32_t*** AngoliX(CDigit& d) { ScartaIndice(d); return d.angoliX; }
+    static std::int32_t*** AngoliY(CDigit& d) { ScartaIndice(d); return d.angoliY; }
+
+    // Calibration mathematics.
+    static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& errore)
+    {
+        d.SolGausJ(a, b, x, n, errore);
+    }
+    static void LeastSqareMatrix(CDigit& d, double** a, const double* b, double* x, int m, int n,
+                                 bool& errore)
+    {
+        d.LeastSqareMatrix(a, b, x, m, n, errore);
+    }
+    static void Swap(const CDigit& d, double& a, double& b) { d.Swap(a, b); }
+    static void CalcoloTrasfCoord(CDigit& d, const double* x, const double* y, const double* est,
+                                  const double* nord, double* coefEst, double* coefNord, int n,
+                                  bool& errore)
+    {
+        d.CalcoloTrasfCoord(x, y, est, nord, coefEst, coefNord, n, errore);
+    }
+    static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est,
+                                            double* nord, int n)
+    {
+        return d.CalcoloCoefficientiPtSparsi(x, y, est, nord, n);
+    }
+    static bool CalcoloCoefOmog(CDigit& d, std::int32_t* x, std::int32_t* y, double* est,
+                                double* nord, double* coef)
+    {
+        return d.CalcoloCoefOmog(x, y, est, nord, coef);
+    }
+    static bool CalcoloCoefficientiOmog(CDigit& d, std::int32_t*** angX, std::int32_t*** angY,
+                                        double*** angEst, double*** angNord)
+    {
+        return d.CalcoloCoefficientiOmog(angX, angY, angEst, angNord);
+    }
+    static void CalcoloTrasfOmog(const CDigit& d, std::int32_t x, std::int32_t y, double& est,
+                                 double& nord, const double* coef)
+    {
+        d.CalcoloTrasfOmog(x, y, est, nord, coef);
+    }
+    static int Ccw(const CDigit& d, std::int32_t x0, std::int32_t y0, std::int32_t x1,
+                   std::int32_t y1, std::int32_t x2, std::int32_t y2)
+    {
+        return d.Ccw(x0, y0, x1, y1, x2, y2);
+    }
+    static bool PtInTri(const CDigit& d, std::int32_t x1, std::int32_t y1, std::int32_t x2,
+                        std::int32_t y2, std::int32_t x3, std::int32_t y3, std::int32_t px,
+                        std::int32_t py)
+    {
+        return d.PtInTri(x1, y1, x2, y2, x3, y3, px, py);
+    }
+    static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys,
+                         std::int32_t x, std::int32_t y)
+    {
+        return d.PtInRect(xs, ys, x, y);
+    }
 };
 
 #endif

@@ -1,0 +1,77 @@
+// A digitized grid for the tests and benchmarks: nodes with their tablet
+// counts and ground values, stored into the corner tables of a CDigit the way
+// a grid calibration stores them, then fitted.
+#ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
+#define VELMARIN_TEST_GRIGLIA_PROVA_H
+
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "digit.h"
+#include "digit_accesso.h"
+#include "tablet/tabelle.h"
+
+struct TNodo {
+    std::int32_t x, y;  // tablet counts
+    double est, nord;   // ground
+};
+
+// Nodes of a grid of quadEst by quadNord squares, indexed [p][q].
+using TNodi = std::vector<std::vector<TNodo>>;
+
+// A well-shaped grid: a regular layout of `lato` counts per square, shaken by
+// up to `scossa` counts per node, slightly sheared, with East along tablet x.
+inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::int32_t scossa,
+                           unsigned seme)
+{
+    std::mt19937 gen(seme);
+    std::uniform_int_distribution<std::int32_t> dist(-scossa, scossa);
+    TNodi nodi(quadEst + 1, std::vector<TNodo>(quadNord + 1));
+    for (int p = 0; p <= quadEst; ++p) {
+        for (int q = 0; q <= quadNord; ++q) {
+            TNodo& n = nodi[p][q];
+            n.x = 2000 + p * lato + q * (lato / 20) + dist(gen);
+            n.y = 1500 + q * lato + dist(gen);
+            n.est = 1000.0 + p * 50.0;
+            n.nord = 2000.0 + q * 50.0;
+        }
+    }
+    return nodi;
+}
+
+// Stores every node into the corners of the cells that meet at it, sets the
+// grid size (the nodes' own, or the counts given) and fits every cell.
+// Returns what the fit returned.
+inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi, int quadEstDati = -1, int quadNordDati = -1)
+{
+    const int quadEst = static_cast<int>(nodi.size()) - 1;
+    const int quadNord = static_cast<int>(nodi[0].size()) - 1;
+    double*** est = AllocaTabella<double>(4);
+    double*** nord = AllocaTabella<double>(4);
+    std::int32_t*** ax = CDigitTestAccess::AngoliX(d);
+    std::int32_t*** ay = CDigitTestAccess::AngoliY(d);
+    auto metti = [&](int i, int j, int c, const TNodo& n) {
+        if (i < 0 || j < 0 || i >= maxQuadrati || j >= maxQuadrati) return;
+        ax[i][j][c] = n.x;
+        ay[i][j][c] = n.y;
+        est[i][j][c] = n.est;
+        nord[i][j][c] = n.nord;
+    };
+    for (int p = 0; p <= quadEst; ++p) {
+        for (int q = 0; q <= quadNord; ++q) {
+            metti(p - 1, q - 1, 3, nodi[p][q]);
+            metti(p - 1, q, 2, nodi[p][q]);
+            metti(p, q - 1, 1, nodi[p][q]);
+            metti(p, q, 0, nodi[p][q]);
+        }
+    }
+    CDigitTestAccess::NumQuadEst(d) = quadEstDati < 0 ? quadEst : quadEstDati;
+    CDigitTestAccess::NumQuadNord(d) = quadNordDati < 0 ? quadNord : quadNordDati;
+    const bool ok = CDigitTestAccess::CalcoloCoefficientiOmog(d, ax, ay, est, nord);
+    LiberaTabella(est);
+    LiberaTabella(nord);
+    return ok;
+}
+
+#endif

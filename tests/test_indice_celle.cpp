@@ -1,0 +1,155 @@
+// The cell index must serve every point with the very cell that a scan of
+// all cells gives: the first holding cell, else the nearest reference point
+// with ties to the earlier cell.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "digit.h"
+#include "support/digit_accesso.h"
+#include "support/griglia_prova.h"
+
+namespace {
+
+using A = CDigitTestAccess;
+using TLimiti = std::numeric_limits<std::int32_t>;
+
+// Corners from nodes; every cell maps each point to East = scan number + 1.
+void GrigliaSegnata(CDigit& d, const TNodi& nodi)
+{
+    const int quadEst = static_cast<int>(nodi.size()) - 1, quadNord = static_cast<int>(nodi[0].size()) - 1;
+    for (int i = 0; i < quadEst; ++i)
+        for (int j = 0; j < quadNord; ++j) {
+            const TNodo* n[4] = {&nodi[i][j], &nodi[i][j + 1], &nodi[i + 1][j], &nodi[i + 1][j + 1]};
+            for (int c = 0; c < 4; ++c) {
+                A::AngoliX(d)[i][j][c] = n[c]->x;
+                A::AngoliY(d)[i][j][c] = n[c]->y;
+            }
+            std::fill(A::CoefCelle(d)[i][j], A::CoefCelle(d)[i][j] + 8, 0.0);
+            A::CoefCelle(d)[i][j][2] = i * quadNord + j + 1;
+        }
+    A::NumQuadEst(d) = quadEst;
+    A::NumQuadNord(d) = quadNord;
+    A::StatoCalibr(d) = calibGriglia;
+}
+
+// Corners, reference points and their neighbours, points over and around the
+// grid, and the extremes of the counts; the scan's answer for each, then the
+// index's.
+void Confronta(CDigit& d, std::mt19937& gen, bool indicizzabile)
+{
+    std::vector<std::int64_t> px, py;
+    for (int i = 0; i < A::NumQuadEst(d); ++i)
+        for (int j = 0; j < A::NumQuadNord(d); ++j) {
+            const std::int32_t *x = A::AngoliX(d)[i][j], *y = A::AngoliY(d)[i][j];
+            for (int c = 0; c < 4; ++c) px.push_back(x[c]), py.push_back(y[c]);
+            for (int k = 0; k < 9; ++k)
+                px.push_back((std::int64_t{x[0]} + x[3]) / 2 + k % 3 - 1), py.push_back((std::int64_t{y[0]} + y[3]) / 2 + k / 3 - 1);
+        }
+    const auto [x0, x1] = std::minmax_element(px.begin(), px.end());
+    const auto [y0, y1] = std::minmax_element(py.begin(), py.end());
+    std::uniform_int_distribution<std::int64_t> rx(2 * *x0 - *x1 - 10, 2 * *x1 - *x0 + 10), ry(2 * *y0 - *y1 - 10, 2 * *y1 - *y0 + 10);
+    for (int k = 0; k < 400; ++k) px.push_back(rx(gen)), py.push_back(ry(gen));
+    for (std::int64_t e : {std::int64_t{TLimiti::min()}, std::int64_t{0}, std::int64_t{TLimiti::max()}})
+        for (std::int64_t f : {std::int64_t{TLimiti::min()}, std::int64_t{TLimiti::max()}}) px.push_back(e), py.push_back(f);
+    auto limita = [](std::int64_t v) { return static_cast<std::int32_t>(std::clamp<std::int64_t>(v, TLimiti::min(), TLimiti::max())); };
+
+    ASSERT_FALSE(A::Indicizzato(d));
+    std::vector<double> attesi(px.size());
+    double nord = 0;
+    for (std::size_t k = 0; k < px.size(); ++k)
+        ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(limita(px[k]), limita(py[k]), attesi[k], nord));
+    A::IndicizzaCelle(d);
+    ASSERT_EQ(A::Indicizzato(d), indicizzabile);
+    for (std::size_t k = 0; k < px.size(); ++k) {
+        double est = 0;
+        ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(limita(px[k]), limita(py[k]), est, nord));
+        ASSERT_EQ(est, attesi[k]) << "point " << limita(px[k]) << "," << limita(py[k]);
+    }
+}
+
+// Well-shaped, twisted (cells over each other) and mirrored (every cell
+// clockwise) grids of random sizes.
+TEST(IndiceCelleTest, RandomGridsGetTheScannedCell)
+{
+    std::mt19937 gen(2024);
+    for (int prova = 0; prova < 24; ++prova) {
+        SCOPED_TRACE(prova);
+        const int quadEst = 1 + static_cast<int>(gen() % maxQuadrati), quadNord = 1 + static_cast<int>(gen() % maxQuadrati);
+        TNodi nodi = GrigliaScossa(quadEst, quadNord, 300, prova % 3 == 0 ? 400 : 50, gen());
+        if (prova % 4 == 1)
+            for (auto& colonna : nodi)
+                for (TNodo& n : colonna) n.x = -n.x;
+        CDigit d;
+        GrigliaSegnata(d, nodi);
+        Confronta(d, gen, true);
+    }
+}
+
+// Unrelated cells, up to the whole range of the counts.
+TEST(IndiceCelleTest, ScatteredCellsAndHugeCountsGetTheScannedCell)
+{
+    std::mt19937 gen(77);
+    for (std::int32_t ampiezza : {50, 100000, TLimiti::max()}) {
+        std::uniform_int_distribution<std::int32_t> v(-ampiezza, ampiezza);
+        TNodi nodi(8, std::vector<TNodo>(7));
+        CDigit d;
+        GrigliaSegnata(d, nodi);
+        for (int i = 0; i < 7; ++i)
+            for (int j = 0; j < 6; ++j)
+                for (int c = 0; c < 4; ++c) A::AngoliX(d)[i][j][c] = v(gen), A::AngoliY(d)[i][j][c] = v(gen);
+        Confronta(d, gen, true);
+    }
+}
+
+// On a square lattice each inner node is as far from the four reference
+// points around it; mirrored, no cell holds anything, and every node is a tie
+// that the earlier cell must win.
+TEST(IndiceCelleTest, TiesOnARegularLatticeGoToTheEarlierCell)
+{
+    std::mt19937 gen(31);
+    for (int verso : {1, -1}) {
+        TNodi nodi(9, std::vector<TNodo>(8));
+        for (int p = 0; p <= 8; ++p)
+            for (int q = 0; q <= 7; ++q) nodi[p][q] = {verso * p * 300, q * 300, 0.0, 0.0};
+        CDigit d;
+        GrigliaSegnata(d, nodi);
+        Confronta(d, gen, true);
+    }
+}
+
+// A triangle with its three corners at one position holds every point: such
+// a grid is not indexed, and the scan still answers.
+TEST(IndiceCelleTest, ACellHoldingEveryPointIsNotIndexed)
+{
+    std::mt19937 gen(5);
+    TNodi nodi = GrigliaScossa(4, 3, 300, 20, 9);
+    nodi[3][1] = nodi[3][2] = nodi[2][2] = TNodo{4000, 4000, 0.0, 0.0};
+    CDigit d;
+    GrigliaSegnata(d, nodi);
+    Confronta(d, gen, false);
+}
+
+// An assigned object searches with the source's index; a new grid size
+// without a new fit leaves the index unused.
+TEST(IndiceCelleTest, AssignmentCarriesTheIndexAndAResizeDropsIt)
+{
+    CDigit sorgente, dest;
+    ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(5, 5, 400, 30, 3)));
+    ASSERT_TRUE(A::Indicizzato(sorgente));
+    dest = sorgente;
+    EXPECT_TRUE(A::Indicizzato(dest));
+    double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
+    ASSERT_TRUE(sorgente.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1));
+    ASSERT_TRUE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e2, n2));
+    EXPECT_EQ(e1, e2);
+    EXPECT_EQ(n1, n2);
+    A::NumQuadEst(dest) = 2;
+    EXPECT_FALSE(A::Indicizzato(dest));
+}
+
+}  // namespace

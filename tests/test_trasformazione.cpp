@@ -1,0 +1,234 @@
+// The map from counts to ground: orientation, cell tests, cell search, the
+// projective formula, the current report and the calibrated area.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "digit.h"
+#include "reports/digit_link.h"
+#include "support/digit_accesso.h"
+
+namespace {
+
+using A = CDigitTestAccess;
+using TQuattro = std::array<std::int32_t, 4>;
+constexpr std::int32_t minimo = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t massimo = std::numeric_limits<std::int32_t>::max();
+
+TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
+{
+    struct TCaso { std::int32_t x0, y0, x1, y1, x2, y2; int atteso; };
+    const TCaso casi[] = {
+        {0, 0, 10, 0, 5, 5, +1}, {0, 0, 10, 0, 5, -5, -1}, {0, 0, 10, 0, 5, 0, 0},
+        {0, 0, 10, 0, 10, 0, 0}, {0, 0, 10, 0, 0, 0, 0}, {0, 0, 10, 0, 20, 0, +1},
+        {0, 0, 10, 0, -5, 0, -1}, {3, -4, 3, -4, 3, -4, 0}, {0, 0, 0, 10, 0, -1, -1},
+        {0, 0, 0, 0, 1, 1, +1},
+        // Products or sums beyond 32 bits: still the geometric answer.
+        {0, 0, 70000, 0, 35000, 70000, +1}, {0, 0, 70000, 0, 35000, -70000, -1},
+        {0, 0, 40000, 40000, 60000, 60000, +1}, {0, 0, 40000, 40000, 20000, 20000, 0},
+        {0, 0, 40000, 40000, -60000, -60000, -1}, {minimo, minimo, massimo, massimo, 0, 0, 0},
+        {minimo, 0, massimo, 0, 0, 1, +1}, {massimo, 0, minimo, 0, 0, 1, -1}};
+    CDigit d;
+    for (const TCaso& c : casi)
+        EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso)
+            << c.x0 << "," << c.y0 << " " << c.x1 << "," << c.y1 << " " << c.x2 << "," << c.y2;
+}
+
+constexpr TQuattro quadratoX = {0, 0, 100, 100};
+constexpr TQuattro quadratoY = {0, 100, 0, 100};
+
+// Counter-clockwise corners hold inside and border; mirrored (clockwise) ones
+// hold nothing, not even their corners. The split runs along the diagonal
+// 1-2, and a triangle with its three corners at one position holds all.
+TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
+{
+    struct TCaso { std::int32_t x, y; bool dentro; };
+    const TCaso punti[] = {{50, 50, true},    {0, 0, true},   {0, 100, true},  {100, 0, true},
+                           {100, 100, true},  {50, 0, true},  {100, 50, true}, {101, 50, false},
+                           {-1, -1, false},   {50, 101, false}};
+    const TQuattro riflessoX = {100, 100, 0, 0};
+    CDigit d;
+    for (const TCaso& p : punti) {
+        EXPECT_EQ(A::PtInRect(d, quadratoX.data(), quadratoY.data(), p.x, p.y), p.dentro) << p.x << "," << p.y;
+        EXPECT_FALSE(A::PtInRect(d, riflessoX.data(), quadratoY.data(), p.x, p.y)) << p.x << "," << p.y;
+    }
+    const TQuattro storX = {0, 0, 100, 300}, storY = {0, 100, 0, 300};
+    EXPECT_TRUE(A::PtInRect(d, storX.data(), storY.data(), 250, 240));
+    EXPECT_FALSE(A::PtInRect(d, storX.data(), storY.data(), 250, 100));
+    const TQuattro puntoX = {5, 5, 5, 5}, puntoY = {7, 7, 7, 7};
+    EXPECT_TRUE(A::PtInRect(d, puntoX.data(), puntoY.data(), -100000, 400000));
+}
+
+// Cell (i, j) maps every point to East i + 10·j + 1, so the result names the
+// cell that served it.
+void GrigliaSegnata(CDigit& d, int quadEst, int quadNord)
+{
+    A::NumQuadEst(d) = quadEst;
+    A::NumQuadNord(d) = quadNord;
+    for (int i = 0; i < maxQuadrati; ++i)
+        for (int j = 0; j < maxQuadrati; ++j) {
+            double* c = A::CoefCelle(d)[i][j];
+            for (int k = 0; k < 8; ++k) c[k] = 0.0;
+            c[2] = i + 10 * j + 1;
+            c[5] = -1;
+        }
+    A::StatoCalibr(d) = calibGriglia;
+}
+
+void Angoli(CDigit& d, int i, int j, TQuattro x, TQuattro y)
+{
+    std::copy(x.begin(), x.end(), A::AngoliX(d)[i][j]);
+    std::copy(y.begin(), y.end(), A::AngoliY(d)[i][j]);
+}
+
+double CellaUsata(const CDigit& d, int x, int y)
+{
+    double est = 0, nord = 0;
+    EXPECT_TRUE(d.CalcoloCoordTrasfCalibrFine(x, y, est, nord));
+    return est;
+}
+
+TEST(RicercaCellaTest, FirstHoldingCellThenNearestWithTiesToTheEarlier)
+{
+    CDigit d;
+    GrigliaSegnata(d, 2, 1);
+    Angoli(d, 0, 0, quadratoX, quadratoY);
+    Angoli(d, 1, 0, {100, 100, 200, 200}, quadratoY);
+    EXPECT_EQ(CellaUsata(d, 100, 50), 1) << "shared edge: the first cell in the scan";
+    EXPECT_EQ(CellaUsata(d, 150, 50), 2);
+    EXPECT_EQ(CellaUsata(d, 100, 150), 1) << "equal distances: the lower East index";
+    EXPECT_EQ(CellaUsata(d, 101, 150), 2);
+    EXPECT_EQ(CellaUsata(d, 100000, -3), 2) << "far outside: the nearest cell extrapolates";
+    GrigliaSegnata(d, 1, 2);
+    Angoli(d, 0, 1, quadratoX, {100, 200, 100, 200});
+    EXPECT_EQ(CellaUsata(d, -50, 100), 1) << "equal distances: the lower North index";
+    EXPECT_EQ(CellaUsata(d, 50, 150), 11);
+}
+
+// Mirrored cells hold nothing: every point goes to the nearest reference
+// point, which keeps its half count (200.5 beats the earlier cell's 600 from
+// x = 400; a truncated sum would tie and give the earlier cell).
+TEST(RicercaCellaTest, MirroredGridIsServedByTheNearestReferencePoint)
+{
+    CDigit d;
+    GrigliaSegnata(d, 1, 2);
+    Angoli(d, 0, 0, {700, 700, 500, 500}, quadratoY);
+    Angoli(d, 0, 1, {301, 301, 100, 100}, quadratoY);
+    EXPECT_EQ(CellaUsata(d, 400, 50), 11);
+    EXPECT_EQ(CellaUsata(d, 600, 50), 1);
+}
+
+// The row 0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0, alone in a one-cell grid,
+// serves every point of the tablet; division by w, not by its reciprocal.
+TEST(TrasfOmogTest, ProjectiveRowInItsOrderOfOperations)
+{
+    CDigit d;
+    GrigliaSegnata(d, 1, 1);
+    Angoli(d, 0, 0, quadratoX, quadratoY);
+    const double riga[8] = {0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0};
+    std::copy(riga, riga + 8, A::CoefCelle(d)[0][0]);
+    struct TCaso { int x, y; double est, nord; };
+    for (const TCaso& c : {TCaso{1000, 900, 100, 100}, TCaso{500, 500, 400.0 / 9.0, 50},
+                           TCaso{-4000, 90000, -320.0 / 1.8, 9040 / 1.8}}) {
+        double est = 0, nord = 0;
+        ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(c.x, c.y, est, nord));
+        EXPECT_NEAR(est, c.est, 1e-9);
+        EXPECT_NEAR(nord, c.nord, 1e-9);
+    }
+    const double terzi[8] = {0, 0, 5, 0, 0, 7, 2, 0};  // w = 3 at (1, 0)
+    double est = 0, nord = 0;
+    A::CalcoloTrasfOmog(d, 1, 0, est, nord, terzi);
+    EXPECT_EQ(est, 5.0 / 3.0);
+    EXPECT_EQ(nord, 7.0 / 3.0);
+}
+
+void RigheSparse(CDigit& d)
+{
+    const double e[3] = {500, 0.1, 0}, n[3] = {200, 0, 0.1};
+    std::copy(e, e + 3, A::CoefCelle(d)[0][0]);
+    std::copy(n, n + 3, A::CoefCelle(d)[1][1]);
+    A::StatoCalibr(d) = calibPtSparsi;
+}
+
+TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMap)
+{
+    CDigit d;
+    RigheSparse(d);
+    Scrivi(digitLink.xReport, 1000);
+    Scrivi(digitLink.yReport, 1000);
+    double est = 0, nord = 0;
+    for (int bottone : {3, -1}) {  // a press, then a mere movement
+        Scrivi(digitLink.bottonePremuto, bottone);
+        int letto = 0;
+        ASSERT_TRUE(d.TrasformaCoordDigit(est, nord, letto));
+        EXPECT_NEAR(est, 600, 1e-12);
+        EXPECT_NEAR(nord, 300, 1e-12);
+        EXPECT_EQ(letto, bottone);
+    }
+}
+
+TEST(AreaCalibrataTest, WithoutAMapNothingIsWritten)
+{
+    CDigit d;
+    Scrivi(digitLink.bottonePremuto, 3);
+    double v[4] = {11, 12, 13, 14};
+    int bottone = 42;
+    EXPECT_FALSE(d.TrasformaCoordDigit(v[0], v[1], bottone));
+    EXPECT_FALSE(d.CalcoloCoordTrasfCalibrFine(1, 1, v[0], v[1]));
+    EXPECT_FALSE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
+    EXPECT_FALSE(d.GetSoloAreaCalibrata(v[0], v[1], v[2], v[3]));
+    EXPECT_EQ(bottone, 42);
+    EXPECT_EQ((std::array<double, 4>{v[0], v[1], v[2], v[3]}), (std::array<double, 4>{11, 12, 13, 14}));
+}
+
+// The images of the limits, unsorted, in either state; the grid-only area is
+// refused in the sparse state.
+TEST(AreaCalibrataTest, MaxAreaIsTheImageOfTheLimits)
+{
+    CDigit d;
+    TDataDigit& dati = d.GetDataDigit();
+    dati.xMin = dati.yMin = 1000;
+    dati.xMax = dati.yMax = 0;
+    RigheSparse(d);
+    double v[4] = {0, 0, 0, 0};
+    ASSERT_TRUE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
+    const double attesi[4] = {600, 300, 500, 200};
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(v[k], attesi[k], 1e-12);
+    double solo[4] = {1, 2, 3, 4};
+    EXPECT_FALSE(d.GetSoloAreaCalibrata(solo[0], solo[1], solo[2], solo[3]));
+    EXPECT_EQ(solo[0], 1);
+    GrigliaSegnata(d, 1, 1);
+    Angoli(d, 0, 0, quadratoX, quadratoY);
+    ASSERT_TRUE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
+    EXPECT_EQ(v[0], 1);
+    EXPECT_EQ(v[3], -1);
+}
+
+// Margins are a quarter interval truncated to whole units; a count above the
+// tables covers their 21 squares; an interval beyond 32 bits saturates.
+TEST(AreaCalibrataTest, GridExtentWithWholeMargins)
+{
+    struct TCaso { int quadEst, quadNord; double passoEst, passoNord, atteso[4]; };
+    const double enorme = 536870911.0;  // a quarter of the greatest 32-bit value
+    const TCaso casi[] = {
+        {3, 2, 100, 10.7, {975, 1998, 1325, 2023.4}},
+        {3, 2, 3.9, -10, {1000, 2002, 1011.7, 1978}},
+        {30, 2, 100, 10, {975, 1998, 3125, 2022}},
+        {1, 1, 1e12, -1e12, {1000 - enorme, 2000 + enorme + 1, 1e12 + 1000 + enorme, -1e12 + 2000 - enorme - 1}}};
+    for (const TCaso& c : casi) {
+        CDigit d;
+        GrigliaSegnata(d, c.quadEst, c.quadNord);
+        A::IniEst(d) = 1000;
+        A::IniNord(d) = 2000;
+        A::PassoEst(d) = c.passoEst;
+        A::PassoNord(d) = c.passoNord;
+        double v[4] = {0, 0, 0, 0};
+        ASSERT_TRUE(d.GetSoloAreaCalibrata(v[0], v[1], v[2], v[3]));
+        for (int k = 0; k < 4; ++k) EXPECT_NEAR(v[k], c.atteso[k], 1e-9) << c.passoEst << " result " << k;
+    }
+}
+
+}  // namespace
