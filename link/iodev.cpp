@@ -122,10 +122,9 @@ bool Dimensione(int bitDati, tcflag_t& cs)
     }
 }
 
-// The record's settings on a termios: binary transfer with no processing of
-// any kind, the record's rate, size, parity and stop bits, and flow control by
-// the record's flags. What is not named here stays as the port had it.
-bool Imposta(const TIODevInfo& d, termios& t)
+}  // namespace
+
+bool TermiosDelRecord(const TIODevInfo& d, termios& t)
 {
     tcflag_t cs;
     if (!Dimensione(d.bitDati, cs)) return false;
@@ -149,6 +148,8 @@ bool Imposta(const TIODevInfo& d, termios& t)
     t.c_cc[VTIME] = 0;
     return cfsetispeed(&t, Velocita(d.velocita)) == 0 && cfsetospeed(&t, Velocita(d.velocita)) == 0;
 }
+
+namespace {
 
 // Opens the port of the record exclusively; -1 when it cannot be had.
 int ApriEsclusivo(const TIODevInfo& d)
@@ -235,7 +236,7 @@ int IODevConfigure()
     if (!devInfo) return 0;
     termios t{};
     const bool letto = tcgetattr(devInfo->hCom, &t) == 0;
-    const int esito = letto && Imposta(*devInfo, t) && tcsetattr(devInfo->hCom, TCSANOW, &t) == 0;
+    const int esito = letto && TermiosDelRecord(*devInfo, t) && tcsetattr(devInfo->hCom, TCSANOW, &t) == 0;
     devInfo->abilitato = 1;  // whatever the port answered
     return esito;
 }
