@@ -17,6 +17,7 @@ public:
     static double*** CoefCelle(CDigit& d) { return d.coefCelle; }
     static std::int32_t*** AngoliX(CDigit& d) { return d.angoliX; }
     static std::int32_t*** AngoliY(CDigit& d) { return d.angoliY; }
+    static void Ritarda(const CDigit& d, std::int32_t ms) { d.Ritarda(ms); }
 };
 
 #endif
