@@ -12,6 +12,16 @@
 #include "sim/tavoletta_pty.h"
 #include "registratore.h"
 
+// Waits until the target has heard `quante` notifications in all, at most 5 s.
+inline bool AttendiNotifiche(const TRegistratore& reg, std::size_t quante)
+{
+    using namespace std::chrono;
+    const auto limite = steady_clock::now() + seconds(5);
+    while (reg.Notifiche().size() < quante && steady_clock::now() < limite)
+        std::this_thread::sleep_for(milliseconds(2));
+    return reg.Notifiche().size() >= quante;
+}
+
 inline bool SuonaFinoA(TTavolettaPty& sim, int tipo, const TStatoPuntatore& stato, std::size_t lunghezza,
                        const TRegistratore& reg, std::size_t quante)
 {
