@@ -43,6 +43,8 @@ struct TAttesa {
     std::size_t lettureAttese;
 };
 
+std::ostream& operator<<(std::ostream& os, const TAttesa& a) { return os << a.caso; }
+
 class RitardaTest : public ::testing::TestWithParam<TAttesa> {
 protected:
     void TearDown() override { ImpostaSorgenteTick(nullptr); }
@@ -116,6 +118,11 @@ struct TSequenza {
     int tipo, reset, risoluzione;
     std::int32_t lenReport;  // -1: stays as it was
 };
+
+std::ostream& operator<<(std::ostream& os, const TSequenza& s)
+{
+    return os << "tipo " << s.tipo << " reset " << s.reset << " ris " << s.risoluzione;
+}
 
 std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
 {
@@ -214,6 +221,8 @@ struct TCompleta {
     std::chrono::milliseconds durataMinima;
 };
 
+std::ostream& operator<<(std::ostream& os, const TCompleta& c) { return os << "tipo " << c.tipo; }
+
 class CompletaTest : public ::testing::TestWithParam<TCompleta> {};
 
 TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
@@ -247,7 +256,10 @@ TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
 INSTANTIATE_TEST_SUITE_P(Due, CompletaTest,
                          ::testing::Values(TCompleta{1, 3, std::string(1, '\0'), "@j", 1000ms},
                                            TCompleta{5, 2, "\x1B" "Z", "\x1B" "MB" "\x1B" "M0" "\x1B" "C2",
-                                                     2500ms}));
+                                                     2500ms}),
+                         [](const ::testing::TestParamInfo<TCompleta>& i) {
+                             return "tipo" + std::to_string(i.param.tipo);
+                         });
 
 // With no port record at all the sequences touch no port and spend no wait.
 TEST(SequenzaSenzaPortaTest, SetsTheFormatAndLengthOnly)

@@ -131,6 +131,8 @@ struct TFine {
     std::string attesi;
 };
 
+std::ostream& operator<<(std::ostream& os, const TFine& f) { return os << (f.consegna ? "on" : "held"); }
+
 class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
 
 TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
@@ -153,7 +155,10 @@ TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
     EXPECT_TRUE(ui.Box().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Consegna, FineTest, ::testing::Values(TFine{true, ":Z\r"}, TFine{false, ""}));
+INSTANTIATE_TEST_SUITE_P(Consegna, FineTest, ::testing::Values(TFine{true, ":Z\r"}, TFine{false, ""}),
+                         [](const ::testing::TestParamInfo<TFine>& i) {
+                             return std::string(i.param.consegna ? "attiva" : "sospesa");
+                         });
 
 TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
 {
@@ -317,6 +322,8 @@ struct TTesto {
     const char* testo;
 };
 
+std::ostream& operator<<(std::ostream& os, const TTesto& t) { return os << t.id; }
+
 class TestiTest : public ::testing::TestWithParam<TTesto> {};
 
 TEST_P(TestiTest, TheConnectionsTextsStandInTheTable)
@@ -331,7 +338,8 @@ INSTANTIATE_TEST_SUITE_P(Stringhe, TestiTest,
                                            TTesto{10069, "Disconnessione non effettuata"},
                                            TTesto{10070, "Errore"},
                                            TTesto{10071, "Deallocazione fallita"},
-                                           TTesto{10072, "Creazione parametri conness. non effettuata"}));
+                                           TTesto{10072, "Creazione parametri conness. non effettuata"}),
+                         [](const ::testing::TestParamInfo<TTesto>& i) { return std::to_string(i.param.id); });
 
 TEST(ModuloTest, TheModuleIsInitialisedWithTheInstanceAtLoad)
 {

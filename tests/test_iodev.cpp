@@ -49,6 +49,11 @@ struct TMappa {
     int velocitaAttesa, codiceParita, codiceStop, moltiplicatore;
 };
 
+std::ostream& operator<<(std::ostream& os, const TMappa& m)
+{
+    return os << m.velocita << " " << m.parita << " " << m.bitStop;
+}
+
 class MappaturaTest : public IODevTest, public ::testing::WithParamInterface<TMappa> {};
 
 TEST_P(MappaturaTest, SettingsOfTheLinkBecomeTheRecord)
@@ -73,7 +78,8 @@ INSTANTIATE_TEST_SUITE_P(Righe, MappaturaTest,
                                            TMappa{4800, 'E', 2, 4800, 2, 2, 4},
                                            TMappa{19200, 'O', 3, 19200, 1, 0, 1},
                                            TMappa{9600, ' ', 0, 9600, 0, 0, 2},
-                                           TMappa{-1, 'e', 2, 9600, 0, 2, 2}));
+                                           TMappa{-1, 'e', 2, 9600, 0, 2, 2}),
+                         [](const ::testing::TestParamInfo<TMappa>& i) { return "riga" + std::to_string(i.index); });
 
 TEST_F(IODevTest, ASecondCreateKeepsTheFirstRecordUnchanged)
 {
@@ -170,6 +176,11 @@ struct TLinea {
     bool parenb, parodd, cstopb, xonxoff;
 };
 
+std::ostream& operator<<(std::ostream& os, const TLinea& l)
+{
+    return os << l.velocita << " " << l.parita << " " << l.bitDati << " " << l.bitStop << " flow " << l.flusso;
+}
+
 class LineaTest : public IODevTest, public ::testing::WithParamInterface<TLinea> {};
 
 TEST_P(LineaTest, TheSlaveCarriesTheRecordsSettingsWhileOpen)
@@ -208,7 +219,8 @@ INSTANTIATE_TEST_SUITE_P(
                       TLinea{9600, 'E', 8, 1, 4, B9600, CS8, true, false, false, true},   // 6
                       TLinea{9600, 'N', 8, 1, 0, B9600, CS8, false, false, false, false}, // 8
                       TLinea{4800, 'N', 8, 2, 0, B4800, CS8, false, false, true, false},
-                      TLinea{19200, 'N', 7, 3, 0, B19200, CS7, false, false, false, false}));
+                      TLinea{19200, 'N', 7, 3, 0, B19200, CS7, false, false, false, false}),
+    [](const ::testing::TestParamInfo<TLinea>& i) { return "riga" + std::to_string(i.index); });
 
 TEST_P(LineaTest, TheRequestedSettingsCarrySizeAndParity)
 {
