@@ -43,7 +43,6 @@ struct TAttesa {
     std::size_t lettureAttese;
 };
 
-std::ostream& operator<<(std::ostream& os, const TAttesa& a) { return os << a.caso; }
 
 class RitardaTest : public ::testing::TestWithParam<TAttesa> {
 protected:
@@ -119,10 +118,6 @@ struct TSequenza {
     std::int32_t lenReport;  // -1: stays as it was
 };
 
-std::ostream& operator<<(std::ostream& os, const TSequenza& s)
-{
-    return os << "tipo " << s.tipo << " reset " << s.reset << " ris " << s.risoluzione;
-}
 
 std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
 {
@@ -221,7 +216,6 @@ struct TCompleta {
     std::chrono::milliseconds durataMinima;
 };
 
-std::ostream& operator<<(std::ostream& os, const TCompleta& c) { return os << "tipo " << c.tipo; }
 
 class CompletaTest : public ::testing::TestWithParam<TCompleta> {};
 

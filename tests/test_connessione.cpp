@@ -131,7 +131,6 @@ struct TFine {
     std::string attesi;
 };
 
-std::ostream& operator<<(std::ostream& os, const TFine& f) { return os << (f.consegna ? "on" : "held"); }
 
 class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
 
@@ -322,7 +321,6 @@ struct TTesto {
     const char* testo;
 };
 
-std::ostream& operator<<(std::ostream& os, const TTesto& t) { return os << t.id; }
 
 class TestiTest : public ::testing::TestWithParam<TTesto> {};
 

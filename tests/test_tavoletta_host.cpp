@@ -26,7 +26,6 @@ struct TModello {
     int bottoneA, bottoneB;  // two buttons the model's cursor has
 };
 
-std::ostream& operator<<(std::ostream& os, const TModello& m) { return os << "tipo " << m.tipo; }
 
 // A stroke in which every state is heard: two moves, a press, a release at a
 // new place, a second press, a release. Then the last state again, which
