@@ -146,6 +146,8 @@ TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         sim.Dimentica();
         if (!GetParam().consegna) d.StopCommNotification();
+        // The reset's wait in real time: the close drops what is still on its way.
+        ImpostaSorgenteTick(nullptr);
     }
     EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
     EXPECT_EQ(sim.ByteRicevuti(), GetParam().attesi);
