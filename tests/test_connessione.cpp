@@ -262,23 +262,30 @@ public:
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
 };
 
-TEST_F(ConnessioneTest, StopWaitsForANotificationUnderWay)
+// Both a stop and a close wait for a notification under way.
+TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(8, 1));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TLento lento;
-    d.SetCommNotificationTo(&lento);
-    const auto limite = std::chrono::steady_clock::now() + 5s;
-    while (!lento.iniziata && std::chrono::steady_clock::now() < limite) {
-        sim.InviaStato(8, {50, 60, 0}, 15);
-        std::this_thread::sleep_for(20ms);
+    for (bool chiudi : {false, true}) {
+        CDigit d(Dati(8, 1));
+        ASSERT_TRUE(d.Init(nullptr));
+        d.SendInitString();
+        TLento lento;
+        d.SetCommNotificationTo(&lento);
+        const auto limite = std::chrono::steady_clock::now() + 5s;
+        for (int i = 0; !lento.iniziata && std::chrono::steady_clock::now() < limite; ++i) {
+            sim.InviaStato(8, {50 + i, 60, 0}, 15);
+            std::this_thread::sleep_for(20ms);
+        }
+        ASSERT_TRUE(lento.iniziata);
+        if (chiudi)
+            EXPECT_EQ(IODevClose(), 1);
+        else
+            d.StopCommNotification();
+        EXPECT_TRUE(lento.finita) << (chiudi ? "close" : "stop") << " returned during the notification";
+        d.StopCommNotification();
     }
-    ASSERT_TRUE(lento.iniziata);
-    d.StopCommNotification();
-    EXPECT_TRUE(lento.finita) << "no notification runs once the stop has returned";
 }
 
 // A target that stops the notifications from inside one of them.
