@@ -36,4 +36,28 @@ void IODevSetRts();
 void IODevPurgeTx();
 void IODevPurgeRx();
 
+// The handle of the port that is open now, 0 when none is.
+std::intptr_t IODevHandleAperto();
+
+// True on the reader thread itself, inside a notification.
+bool IODevSulLettore();
+
+// The delivery gate. The reader holds it around each drain, that is around
+// the ProcessaReport calls and the notifications they make, and starts a drain
+// only if delivery is still on once it holds the gate. Taking the gate after
+// IODevHold therefore waits for a notification under way and guarantees that
+// no further one starts. On the reader thread the gate is not taken: that
+// thread is the one holding it, and a target that stops notifications from
+// inside a notification must not wait for itself.
+class TCancelloConsegna {
+public:
+    TCancelloConsegna();
+    ~TCancelloConsegna();
+    TCancelloConsegna(const TCancelloConsegna&) = delete;
+    TCancelloConsegna& operator=(const TCancelloConsegna&) = delete;
+
+private:
+    bool preso;
+};
+
 #endif

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "tablet/tabelle.h"
 
@@ -37,7 +38,13 @@ void CDigit::doConstruct()
     hPorta = 0;
     statoCalibr = calibNessuna;
     numQuadEst = numQuadNord = -1;
-    AzzeraDigitLink(digitLink);
+    // Another object's reader may be running: the record is cleared between
+    // two of its drains, never under one. That connection then decodes and
+    // notifies nothing until it is initialised again.
+    {
+        TCancelloConsegna cancello;
+        AzzeraDigitLink(digitLink);
+    }
     coefCelle = AllocaTabella<double>(coefPerCella);
     angoliX = AllocaTabella<std::int32_t>(angoliPerCella);
     angoliY = AllocaTabella<std::int32_t>(angoliPerCella);

@@ -22,6 +22,8 @@ GModule& ModuloLibreria()
     return modulo;
 }
 
+HINSTANCE IstanzaLibreria() { return istanzaLibreria; }
+
 std::string LoadResString(unsigned id)
 {
     char buf[1024];

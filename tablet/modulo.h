@@ -9,7 +9,11 @@
 // The library's GModule, initialised when the library is loaded.
 GModule& ModuloLibreria();
 
-// A text of the library's string table.
+// The library's instance handle, stored at load.
+HINSTANCE IstanzaLibreria();
+
+// A text of the library's string table: LoadStringA with the instance handle
+// and a buffer of 1024 characters. Every id in use stands in the table.
 std::string LoadResString(unsigned id);
 
 #endif

@@ -81,6 +81,7 @@ public:
     {
         return d.PtInRect(xs, ys, x, y);
     }
+    static void Ritarda(const CDigit& d, std::int32_t ms) { d.Ritarda(ms); }
 };
 
 #endif

@@ -1,0 +1,402 @@
+// The serial layer on POSIX termios.
+//
+// How the operations of the original design map to this platform:
+// - The port opens exclusively: open(2) with O_NONBLOCK, then flock and
+//   TIOCEXCL; a port that another descriptor holds counts as one that cannot
+//   be opened.
+// - Line settings go through tcgetattr/tcsetattr; the record's handshake bits
+//   become CRTSCTS (bit 1) and IXON/IXOFF with VSTART 0x11 and VSTOP 0x13
+//   (bit 2). POSIX has no DSR/DTR handshake, so bit 0 has no effect, and no
+//   queue size or XON/XOFF limit settings: the driver's own stand.
+// - DTR and RTS are raised and dropped with TIOCMBIS/TIOCMBIC; the purges are
+//   tcflush. As in the original, their results are not looked at: on a
+//   pseudo-terminal these ioctls fail and nothing else changes.
+// - A write is bounded by the write time limit, 19200 / rate milliseconds per
+//   byte. A write that runs out of time ends short and still counts as handed
+//   over, as a timed-out overlapped write completes with a short count that
+//   nobody compares; only a failure of the port itself gives 0.
+// - The reader blocks in poll(2) on the port and on a wake descriptor, so a
+//   stop, a hold or a resume reaches it at once on a quiet line. While
+//   delivery is held it waits on the wake descriptor alone instead of
+//   spinning, and a port that reports a hang-up or an error but no bytes
+//   (a pseudo-terminal whose other side went away) makes it pause briefly.
+#include "link/iodev.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <mutex>
+#include <new>
+#include <system_error>
+
+#include "link/iodev_info.h"
+#include "platform/winui.h"
+#include "reports/digit_link.h"
+
+TIODevInfo* devInfo = nullptr;
+
+namespace {
+
+std::mutex cancello;                          // the delivery gate
+std::atomic<std::thread::id> idLettore{};     // the reader thread while it runs
+std::atomic<std::intptr_t> ultimoHandle{0};   // last handle given to an open port
+
+constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to complete
+constexpr int pausaGuasto = 20;      // ms the reader pauses on a port that reports no bytes
+constexpr unsigned char carXon = 0x11;
+constexpr unsigned char carXoff = 0x13;
+
+void Sveglia(const TIODevInfo& d)
+{
+    if (d.svegliaFd < 0) return;
+    const std::uint64_t uno = 1;
+    const ssize_t r = write(d.svegliaFd, &uno, sizeof uno);
+    (void)r;  // a full counter already wakes the reader
+}
+
+void ConsumaSveglia(int fd)
+{
+    std::uint64_t v;
+    const ssize_t r = read(fd, &v, sizeof v);
+    (void)r;
+}
+
+// Waits on the wake descriptor alone, at most `ms` (-1: no limit).
+void AttendiSveglia(const TIODevInfo& d, int ms)
+{
+    pollfd p{d.svegliaFd, POLLIN, 0};
+    if (poll(&p, 1, ms) > 0 && (p.revents & POLLIN)) ConsumaSveglia(d.svegliaFd);
+}
+
+// Waits for the port or a wake-up; returns the port's events.
+short AttendiPorta(const TIODevInfo& d)
+{
+    pollfd p[2] = {{d.hCom, POLLIN, 0}, {d.svegliaFd, POLLIN, 0}};
+    if (poll(p, 2, -1) <= 0) return 0;
+    if (p[1].revents & POLLIN) ConsumaSveglia(d.svegliaFd);
+    return p[0].revents;
+}
+
+void Linea(int fd, int bit, bool alza)
+{
+    int bits = bit;
+    (void)ioctl(fd, alza ? TIOCMBIS : TIOCMBIC, &bits);
+}
+
+void Svuota(int fd, int code) { (void)tcflush(fd, code); }
+
+void ChiudiPorta(TIODevInfo& d)
+{
+    (void)ioctl(d.hCom, TIOCNXCL);
+    close(d.hCom);
+    d.hCom = -1;
+}
+
+speed_t Velocita(std::int32_t velocita)
+{
+    switch (velocita) {
+    case 4800: return B4800;
+    case 19200: return B19200;
+    default: return B9600;
+    }
+}
+
+// The character size of termios for a count of data bits; false for a count
+// that no port takes, which the port refuses as a whole.
+bool Dimensione(int bitDati, tcflag_t& cs)
+{
+    switch (bitDati) {
+    case 5: cs = CS5; return true;
+    case 6: cs = CS6; return true;
+    case 7: cs = CS7; return true;
+    case 8: cs = CS8; return true;
+    default: return false;
+    }
+}
+
+}  // namespace
+
+bool TermiosDelRecord(const TIODevInfo& d, termios& t)
+{
+    tcflag_t cs;
+    if (!Dimensione(d.bitDati, cs)) return false;
+    t.c_iflag &= ~(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR | ICRNL | IXANY | IXON | IXOFF);
+    t.c_oflag &= ~OPOST;
+    t.c_lflag &= ~(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
+    t.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS);
+    t.c_cflag |= cs | CREAD | CLOCAL;
+    if (d.codiceParita != 0) {
+        t.c_cflag |= PARENB | (d.codiceParita == 1 ? PARODD : 0);
+        t.c_iflag |= INPCK;
+    } else {
+        t.c_iflag &= ~INPCK;
+    }
+    if (d.codiceStop == 2) t.c_cflag |= CSTOPB;
+    if (d.controlloFlusso & 0x02) t.c_cflag |= CRTSCTS;
+    if (d.controlloFlusso & 0x04) t.c_iflag |= IXON | IXOFF;
+    t.c_cc[VSTART] = carXon;
+    t.c_cc[VSTOP] = carXoff;
+    t.c_cc[VMIN] = 1;
+    t.c_cc[VTIME] = 0;
+    return cfsetispeed(&t, Velocita(d.velocita)) == 0 && cfsetospeed(&t, Velocita(d.velocita)) == 0;
+}
+
+namespace {
+
+// Opens the port of the record exclusively; -1 when it cannot be had.
+int ApriEsclusivo(const TIODevInfo& d)
+{
+    const std::string percorso = PercorsoPorta(d.porta);
+    if (percorso.empty()) return -1;
+    const int fd = open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return -1;
+    if (flock(fd, LOCK_EX | LOCK_NB) != 0 || ioctl(fd, TIOCEXCL) != 0 || !isatty(fd)) {
+        close(fd);
+        return -1;
+    }
+    return fd;
+}
+
+// Steps of the open between the name and the lines; 1 when the reader runs.
+int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
+{
+    if (d.hCom >= 0) return 0;  // already open: the exclusive open fails
+    const int fd = ApriEsclusivo(d);
+    if (fd < 0) return 0;
+    d.hCom = fd;
+    Svuota(fd, TCIOFLUSH);
+    if (IODevConfigure() == 0) {
+        d.attivo = 0;
+        ChiudiPorta(d);
+        return 0;
+    }
+    // The reader's wake object. If it cannot be made the reader ends at its
+    // start, with its box, and the port stays open until IODevClose.
+    d.svegliaFd = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    d.attivo = 1;  // before the thread exists, so that it finds it set
+    try {
+        d.hThread = std::thread(IODevThread, &link);
+    } catch (const std::system_error&) {
+        d.attivo = 0;
+        if (d.svegliaFd >= 0) close(d.svegliaFd);
+        d.svegliaFd = -1;
+        ChiudiPorta(d);
+        return 0;
+    }
+    d.handle = ++ultimoHandle;
+    Linea(fd, TIOCM_DTR, true);
+    Linea(fd, TIOCM_RTS, true);
+    return 1;
+}
+
+// One drain under the gate: read what the port holds and hand it on, until
+// a read finds nothing or the gather has no room. Returns the bytes read.
+std::int32_t Drena(const TIODevInfo& d, TDigitLink& link)
+{
+    std::lock_guard<std::mutex> g(cancello);
+    if (!d.attivo || !d.abilitato) return 0;  // held meanwhile: these bytes go with the resume's purge
+    std::int32_t totale = 0;
+    do {
+        link.numLetti = static_cast<std::int32_t>(IODevRead(link.bufLettura, dimBuffer));
+        if (link.numLetti > 0) {
+            totale += link.numLetti;
+            ProcessaReport(link);
+        }
+    } while (link.numLetti > 0);
+    return totale;
+}
+
+}  // namespace
+
+int IODevCreate(TDigitLink& link)
+{
+    if (devInfo) return 1;
+    TIODevInfo* d = new (std::nothrow) TIODevInfo;
+    if (!d) return -1;
+    d->porta = link.porta;
+    d->velocita = (link.velocita == 4800 || link.velocita == 19200) ? link.velocita : 9600;
+    d->codiceParita = link.parita == 'E' ? 2 : link.parita == 'O' ? 1 : 0;
+    d->codiceStop = link.bitStop == 2 ? 2 : 0;
+    d->bitDati = link.bitDati;
+    d->controlloFlusso = link.controlloFlusso;
+    devInfo = d;
+    return 1;
+}
+
+int IODevConfigure()
+{
+    if (!devInfo) return 0;
+    termios t{};
+    const bool letto = tcgetattr(devInfo->hCom, &t) == 0;
+    const int esito = letto && TermiosDelRecord(*devInfo, t) && tcsetattr(devInfo->hCom, TCSANOW, &t) == 0;
+    devInfo->abilitato = 1;  // whatever the port answered
+    return esito;
+}
+
+int IODevOpen(TDigitLink& link)
+{
+    link.numAccum = 0;
+    if (!devInfo) return 0;
+    Scrivi(link.hPorta, 0);
+    const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
+    const int esito = AvviaConnessione(*devInfo, link);
+    SetCursor(precedente);
+    if (devInfo->attivo) Scrivi(link.hPorta, devInfo->handle);
+    return esito;
+}
+
+// On the reader thread itself (a target that closes) the wait would be for
+// that very thread: the close is refused.
+int IODevClose()
+{
+    if (!devInfo || IODevSulLettore()) return 0;
+    TIODevInfo& d = *devInfo;
+    d.attivo = 0;
+    Sveglia(d);
+    if (d.hThread.joinable()) d.hThread.join();
+    if (d.svegliaFd >= 0) close(d.svegliaFd);
+    d.svegliaFd = -1;
+    if (d.hCom >= 0) {
+        Linea(d.hCom, TIOCM_DTR, false);
+        Linea(d.hCom, TIOCM_RTS, false);
+        Svuota(d.hCom, TCIOFLUSH);
+        ChiudiPorta(d);
+    }
+    d.handle = 0;
+    return 1;
+}
+
+int IODevDestroy()
+{
+    if (!devInfo || IODevSulLettore()) return 0;
+    if (devInfo->attivo || devInfo->hThread.joinable() || devInfo->hCom >= 0) IODevClose();
+    delete devInfo;
+    devInfo = nullptr;
+    return 1;
+}
+
+std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
+{
+    if (!devInfo) return 0;
+    const int fd = devInfo->hCom;
+    int coda = 0;
+    if (ioctl(fd, FIONREAD, &coda) != 0 || coda <= 0) return 0;
+    const std::uint32_t quanti = std::min(massimo, static_cast<std::uint32_t>(coda));
+    if (quanti == 0) return 0;
+    ssize_t letti = read(fd, buffer, quanti);
+    if (letti < 0 && errno == EAGAIN) {
+        pollfd p{fd, POLLIN, 0};
+        if (poll(&p, 1, attesaLettura) > 0) letti = read(fd, buffer, quanti);
+    }
+    return letti > 0 ? static_cast<std::uint32_t>(letti) : 0;
+}
+
+int IODevWrite(const void* buffer, std::uint32_t quanti)
+{
+    if (!devInfo || !devInfo->abilitato || devInfo->hCom < 0) return 0;
+    using orologio = std::chrono::steady_clock;
+    const int fd = devInfo->hCom;
+    const auto scadenza = orologio::now() +
+        std::chrono::milliseconds(static_cast<std::int64_t>(quanti) * MoltiplicatoreScrittura(devInfo->velocita));
+    const auto* p = static_cast<const std::uint8_t*>(buffer);
+    std::uint32_t resto = quanti;
+    while (resto > 0) {
+        const ssize_t scritti = write(fd, p, resto);
+        if (scritti > 0) {
+            p += scritti;
+            resto -= static_cast<std::uint32_t>(scritti);
+            continue;
+        }
+        if (scritti < 0 && errno == EINTR) continue;
+        if (scritti < 0 && errno != EAGAIN) return 0;  // the port failed: the bytes are lost
+        const auto mancano = std::chrono::duration_cast<std::chrono::milliseconds>(scadenza - orologio::now());
+        if (mancano.count() <= 0) break;  // time limit: the transfer ends short
+        pollfd pf{fd, POLLOUT, 0};
+        (void)poll(&pf, 1, static_cast<int>(mancano.count()));
+    }
+    return 1;
+}
+
+std::uint32_t IODevThread(TDigitLink* link)
+{
+    if (!devInfo) return 0;
+    const TIODevInfo& d = *devInfo;
+    if (d.svegliaFd < 0) {
+        MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
+        return 0;
+    }
+    idLettore = std::this_thread::get_id();
+    while (d.attivo) {
+        if (!d.abilitato) {
+            AttendiSveglia(d, -1);
+            continue;
+        }
+        const short eventi = AttendiPorta(d);
+        if (eventi == 0) continue;  // woken, or nothing from the port: test the flags again
+        const std::int32_t letti = (eventi & POLLIN) ? Drena(d, *link) : 0;
+        if (letti == 0 && (eventi & (POLLHUP | POLLERR | POLLNVAL | POLLIN))) AttendiSveglia(d, pausaGuasto);
+    }
+    idLettore = std::thread::id{};
+    return 1;
+}
+
+int IODevHold()
+{
+    if (!devInfo) return 0;
+    Linea(devInfo->hCom, TIOCM_DTR, false);
+    devInfo->abilitato = 0;
+    Sveglia(*devInfo);
+    return 1;
+}
+
+int IODevResume()
+{
+    if (!devInfo) return 0;
+    Svuota(devInfo->hCom, TCIOFLUSH);
+    Linea(devInfo->hCom, TIOCM_DTR, true);
+    devInfo->abilitato = 1;
+    Sveglia(*devInfo);
+    return 1;
+}
+
+void IODevSetDtr()
+{
+    if (devInfo) Linea(devInfo->hCom, TIOCM_DTR, true);
+}
+
+void IODevSetRts()
+{
+    if (devInfo) Linea(devInfo->hCom, TIOCM_RTS, true);
+}
+
+void IODevPurgeTx()
+{
+    if (devInfo) Svuota(devInfo->hCom, TCOFLUSH);
+}
+
+void IODevPurgeRx()
+{
+    if (devInfo) Svuota(devInfo->hCom, TCIFLUSH);
+}
+
+std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
+
+bool IODevSulLettore() { return idLettore.load() == std::this_thread::get_id(); }
+
+TCancelloConsegna::TCancelloConsegna() : preso(!IODevSulLettore())
+{
+    if (preso) cancello.lock();
+}
+
+TCancelloConsegna::~TCancelloConsegna()
+{
+    if (preso) cancello.unlock();
+}

@@ -1,0 +1,34 @@
+// An injected millisecond tick for the tests: each read of the counter moves
+// it on by one millisecond, so a wait of n ms costs about n reads instead of
+// n real milliseconds, and the counter tells how much waiting was done.
+// Installed for the object's lifetime.
+#ifndef VELMARIN_TEST_TICK_FINTO_H
+#define VELMARIN_TEST_TICK_FINTO_H
+
+#include <atomic>
+#include <cstdint>
+
+#include "platform/winui.h"
+
+class TTickFinto {
+public:
+    explicit TTickFinto(std::uint32_t inizio = 0)
+    {
+        contatore() = inizio;
+        ImpostaSorgenteTick(&Leggi);
+    }
+    ~TTickFinto() { ImpostaSorgenteTick(nullptr); }
+
+    // The counter now; reading it here does not move it.
+    std::uint32_t Adesso() const { return contatore().load(); }
+
+private:
+    static std::atomic<std::uint32_t>& contatore()
+    {
+        static std::atomic<std::uint32_t> c{0};
+        return c;
+    }
+    static std::uint32_t Leggi() { return contatore().fetch_add(1); }
+};
+
+#endif

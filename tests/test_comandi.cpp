@@ -1,0 +1,275 @@
+// The command sequences of every model as they reach the line, with their
+// waits, and the wait itself on the 32-bit tick.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "link/iodev_info.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/digit_accesso.h"
+#include "support/interfaccia_registrata.h"
+#include "support/tick_finto.h"
+#include "tablet/catalogo.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr int portaProva = 2;
+
+// ---------------------------------------------------------------------------
+// Ritarda with a scripted counter: the script's values in turn, then the
+// highest value for ever, so that a wrong rule ends the wait too.
+
+std::vector<std::uint32_t> copione;
+std::atomic<std::size_t> letture{0};
+
+std::uint32_t LeggiCopione()
+{
+    const std::size_t i = letture.fetch_add(1);
+    return i < copione.size() ? copione[i] : 0xFFFFFFFFu;
+}
+
+struct TAttesa {
+    const char* caso;
+    std::int32_t ms;
+    std::vector<std::uint32_t> tick;
+    std::size_t lettureAttese;
+};
+
+
+class RitardaTest : public ::testing::TestWithParam<TAttesa> {
+protected:
+    void TearDown() override { ImpostaSorgenteTick(nullptr); }
+};
+
+TEST_P(RitardaTest, ReadsTheCounterUntilTheWaitIsOver)
+{
+    const TAttesa& a = GetParam();
+    copione = a.tick;
+    letture = 0;
+    ImpostaSorgenteTick(&LeggiCopione);
+    CDigit d;
+    CDigitTestAccess::Ritarda(d, a.ms);
+    EXPECT_EQ(letture.load(), a.lettureAttese);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casi, RitardaTest,
+    ::testing::Values(
+        TAttesa{"zero", 0, {700, 700}, 2},
+        TAttesa{"plain", 5, {100, 101, 104, 105}, 4},
+        TAttesa{"standstill", 10, {500, 500, 505, 509, 510}, 5},
+        // The counter wraps during the wait: it starts again at 5 and lasts to 105.
+        TAttesa{"wrap_restarts", 100, {0xFFFFFF00u, 0xFFFFFF50u, 5, 90, 104, 105}, 6},
+        // Begun so near the wrap that start + ms wraps: over at the next read.
+        TAttesa{"sum_wraps", 100, {0xFFFFFFF0u, 0xFFFFFFF1u}, 2}),
+    [](const ::testing::TestParamInfo<TAttesa>& i) { return std::string(i.param.caso); });
+
+// ---------------------------------------------------------------------------
+// The sequences on the line. Each model's pieces, written out byte for byte.
+
+struct TPezzo {
+    std::string byte;
+    std::vector<int> attese;  // the waits of the piece, in ms
+};
+
+TPezzo Reset(int tipo)
+{
+    switch (tipo) {
+    case 1: case 2: case 3: case 9: return {std::string(1, '\0'), {1000}};
+    case 5: return {"\x1B" "Z", {1000}};
+    case 6: return {"R;", {100}};
+    case 7: return {"\x1B" "%VR\r", {1000}};
+    case 8: return {":Z\r", {1000}};
+    default: return {};
+    }
+}
+
+TPezzo Avvio(int tipo, int ris)
+{
+    auto scegli = [&](const char* a, const char* b, const char* c) {
+        return std::string(ris == 1 ? a : ris == 2 ? b : ris == 3 ? c : "");
+    };
+    const std::string summa = scegli("e", "h", "j");
+    switch (tipo) {
+    case 1: case 2: case 9: return {"@" + summa, {100}};
+    case 3: return {"O" + summa, {100}};
+    case 5: return {"\x1B" "MB" "\x1B" "M0" "\x1B" "C" + scegli("0", "2", "4"), {2000}};
+    case 6:
+        return {"I;" +
+                    scegli("FLAG;KDOWN;KALPHA;XDEL ,;YDEL ,;SDEL M;MM;ROUND;DEC;INT;\r",
+                           "FLAG;KDOWN;KALPHA;XDEL ,;YDEL ,;SDEL M;MM;FULL;DEC;INT;\r", "") +
+                    "MC;H;V;",
+                {100, 100, 500}};
+    case 7: return {"\x1B" "%R\r", {1000}};
+    default: return {};
+    }
+}
+
+struct TSequenza {
+    int tipo, reset, risoluzione;
+    std::int32_t lenReport;  // -1: stays as it was
+};
+
+
+std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
+{
+    return "tipo" + std::to_string(i.param.tipo) + "_reset" + std::to_string(i.param.reset) + "_ris" +
+           std::to_string(i.param.risoluzione);
+}
+
+// Counter reads that a list of waits costs on the injected tick: ms + 1 each.
+std::uint32_t Costo(const std::vector<int>& attese)
+{
+    std::uint32_t c = 0;
+    for (int ms : attese) c += static_cast<std::uint32_t>(ms) + 1;
+    return c;
+}
+
+class SequenzaTest : public ::testing::TestWithParam<TSequenza> {
+protected:
+    void TearDown() override { AzzeraDigitLink(digitLink); }
+};
+
+TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
+{
+    const TSequenza& s = GetParam();
+    TInterfacciaRegistrata ui;
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    TDataDigit dati = CDigit().GetDataDigit();
+    dati.tipo = static_cast<std::int16_t>(s.tipo);
+    dati.porta = portaProva;
+    dati.velocita = 9600;
+    dati.parita = 'N';
+    dati.bitDati = 8;
+    dati.bitStop = 1;
+    dati.reset = static_cast<std::int16_t>(s.reset);
+    dati.risoluzione = static_cast<std::int16_t>(s.risoluzione);
+    {
+        TTickFinto tick;  // also speeds up the destructor's purge and reset
+        CDigit d(dati);
+        ASSERT_TRUE(d.Init(nullptr));
+        Scrivi(digitLink.lenReport, 77);  // to see whether the sequence sets it
+        const std::uint32_t base = tick.Adesso();
+        const HCURSOR prima = CursoreCorrente();
+        d.SendInitString();
+        EXPECT_EQ(CursoreCorrente(), prima) << "cursor restored";
+
+        std::string attesi;
+        std::vector<int> attese;
+        if (s.tipo == 6) attese.push_back(1000);  // after the lines, whatever the reset
+        if (s.reset != 1) {
+            const TPezzo r = Reset(s.tipo);
+            attesi += r.byte;
+            attese.insert(attese.end(), r.attese.begin(), r.attese.end());
+        }
+        const TPezzo a = Avvio(s.tipo, s.risoluzione);
+        attesi += a.byte;
+        attese.insert(attese.end(), a.attese.begin(), a.attese.end());
+
+        EXPECT_EQ(tick.Adesso() - base, Costo(attese)) << "the waits of the sequence";
+        EXPECT_TRUE(sim.AttendiByte(attesi.size(), 2s));
+        EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+        EXPECT_EQ(sim.ByteRicevuti(), attesi);
+        EXPECT_EQ(Leggi(digitLink.tipoReport), static_cast<std::int8_t>(s.tipo & 0xFF));
+        EXPECT_EQ(Leggi(digitLink.lenReport), s.lenReport < 0 ? 77 : s.lenReport);
+        d.StopCommNotification();  // no reset from the destructor
+    }
+    EXPECT_TRUE(ui.Box().empty());
+}
+
+std::vector<TSequenza> TutteLeSequenze()
+{
+    static const std::int32_t len[] = {-1, 15, 40, 40, 40, 20, 40, 40, 15};
+    std::vector<TSequenza> v;
+    for (int tipo = 1; tipo <= 8; ++tipo)
+        for (int reset : {1, 2})
+            for (int ris = 1; ris <= 3; ++ris) v.push_back({tipo, reset, ris, len[tipo]});
+    return v;
+}
+
+INSTANTIATE_TEST_SUITE_P(Modelli, SequenzaTest, ::testing::ValuesIn(TutteLeSequenze()), Nome);
+
+// The edges: no model, model 9 with model 1's commands, a resolution that
+// names nothing, a reset of 0 from a record no dialog filled, a model number
+// beyond every table.
+INSTANTIATE_TEST_SUITE_P(Bordi, SequenzaTest,
+                         ::testing::Values(TSequenza{0, 2, 1, -1}, TSequenza{9, 2, 3, 15},
+                                           TSequenza{1, 2, 0, 15}, TSequenza{5, 1, 0, 20},
+                                           TSequenza{6, 2, 0, 40}, TSequenza{8, 0, 1, 15},
+                                           TSequenza{3, 0, 4, 40}, TSequenza{12, 2, 1, -1}),
+                         Nome);
+
+// The two complete sequences on the real tick: the bytes on each side of a
+// wait are apart by at least a good part of it.
+struct TCompleta {
+    int tipo, risoluzione;
+    std::string prima, dopo;  // the bytes before and after the reset's wait
+    std::chrono::milliseconds durataMinima;
+};
+
+
+class CompletaTest : public ::testing::TestWithParam<TCompleta> {};
+
+TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
+{
+    const TCompleta& c = GetParam();
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    TDataDigit dati = CDigit().GetDataDigit();
+    dati.tipo = static_cast<std::int16_t>(c.tipo);
+    dati.porta = portaProva;
+    dati.velocita = catalogoDigit[c.tipo].velocita;
+    dati.parita = catalogoDigit[c.tipo].parita;
+    dati.bitDati = catalogoDigit[c.tipo].bitDati;
+    dati.bitStop = catalogoDigit[c.tipo].bitStop;
+    dati.reset = 2;
+    dati.risoluzione = static_cast<std::int16_t>(c.risoluzione);
+    std::optional<TTickFinto> veloce;  // for the destructor, once the sequence is measured
+    CDigit d(dati);
+    ASSERT_TRUE(d.Init(nullptr));
+    const auto inizio = std::chrono::steady_clock::now();
+    d.SendInitString();
+    EXPECT_GE(std::chrono::steady_clock::now() - inizio, c.durataMinima);
+    ASSERT_TRUE(sim.AttendiByte(c.prima.size() + c.dopo.size(), 2s));
+    const std::vector<TByteRicevuto> r = sim.Ricevuti();
+    ASSERT_EQ(sim.ByteRicevuti(), c.prima + c.dopo);
+    const auto pausa = r[c.prima.size()].arrivo - r[c.prima.size() - 1].arrivo;
+    EXPECT_GE(pausa, 500ms) << "the reset's 1000 ms wait";
+    veloce.emplace();
+}
+
+INSTANTIATE_TEST_SUITE_P(Due, CompletaTest,
+                         ::testing::Values(TCompleta{1, 3, std::string(1, '\0'), "@j", 1000ms},
+                                           TCompleta{5, 2, "\x1B" "Z", "\x1B" "MB" "\x1B" "M0" "\x1B" "C2",
+                                                     2500ms}),
+                         [](const ::testing::TestParamInfo<TCompleta>& i) {
+                             return "tipo" + std::to_string(i.param.tipo);
+                         });
+
+// With no port record at all the sequences touch no port and spend no wait.
+TEST(SequenzaSenzaPortaTest, SetsTheFormatAndLengthOnly)
+{
+    ASSERT_EQ(devInfo, nullptr);
+    TTickFinto tick;
+    TDataDigit dati = CDigit().GetDataDigit();
+    dati.tipo = 5;
+    dati.reset = 2;
+    dati.risoluzione = 2;
+    CDigit d(dati);
+    d.SendInitString();
+    EXPECT_EQ(tick.Adesso(), 0u);
+    EXPECT_EQ(Leggi(digitLink.tipoReport), 5);
+    EXPECT_EQ(Leggi(digitLink.lenReport), 20);
+    AzzeraDigitLink(digitLink);
+}
+
+}  // namespace

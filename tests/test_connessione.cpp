@@ -1,0 +1,357 @@
+// The tablet connection: Init and its boxes, the destructor, the one target
+// shared by all objects, the delivery gate, and one tablet at a time.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <thread>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "link/iodev_info.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/digit_accesso.h"
+#include "support/interfaccia_registrata.h"
+#include "support/registratore.h"
+#include "support/suona.h"
+#include "support/tick_finto.h"
+#include "tablet/modulo.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using A = CDigitTestAccess;
+constexpr int portaProva = 4;
+GWnd* const finestra = reinterpret_cast<GWnd*>(0x1234);  // only its address is passed on
+
+TDataDigit Dati(int tipo, int reset = 2)
+{
+    TDataDigit d = CDigit().GetDataDigit();
+    d.tipo = static_cast<std::int16_t>(tipo);
+    d.porta = portaProva;
+    d.velocita = 9600;
+    d.parita = 'N';
+    d.bitDati = 8;
+    d.bitStop = 1;
+    d.reset = static_cast<std::int16_t>(reset);
+    d.risoluzione = 1;
+    return d;
+}
+
+class ConnessioneTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+        IODevMapPort(portaProva, nullptr);
+    }
+    TInterfacciaRegistrata ui;
+    TTickFinto tick;  // the resets' waits cost no real time
+};
+
+TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
+{
+    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
+    CDigit d(Dati(8));
+    const HCURSOR prima = CursoreCorrente();
+    EXPECT_FALSE(d.Init(finestra));
+    EXPECT_EQ(CursoreCorrente(), prima);
+    EXPECT_EQ(A::HPorta(d), 0);
+    ASSERT_EQ(ui.Box().size(), 1u) << "the record was made: only the open fails";
+    const TBox b = ui.Box()[0];
+    EXPECT_EQ(b.owner, static_cast<HWND>(finestra));
+    EXPECT_EQ(b.titolo, "Porta Seriale");
+    EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
+    EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
+    EXPECT_EQ(ui.Beep(), std::vector<unsigned>{MB_ICONEXCLAMATION});
+    EXPECT_NE(devInfo, nullptr) << "the port record stays";
+
+    TRegistratore reg;
+    EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
+    EXPECT_EQ(d.GetCommNotification(), &reg);
+    d.StopCommNotification();
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+}
+
+TEST_F(ConnessioneTest, ARetryAfterAFailedOpenTakesTheNewSettings)
+{
+    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
+    TDataDigit dati = Dati(8);
+    dati.velocita = 4800;
+    CDigit d(dati);
+    ASSERT_FALSE(d.Init(nullptr));
+
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    dati.velocita = 19200;
+    d.SetDataDigit(dati);
+    ASSERT_TRUE(d.Init(nullptr));
+    termios t{};
+    ASSERT_TRUE(sim.LeggiImpostazioni(t));
+    EXPECT_EQ(cfgetospeed(&t), B19200);
+    EXPECT_EQ(devInfo->velocita, 19200);
+}
+
+TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
+{
+    ASSERT_EQ(devInfo, nullptr);
+    CDigit d(Dati(4));
+    CDigit altro(Dati(1));
+    TRegistratore reg;
+    EXPECT_EQ(d.SetCommNotificationTo(&reg), 0);
+    EXPECT_EQ(altro.GetCommNotification(), &reg) << "one target for all objects";
+    altro.StopCommNotification();
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+}
+
+TEST_F(ConnessioneTest, Model4IsPolledOnceByTheTargetEvenANullOne)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(4, 1));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+    EXPECT_EQ(sim.ByteRicevuti(), "") << "no byte before the first poll";
+    EXPECT_EQ(d.SetCommNotificationTo(nullptr), 1);
+    ASSERT_TRUE(sim.AttendiByte(3, 2s));
+    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+    EXPECT_EQ(sim.ByteRicevuti(), "?\r\n");
+    EXPECT_EQ(sim.PollRicevuti(), 1);
+    d.StopCommNotification();
+}
+
+// The destructor of a connected object sends the reset only while delivery
+// is on; either way it closes and frees the record without a box.
+struct TFine {
+    bool consegna;
+    std::string attesi;
+};
+
+
+class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
+
+TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    {
+        CDigit d(Dati(8, 2));
+        ASSERT_TRUE(d.Init(nullptr));
+        d.SendInitString();
+        ASSERT_TRUE(sim.AttendiByte(3, 2s));
+        EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+        sim.Dimentica();
+        if (!GetParam().consegna) d.StopCommNotification();
+        // The reset's wait in real time: the close drops what is still on its way.
+        ImpostaSorgenteTick(nullptr);
+    }
+    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+    EXPECT_EQ(sim.ByteRicevuti(), GetParam().attesi);
+    EXPECT_EQ(devInfo, nullptr);
+    EXPECT_EQ(IODevHandleAperto(), 0);
+    EXPECT_TRUE(ui.Box().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Consegna, FineTest, ::testing::Values(TFine{true, ":Z\r"}, TFine{false, ""}),
+                         [](const ::testing::TestParamInfo<TFine>& i) {
+                             return std::string(i.param.consegna ? "attiva" : "sospesa");
+                         });
+
+TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
+{
+    {
+        CDigit d(Dati(8));
+        A::HPorta(d) = 5;  // believes itself connected; no record exists
+    }
+    const std::vector<TBox> box = ui.Box();
+    ASSERT_EQ(box.size(), 2u);
+    EXPECT_EQ(box[0].testo, "Disconnessione non effettuata");
+    EXPECT_EQ(box[1].testo, "Deallocazione fallita");
+    for (const TBox& b : box) {
+        EXPECT_EQ(b.titolo, "Errore");
+        EXPECT_EQ(b.owner, nullptr);
+        EXPECT_EQ(b.flags, MB_OK);
+    }
+    {
+        CDigit d(Dati(8));  // never connected: no box at all
+    }
+    EXPECT_EQ(ui.Box().size(), 2u);
+}
+
+TEST_F(ConnessioneTest, InitOnAConnectedObjectReconnectsWithoutAReset)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(8, 2));
+    ASSERT_TRUE(d.Init(nullptr));
+    const std::intptr_t primo = A::HPorta(d);
+    TRegistratore reg;
+    d.SetCommNotificationTo(&reg);
+    ASSERT_TRUE(d.Init(nullptr));
+    EXPECT_NE(A::HPorta(d), primo);
+    EXPECT_EQ(A::HPorta(d), IODevHandleAperto());
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+    EXPECT_EQ(sim.ByteRicevuti(), "") << "no reset command on a reconnection";
+    d.StopCommNotification();
+}
+
+// A second object cannot take the port while the first one's connection
+// runs: it is refused with the open-failure box, and the first goes on.
+TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit primo(Dati(8, 1));
+    CDigit secondo(Dati(1, 1));
+    ASSERT_TRUE(primo.Init(nullptr));
+    primo.SendInitString();
+    TRegistratore reg;
+    primo.SetCommNotificationTo(&reg);
+
+    EXPECT_FALSE(secondo.Init(finestra));
+    ASSERT_EQ(ui.Box().size(), 1u);
+    EXPECT_EQ(ui.Box()[0].testo, "ERRORE\nPorta non configurata");
+    EXPECT_EQ(A::HPorta(secondo), 0);
+    EXPECT_EQ(IODevHandleAperto(), A::HPorta(primo));
+
+    EXPECT_TRUE(SuonaFinoA(sim, 8, {321, 654, 0}, 15, reg, 1));
+    EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(321, 654)});
+    primo.StopCommNotification();
+}
+
+// A new object clears the link under the reader: the running connection
+// decodes nothing more, and nothing breaks.
+TEST_F(ConnessioneTest, ANewObjectSilencesARunningConnection)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(8, 1));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TRegistratore reg;
+    d.SetCommNotificationTo(&reg);
+    ASSERT_TRUE(SuonaFinoA(sim, 8, {10, 20, 0}, 15, reg, 1));
+    for (int i = 0; i < 20; ++i) {
+        sim.InviaStato(8, {100 + i, 200, 0}, 15);
+        if (i == 5) CDigit nuovo;
+        std::this_thread::sleep_for(5ms);
+    }
+    EXPECT_EQ(Leggi(digitLink.lenReport), 0);
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+    const std::size_t sentite = reg.Notifiche().size();
+    sim.InviaStato(8, {999, 999, 0}, 15);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(reg.Notifiche().size(), sentite);
+}
+
+// A target that is slow in its notification.
+class TLento : public CDigitNtfy {
+public:
+    std::atomic<bool> iniziata{false}, finita{false};
+    void NotifyMove(std::int32_t, std::int32_t) override
+    {
+        iniziata = true;
+        std::this_thread::sleep_for(300ms);
+        finita = true;
+    }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
+};
+
+// Both a stop and a close wait for a notification under way.
+TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    for (bool chiudi : {false, true}) {
+        CDigit d(Dati(8, 1));
+        ASSERT_TRUE(d.Init(nullptr));
+        d.SendInitString();
+        TLento lento;
+        d.SetCommNotificationTo(&lento);
+        const auto limite = std::chrono::steady_clock::now() + 5s;
+        for (int i = 0; !lento.iniziata && std::chrono::steady_clock::now() < limite; ++i) {
+            sim.InviaStato(8, {50 + i, 60, 0}, 15);
+            std::this_thread::sleep_for(20ms);
+        }
+        ASSERT_TRUE(lento.iniziata);
+        if (chiudi)
+            EXPECT_EQ(IODevClose(), 1);
+        else
+            d.StopCommNotification();
+        EXPECT_TRUE(lento.finita) << (chiudi ? "close" : "stop") << " returned during the notification";
+        d.StopCommNotification();
+    }
+}
+
+// A target that stops the notifications from inside one of them.
+class TCheSiFerma : public CDigitNtfy {
+public:
+    explicit TCheSiFerma(CDigit& d) : digit(d) {}
+    std::atomic<int> chiamate{0};
+    void NotifyMove(std::int32_t, std::int32_t) override
+    {
+        ++chiamate;
+        digit.StopCommNotification();
+    }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
+
+private:
+    CDigit& digit;
+};
+
+TEST_F(ConnessioneTest, ATargetMayStopFromInsideItsNotification)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(8, 1));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TCheSiFerma target(d);
+    d.SetCommNotificationTo(&target);
+    const auto limite = std::chrono::steady_clock::now() + 5s;
+    for (int i = 0; target.chiamate == 0 && std::chrono::steady_clock::now() < limite; ++i) {
+        sim.InviaStato(8, {70 + i, 80, 0}, 15);
+        std::this_thread::sleep_for(20ms);
+    }
+    ASSERT_EQ(target.chiamate, 1);
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+    sim.InviaStato(8, {5000, 5000, 0}, 15);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(target.chiamate, 1) << "delivery is held";
+}
+
+struct TTesto {
+    unsigned id;
+    const char* testo;
+};
+
+
+class TestiTest : public ::testing::TestWithParam<TTesto> {};
+
+TEST_P(TestiTest, TheConnectionsTextsStandInTheTable)
+{
+    EXPECT_EQ(LoadResString(GetParam().id), GetParam().testo);
+    EXPECT_EQ(ModuloLibreria().loadString(GetParam().id), GetParam().testo);
+}
+
+INSTANTIATE_TEST_SUITE_P(Stringhe, TestiTest,
+                         ::testing::Values(TTesto{10058, "Porta Seriale"},
+                                           TTesto{10060, "ERRORE\nPorta non configurata"},
+                                           TTesto{10069, "Disconnessione non effettuata"},
+                                           TTesto{10070, "Errore"},
+                                           TTesto{10071, "Deallocazione fallita"},
+                                           TTesto{10072, "Creazione parametri conness. non effettuata"}),
+                         [](const ::testing::TestParamInfo<TTesto>& i) { return std::to_string(i.param.id); });
+
+TEST(ModuloTest, TheModuleIsInitialisedWithTheInstanceAtLoad)
+{
+    EXPECT_NE(IstanzaLibreria(), nullptr);
+    EXPECT_EQ(ModuloLibreria().instance(), IstanzaLibreria());
+}
+
+}  // namespace

@@ -1,0 +1,357 @@
+// The serial layer on pseudo-terminals: the record and its mapping of the
+// settings, the line settings on an open port, the results without a record,
+// exclusivity, the stop on a quiet line, hold and resume of delivery.
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "link/iodev.h"
+#include "link/iodev_info.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/interfaccia_registrata.h"
+#include "support/registratore.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr int portaProva = 3;
+
+void Impostazioni(TDigitLink& l, int porta, int velocita, char parita, int bitDati, int bitStop, int flusso)
+{
+    AzzeraDigitLink(l);
+    l.porta = static_cast<std::uint8_t>(porta);
+    l.velocita = velocita;
+    l.parita = parita;
+    l.bitDati = static_cast<std::uint8_t>(bitDati);
+    l.bitStop = static_cast<std::uint8_t>(bitStop);
+    l.controlloFlusso = static_cast<std::uint8_t>(flusso);
+}
+
+class IODevTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+    }
+};
+
+struct TMappa {
+    int velocita;
+    char parita;
+    int bitStop;
+    int velocitaAttesa, codiceParita, codiceStop, moltiplicatore;
+};
+
+
+class MappaturaTest : public IODevTest, public ::testing::WithParamInterface<TMappa> {};
+
+TEST_P(MappaturaTest, SettingsOfTheLinkBecomeTheRecord)
+{
+    const TMappa& m = GetParam();
+    Impostazioni(digitLink, 3, m.velocita, m.parita, 7, m.bitStop, 4);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_NE(devInfo, nullptr);
+    EXPECT_EQ(devInfo->porta, 3);
+    EXPECT_EQ(devInfo->velocita, m.velocitaAttesa);
+    EXPECT_EQ(devInfo->codiceParita, m.codiceParita);
+    EXPECT_EQ(devInfo->codiceStop, m.codiceStop);
+    EXPECT_EQ(devInfo->bitDati, 7);
+    EXPECT_EQ(devInfo->controlloFlusso, 4);
+    EXPECT_EQ(MoltiplicatoreScrittura(devInfo->velocita), m.moltiplicatore);
+    EXPECT_EQ(devInfo->attivo, 0);
+    EXPECT_EQ(devInfo->hCom, -1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Righe, MappaturaTest,
+                         ::testing::Values(TMappa{1200, 'N', 1, 9600, 0, 0, 2},
+                                           TMappa{4800, 'E', 2, 4800, 2, 2, 4},
+                                           TMappa{19200, 'O', 3, 19200, 1, 0, 1},
+                                           TMappa{9600, ' ', 0, 9600, 0, 0, 2},
+                                           TMappa{-1, 'e', 2, 9600, 0, 2, 2}),
+                         [](const ::testing::TestParamInfo<TMappa>& i) { return "riga" + std::to_string(i.index); });
+
+TEST_F(IODevTest, ASecondCreateKeepsTheFirstRecordUnchanged)
+{
+    Impostazioni(digitLink, 1, 4800, 'E', 7, 2, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    TIODevInfo* primo = devInfo;
+    Impostazioni(digitLink, 2, 19200, 'O', 8, 1, 4);
+    EXPECT_EQ(IODevCreate(digitLink), 1);
+    EXPECT_EQ(devInfo, primo);
+    EXPECT_EQ(devInfo->porta, 1);
+    EXPECT_EQ(devInfo->velocita, 4800);
+    EXPECT_EQ(devInfo->controlloFlusso, 0);
+}
+
+TEST_F(IODevTest, WithoutARecordEverythingAnswersZero)
+{
+    ASSERT_EQ(devInfo, nullptr);
+    digitLink.numAccum = 9;
+    Scrivi(digitLink.hPorta, 55);
+    EXPECT_EQ(IODevOpen(digitLink), 0);
+    EXPECT_EQ(digitLink.numAccum, 0) << "zeroed with or without a record";
+    EXPECT_EQ(Leggi(digitLink.hPorta), 55) << "left alone without a record";
+    EXPECT_EQ(IODevConfigure(), 0);
+    EXPECT_EQ(IODevClose(), 0);
+    EXPECT_EQ(IODevDestroy(), 0);
+    EXPECT_EQ(IODevHold(), 0);
+    EXPECT_EQ(IODevResume(), 0);
+    EXPECT_EQ(IODevWrite("x", 1), 0);
+    std::uint8_t buf[4];
+    EXPECT_EQ(IODevRead(buf, sizeof buf), 0u);
+    IODevSetDtr();  // must not fault
+    IODevPurgeRx();
+    EXPECT_EQ(IODevHandleAperto(), 0);
+}
+
+TEST_F(IODevTest, PortNamesAndTheirPaths)
+{
+    EXPECT_EQ(NomePorta(3), "COM3");
+    EXPECT_EQ(PercorsoPorta(3), "/dev/ttyS2");
+    EXPECT_EQ(IODevMapPort(3, "/tmp/altrove"), 1);
+    EXPECT_EQ(PercorsoPorta(3), "/tmp/altrove");
+    EXPECT_EQ(NomePorta(3), "COM3") << "the name stays";
+    for (const char* predefinito : {"", static_cast<const char*>(nullptr)}) {
+        IODevMapPort(3, "/tmp/altrove");
+        EXPECT_EQ(IODevMapPort(3, predefinito), 1);
+        EXPECT_EQ(PercorsoPorta(3), "/dev/ttyS2");
+    }
+    EXPECT_EQ(IODevMapPort(0, "/tmp/x"), 0);
+    EXPECT_EQ(IODevMapPort(256, "/tmp/x"), 0);
+    EXPECT_EQ(PercorsoPorta(0), "");
+}
+
+TEST_F(IODevTest, AFailedOpenKeepsTheRecordRestoresTheCursorAndStillHolds)
+{
+    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
+    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    const HCURSOR prima = CursoreCorrente();
+    EXPECT_EQ(IODevOpen(digitLink), 0);
+    EXPECT_EQ(CursoreCorrente(), prima);
+    EXPECT_NE(devInfo, nullptr);
+    EXPECT_EQ(Leggi(digitLink.hPorta), 0);
+    EXPECT_EQ(IODevHold(), 1);
+    EXPECT_EQ(devInfo->abilitato, 0);
+    EXPECT_EQ(IODevResume(), 1);
+    EXPECT_EQ(devInfo->abilitato, 1);
+    EXPECT_EQ(IODevWrite("x", 1), 0) << "no port to write to";
+    IODevMapPort(portaProva, nullptr);
+}
+
+TEST_F(IODevTest, APortThatIsHeldElsewhereCannotBeOpened)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    const int altro = open(sim.PercorsoSlave().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(altro, 0);
+    ASSERT_EQ(flock(altro, LOCK_EX | LOCK_NB), 0);
+    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    EXPECT_EQ(IODevOpen(digitLink), 0);
+    close(altro);
+    EXPECT_EQ(IODevOpen(digitLink), 1) << "free again";
+    EXPECT_NE(Leggi(digitLink.hPorta), 0);
+    EXPECT_EQ(IODevHandleAperto(), Leggi(digitLink.hPorta));
+    EXPECT_EQ(IODevOpen(digitLink), 0) << "an open port cannot be opened twice";
+}
+
+struct TLinea {
+    int velocita;
+    char parita;
+    int bitDati, bitStop, flusso;
+    speed_t baud;
+    tcflag_t dimensione;
+    bool parenb, parodd, cstopb, xonxoff;
+};
+
+
+class LineaTest : public IODevTest, public ::testing::WithParamInterface<TLinea> {};
+
+TEST_P(LineaTest, TheSlaveCarriesTheRecordsSettingsWhileOpen)
+{
+    const TLinea& l = GetParam();
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    Impostazioni(digitLink, portaProva, l.velocita, l.parita, l.bitDati, l.bitStop, l.flusso);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_EQ(IODevOpen(digitLink), 1);
+    termios t{};
+    ASSERT_TRUE(sim.LeggiImpostazioni(t));
+    EXPECT_EQ(cfgetispeed(&t), l.baud);
+    EXPECT_EQ(cfgetospeed(&t), l.baud);
+    // A pseudo-terminal forces CS8 without PARENB on its slave whatever it is
+    // told; those two are checked on the requested settings below.
+    EXPECT_EQ((t.c_cflag & PARODD) != 0, l.parodd);
+    EXPECT_EQ((t.c_cflag & CSTOPB) != 0, l.cstopb);
+    EXPECT_EQ((t.c_iflag & IXON) != 0, l.xonxoff);
+    EXPECT_EQ((t.c_iflag & IXOFF) != 0, l.xonxoff);
+    EXPECT_EQ(t.c_cc[VSTART], 0x11);
+    EXPECT_EQ(t.c_cc[VSTOP], 0x13);
+    EXPECT_EQ(t.c_lflag & (ICANON | ECHO | ISIG), 0u) << "binary transfer";
+    EXPECT_EQ(t.c_oflag & OPOST, 0u);
+    EXPECT_EQ(t.c_iflag & (ICRNL | INLCR | IGNCR | ISTRIP), 0u);
+    EXPECT_EQ(devInfo->abilitato, 1) << "delivery on from the configuration";
+}
+
+// The catalogue's defaults of every model, with the flow control that Init
+// gives model 6, and the two other rates.
+INSTANTIATE_TEST_SUITE_P(
+    Modelli, LineaTest,
+    ::testing::Values(TLinea{9600, 'O', 8, 1, 0, B9600, CS8, true, true, false, false},   // 1, 2
+                      TLinea{9600, 'E', 7, 2, 0, B9600, CS7, true, false, true, false},   // 3, 5
+                      TLinea{9600, 'E', 7, 1, 0, B9600, CS7, true, false, false, false},  // 4, 7
+                      TLinea{9600, 'E', 8, 1, 4, B9600, CS8, true, false, false, true},   // 6
+                      TLinea{9600, 'N', 8, 1, 0, B9600, CS8, false, false, false, false}, // 8
+                      TLinea{4800, 'N', 8, 2, 0, B4800, CS8, false, false, true, false},
+                      TLinea{19200, 'N', 7, 3, 0, B19200, CS7, false, false, false, false}),
+    [](const ::testing::TestParamInfo<TLinea>& i) { return "riga" + std::to_string(i.index); });
+
+TEST_P(LineaTest, TheRequestedSettingsCarrySizeAndParity)
+{
+    const TLinea& l = GetParam();
+    Impostazioni(digitLink, portaProva, l.velocita, l.parita, l.bitDati, l.bitStop, l.flusso);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    termios t{};
+    t.c_cflag = CS5 | PARENB | PARODD | CSTOPB | CRTSCTS | HUPCL;  // what a port might hold before
+    t.c_iflag = IXON | IXOFF | IXANY | ICRNL | ISTRIP;
+    t.c_lflag = ICANON | ECHO;
+    ASSERT_TRUE(TermiosDelRecord(*devInfo, t));
+    EXPECT_EQ(cfgetospeed(&t), l.baud);
+    EXPECT_EQ(t.c_cflag & CSIZE, l.dimensione);
+    EXPECT_EQ((t.c_cflag & PARENB) != 0, l.parenb);
+    EXPECT_EQ((t.c_iflag & INPCK) != 0, l.parenb) << "parity checked where there is parity";
+    EXPECT_EQ((t.c_cflag & PARODD) != 0, l.parodd);
+    EXPECT_EQ((t.c_cflag & CSTOPB) != 0, l.cstopb);
+    EXPECT_EQ((t.c_iflag & IXON) != 0, l.xonxoff);
+    EXPECT_EQ(t.c_iflag & (IXANY | ICRNL | ISTRIP), 0u);
+    EXPECT_EQ(t.c_cflag & CRTSCTS, 0u) << "no CTS/RTS handshake unless asked";
+    EXPECT_NE(t.c_cflag & HUPCL, 0u) << "what is not named stays";
+    EXPECT_NE(t.c_cflag & CREAD, 0u);
+}
+
+// A data size that no port takes makes the port refuse the settings, and the
+// open fails with the port closed again; the CTS/RTS bit asks for CRTSCTS.
+TEST_F(IODevTest, BadDataSizesFailTheOpenAndHandshakeBitsMap)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    Impostazioni(digitLink, portaProva, 9600, 'N', 0, 1, 0x03);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    termios t{};
+    for (int bitDati : {0, 4, 9, 255}) {
+        devInfo->bitDati = static_cast<std::uint8_t>(bitDati);
+        EXPECT_FALSE(TermiosDelRecord(*devInfo, t)) << bitDati;
+    }
+    EXPECT_EQ(IODevOpen(digitLink), 0);
+    EXPECT_EQ(devInfo->attivo, 0);
+    EXPECT_EQ(devInfo->hCom, -1);
+    EXPECT_EQ(Leggi(digitLink.hPorta), 0);
+    devInfo->bitDati = 8;
+    ASSERT_TRUE(TermiosDelRecord(*devInfo, t));
+    EXPECT_NE(t.c_cflag & CRTSCTS, 0u);
+    EXPECT_EQ(t.c_iflag & (IXON | IXOFF), 0u);
+}
+
+TEST_F(IODevTest, CloseOnAQuietLineReturnsPromptlyAndDestroyAfterItDoesNotCloseAgain)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_EQ(IODevOpen(digitLink), 1);
+    std::this_thread::sleep_for(50ms);  // the reader is in its wait
+    const auto inizio = std::chrono::steady_clock::now();
+    EXPECT_EQ(IODevClose(), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - inizio, 2s) << "liveness, not a speed target";
+    EXPECT_FALSE(devInfo->hThread.joinable());
+    EXPECT_EQ(devInfo->hCom, -1);
+    EXPECT_EQ(IODevHandleAperto(), 0);
+    EXPECT_NE(Leggi(digitLink.hPorta), 0) << "the link keeps its handle";
+    EXPECT_EQ(IODevDestroy(), 1);
+    EXPECT_EQ(devInfo, nullptr);
+}
+
+TEST_F(IODevTest, DestroyOfAnOpenRecordClosesItEvenWhileHeldOrHungUp)
+{
+    auto sim = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_TRUE(sim->Valida());
+    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_EQ(IODevOpen(digitLink), 1);
+    EXPECT_EQ(IODevHold(), 1);
+    std::this_thread::sleep_for(30ms);
+    sim.reset();  // the other side goes away: the port hangs up
+    std::this_thread::sleep_for(50ms);
+    const auto inizio = std::chrono::steady_clock::now();
+    EXPECT_EQ(IODevResume(), 1);
+    std::this_thread::sleep_for(50ms);
+    EXPECT_EQ(IODevDestroy(), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - inizio, 2s);
+    EXPECT_EQ(devInfo, nullptr);
+}
+
+TEST_F(IODevTest, WritesPassOnlyWhileDeliveryIsOn)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    Impostazioni(digitLink, portaProva, 19200, 'N', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_EQ(IODevOpen(digitLink), 1);
+    EXPECT_EQ(IODevWrite("ab", 2), 1);
+    ASSERT_TRUE(sim.AttendiByte(2, 2s));
+    IODevHold();
+    EXPECT_EQ(IODevWrite("cd", 2), 0);
+    IODevResume();
+    EXPECT_EQ(IODevWrite("e\0f", 3), 1);
+    ASSERT_TRUE(sim.AttendiByte(5, 2s));
+    EXPECT_TRUE(sim.AttendiQuiete(100ms, 2s));
+    EXPECT_EQ(sim.ByteRicevuti(), std::string("ab" "e\0f", 5));
+}
+
+// A report gathered in part before a hold is completed after the resume, and
+// what arrived during the hold is gone.
+TEST_F(IODevTest, HoldDropsWhatArrivesMeanwhileButKeepsAHalfGatheredReport)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    TRegistratore reg;
+    Impostazioni(digitLink, portaProva, 9600, 'O', 8, 1, 0);
+    ASSERT_EQ(IODevCreate(digitLink), 1);
+    ASSERT_EQ(IODevOpen(digitLink), 1);
+    Scrivi(digitLink.tipoReport, 1);
+    Scrivi(digitLink.lenReport, 15);
+    Scrivi(digitLink.ntfy, &reg);
+
+    const std::string primo = TTavolettaPty::Raffica(1, {100, 200, 0}, 10);  // two of the three reports
+    ASSERT_TRUE(sim.Invia(primo));
+    // Wait until the reader has gathered them, looking under the delivery gate.
+    std::int32_t raccolti = 0;
+    for (int i = 0; i < 400 && raccolti < 10; ++i) {
+        std::this_thread::sleep_for(5ms);
+        TCancelloConsegna cancello;
+        raccolti = digitLink.numAccum;
+    }
+    ASSERT_EQ(raccolti, 10);
+    IODevHold();
+    ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {700, 800, 3}, 15)));
+    std::this_thread::sleep_for(200ms);
+    IODevResume();
+    ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {300, 400, 0}, 5)));
+
+    const auto limite = std::chrono::steady_clock::now() + 3s;
+    while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < limite)
+        std::this_thread::sleep_for(5ms);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(100, 200)});
+    Scrivi(digitLink.ntfy, nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,106 @@
+// A host's view: through the exported interface alone, a tablet played on a
+// pseudo-terminal behind COM1 drives the host's notifications, model by model.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "digit.h"
+#include "sim/tavoletta_pty.h"
+#include "support/registratore.h"
+#include "support/suona.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+struct TModello {
+    int tipo;
+    std::int16_t velocita, parita, bitDati, bitStop;
+    std::size_t lenReport;  // one gather of the model
+    int bottoneA, bottoneB;  // two buttons the model's cursor has
+};
+
+
+// A stroke in which every state is heard: two moves, a press, a release at a
+// new place, a second press, a release. Then the last state again, which
+// gives nothing.
+struct TPasso {
+    TStatoPuntatore stato;
+    TNotifica attesa;
+};
+
+std::vector<TPasso> Tratto(const TModello& m)
+{
+    return {
+        {{1000, 2000, 0}, Mossa(1000, 2000)},
+        {{1500, 2500, 0}, Mossa(1500, 2500)},
+        {{1500, 2500, m.bottoneA}, Pressione(m.bottoneA, 1500, 2500)},
+        {{1700, 2700, 0}, Mossa(1700, 2700)},
+        {{1700, 2700, m.bottoneB}, Pressione(m.bottoneB, 1700, 2700)},
+        {{1800, 2800, 0}, Mossa(1800, 2800)},
+    };
+}
+
+class HostTest : public ::testing::TestWithParam<TModello> {};
+
+TEST_P(HostTest, TheTabletOnTheLineReachesTheHostsTarget)
+{
+    const TModello& m = GetParam();
+    TTavolettaPty sim(1);
+    ASSERT_TRUE(sim.Valida());
+
+    TDataDigit dati = CDigit().GetDataDigit();
+    dati.tipo = static_cast<std::int16_t>(m.tipo);
+    dati.porta = 1;
+    dati.velocita = m.velocita;
+    dati.parita = m.parita;
+    dati.bitDati = m.bitDati;
+    dati.bitStop = m.bitStop;
+    dati.reset = 1;
+    dati.risoluzione = 1;
+    CDigit digit;
+    digit.SetDataDigit(dati);
+    ASSERT_TRUE(digit.Init(nullptr));
+    digit.SendInitString();
+    TRegistratore host;
+    const std::vector<TPasso> tratto = Tratto(m);
+    const bool polled = m.tipo == 4;  // answers each poll; the first goes out with the target
+    if (polled) sim.RispondiAlPoll(tratto.front().stato);
+    ASSERT_EQ(digit.SetCommNotificationTo(&host), 1);
+
+    std::vector<TNotifica> attese;
+    for (const TPasso& p : tratto) {
+        attese.push_back(p.attesa);
+        if (polled) sim.RispondiAlPoll(p.stato);
+        const bool sentito = polled ? AttendiNotifiche(host, attese.size())
+                                    : SuonaFinoA(sim, m.tipo, p.stato, m.lenReport, host, attese.size());
+        EXPECT_TRUE(sentito) << "step " << attese.size();
+    }
+    for (int i = 0; i < 3 && !polled; ++i) {
+        sim.InviaStato(m.tipo, tratto.back().stato, m.lenReport);
+        std::this_thread::sleep_for(30ms);
+    }
+    std::this_thread::sleep_for(100ms);
+    digit.StopCommNotification();
+    EXPECT_EQ(host.Notifiche(), attese);
+}
+
+// The catalogue's line settings of each model, and two buttons each can
+// report: the text formats 4 and 7 carry buttons above 10 only as letters.
+INSTANTIATE_TEST_SUITE_P(Modelli, HostTest,
+                         ::testing::Values(TModello{1, 9600, 'O', 8, 1, 15, 1, 3},
+                                           TModello{2, 9600, 'O', 8, 1, 40, 1, 3},
+                                           TModello{3, 9600, 'E', 7, 2, 40, 1, 3},
+                                           TModello{4, 9600, 'E', 7, 1, 40, 1, 10},
+                                           TModello{5, 9600, 'E', 7, 2, 20, 1, 12},
+                                           TModello{6, 9600, 'E', 8, 1, 40, 1, 12},
+                                           TModello{7, 9600, 'E', 7, 1, 40, 1, 10},
+                                           TModello{8, 9600, 'N', 8, 1, 15, 1, 4}),
+                         [](const ::testing::TestParamInfo<TModello>& i) {
+                             return "tipo" + std::to_string(i.param.tipo);
+                         });
+
+}  // namespace
