@@ -41,11 +41,12 @@ constexpr int calibNessuna = 1;
 constexpr int calibGriglia = 2;
 constexpr int calibPtSparsi = 4;
 
-// Size of the calibration tables: at most 21 grid squares per axis. A grid
-// asked for with more squares on an axis is cut to its first maxQuadrati
-// squares there: only those nodes are digitized, fitted, searched and counted
-// in the calibrated area, and nothing is written outside the tables. The
-// object keeps the count as it was given.
+// Size of the calibration tables: at most 21 grid squares per axis.
+// CalibraGriglia refuses a larger grid as the grid dialog refuses a bad entry,
+// with a beep and the dialog again. Should a larger count reach the maps all
+// the same, it is cut to its first maxQuadrati squares on that axis: only
+// those are fitted, searched and counted in the calibrated area, and nothing
+// is written outside the tables.
 constexpr int maxQuadrati = 21;
 
 // Result of configDigit when the user refused the "already calibrated" warning.
@@ -166,6 +167,10 @@ private:
     int CercaCellaIndicizzata(std::int32_t x, std::int32_t y) const;
     int CercaCellaScandita(std::int32_t x, std::int32_t y) const;
     void AggiornaIndiceCelle();
+
+    bool ChiediGriglia(GWnd* parent);
+    void MemorizzaNodo(int i, int j, std::int32_t x, std::int32_t y, double est, double nord,
+                       double*** angEst, double*** angNord);
     void CopiaIndiceCelle(const CDigit& other);
 
     std::intptr_t hPorta;  // the port as Init last took it; 0 if never connected

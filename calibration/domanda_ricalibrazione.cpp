@@ -1,0 +1,17 @@
+#include "calibration/domanda_ricalibrazione.h"
+
+#include "platform/toldeko/toldeko.h"
+#include "platform/winui.h"
+#include "tablet/modulo.h"
+
+namespace {
+constexpr unsigned idGiaCalibrata = 10057;
+}
+
+bool ConfermaRicalibrazione(GWnd* parent, const std::string& titolo)
+{
+    const std::string testo = ModuloLibreria().loadString(idGiaCalibrata);
+    MessageBeep(MB_ICONQUESTION);
+    const HWND owner = parent ? static_cast<HWND>(*parent) : nullptr;
+    return MessageBoxA(owner, testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION) != IDNO;
+}
