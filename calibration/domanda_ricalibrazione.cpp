@@ -12,6 +12,5 @@ bool ConfermaRicalibrazione(GWnd* parent, const std::string& titolo)
 {
     const std::string testo = ModuloLibreria().loadString(idGiaCalibrata);
     MessageBeep(MB_ICONQUESTION);
-    const HWND owner = parent ? static_cast<HWND>(*parent) : nullptr;
-    return MessageBoxA(owner, testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION) != IDNO;
+    return MessageBoxA(HandleDi(parent), testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION) != IDNO;
 }

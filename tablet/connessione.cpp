@@ -19,6 +19,7 @@
 #include "digit.h"
 
 #include "link/iodev.h"
+#include "platform/toldeko/gwnd.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
 #include "tablet/modulo.h"
@@ -33,14 +34,12 @@ constexpr unsigned idsDisconnessione = 10069;
 constexpr unsigned idsDeallocazione = 10071;
 constexpr unsigned idsCreazione = 10072;
 
-HWND Finestra(GWnd* owner) { return reinterpret_cast<HWND>(owner); }
-
 void BoxPortaNonConfigurata(GWnd* owner)
 {
     MessageBeep(MB_ICONEXCLAMATION);
     const std::string titolo = ModuloLibreria().loadString(idsPortaSeriale);
     const std::string testo = ModuloLibreria().loadString(idsPortaNonConfigurata);
-    MessageBoxA(Finestra(owner), testo.c_str(), titolo.c_str(), MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxA(HandleDi(owner), testo.c_str(), titolo.c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
 void BoxErrore(HWND owner, unsigned idTesto)
@@ -93,7 +92,7 @@ bool CDigit::Init(GWnd* owner)
     AzzeraDigitLink(digitLink);  // no reader runs here
     ImpostazioniLink(dati, digitLink);
 
-    if (IODevCreate(digitLink) != 1) BoxErrore(Finestra(owner), idsCreazione);
+    if (IODevCreate(digitLink) != 1) BoxErrore(HandleDi(owner), idsCreazione);
     if (IODevOpen(digitLink) != 1) {
         BoxPortaNonConfigurata(owner);
         return false;

@@ -9,6 +9,7 @@
 
 #include "digit.h"
 #include "link/iodev.h"
+#include "platform/toldeko/gwnd.h"
 #include "link/iodev_info.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
@@ -24,7 +25,9 @@ namespace {
 using namespace std::chrono_literals;
 using A = CDigitTestAccess;
 constexpr int portaProva = 4;
-GWnd* const finestra = reinterpret_cast<GWnd*>(0x1234);  // only its address is passed on
+// An owner window: the boxes must be owned by its handle.
+GWnd proprietaria(reinterpret_cast<HWND>(0x1234));
+GWnd* const finestra = &proprietaria;
 
 TDataDigit Dati(int tipo, int reset = 2)
 {
@@ -62,7 +65,7 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
     EXPECT_EQ(A::HPorta(d), 0);
     ASSERT_EQ(ui.Box().size(), 1u) << "the record was made: only the open fails";
     const TBox b = ui.Box()[0];
-    EXPECT_EQ(b.owner, static_cast<HWND>(finestra));
+    EXPECT_EQ(b.owner, proprietaria.handle());
     EXPECT_EQ(b.titolo, "Porta Seriale");
     EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);

@@ -48,6 +48,9 @@ private:
     GModule* modulo;
 };
 
+// The handle of an owner window that may be missing: null for no owner.
+inline HWND HandleDi(const GWnd* finestra) { return finestra ? finestra->handle() : nullptr; }
+
 // The platform's calls on a control that has no object: its handle by its id
 // in a dialog, and enabling it. A handle that is no live toolkit window gives
 // a null handle and a result of 0.

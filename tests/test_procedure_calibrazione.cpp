@@ -1,0 +1,265 @@
+// A person's whole calibration session, replayed: the dialogs are answered by
+// the scripted backend, the tablet is a simulated model 5 on a pty behind
+// COM1, and the session ends with ground coordinates heard inside a press.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <future>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "digit.h"
+#include "resources/modelli_dialogo.h"
+#include "sim/tavoletta_pty.h"
+#include "support/tick_finto.h"
+#include "support/utente_finto.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int tipo = 5;
+constexpr std::size_t lenReport = 20;
+constexpr unsigned dialogoPunto = 10040, dialogoGriglia = 10041, dialogoDigitalizza = 10042;
+
+struct TPunto {
+    std::int32_t x, y;
+    const char* est;
+    const char* nord;
+};
+
+// Hears presses and turns them into ground coordinates on the reader thread,
+// as a host does.
+class TTerreno : public CDigitNtfy {
+public:
+    explicit TTerreno(CDigit& d) : digit(d) {}
+    void NotifyMove(std::int32_t, std::int32_t) override {}
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
+    {
+        double est = 0, nord = 0;
+        int bottone = 0;
+        const bool ok = digit.TrasformaCoordDigit(est, nord, bottone);
+        std::lock_guard<std::mutex> g(mutex);
+        letture.push_back({ok, est, nord, bottone});
+    }
+    struct TLettura {
+        bool ok;
+        double est, nord;
+        int bottone;
+    };
+    std::vector<TLettura> Letture()
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        return letture;
+    }
+
+private:
+    CDigit& digit;
+    std::mutex mutex;
+    std::vector<TLettura> letture;
+};
+
+class ProcedureTest : public ::testing::Test {
+protected:
+    ProcedureTest()
+    {
+        TDataDigit d = digit.GetDataDigit();
+        d.tipo = tipo;
+        d.porta = 1;
+        d.velocita = 9600;
+        d.parita = 'E';
+        d.bitDati = 7;
+        d.bitStop = 2;
+        d.reset = 1;
+        d.risoluzione = 1;
+        d.numBottoni = 16;
+        for (auto& f : d.funzBott) f = funzNessuna;
+        d.funzBott[0] = funzConferma;
+        d.funzBott[3] = funzAnnulla;
+        d.limitiDefiniti = true;
+        d.xMax = d.yMax = 100000;
+        digit.SetDataDigit(d);
+    }
+    ~ProcedureTest() override { digit.StopCommNotification(); }
+
+    // A press of `bottone` at (x, y) once the digitizing dialog is up, until
+    // the dialog closes. The pointer first rests there, so the press is an
+    // edge; a read may merge two sends, so the press is sent again every
+    // 100 ms, which adds nothing once it was heard (the button stays down).
+    void Premi(std::int32_t x, std::int32_t y, int bottone)
+    {
+        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoDigitalizza));
+        const std::size_t chiusi = Chiusi(dialogoDigitalizza) + 1;
+        for (int k = 0; k < 2; ++k) ASSERT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
+        ASSERT_TRUE(Finche([&] { return Chiusi(dialogoDigitalizza) >= chiusi; },
+                           [&] { sim.InviaStato(tipo, {x, y, bottone}, lenReport); }));
+    }
+    void Digitalizza(const TPunto& p)
+    {
+        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
+        utente.script.Digita(2000, p.est);
+        utente.script.Digita(2001, p.nord);
+        utente.script.Invio();
+        Premi(p.x, p.y, 1);
+    }
+    // Runs `passo` every 100 ms until `fatto` holds, at most 5 s.
+    template <class F, class P>
+    static bool Finche(F fatto, P passo)
+    {
+        const auto fine = std::chrono::steady_clock::now() + 5s;
+        while (!fatto() && std::chrono::steady_clock::now() < fine) {
+            passo();
+            const auto prossimo = std::chrono::steady_clock::now() + 100ms;
+            while (!fatto() && std::chrono::steady_clock::now() < prossimo) std::this_thread::sleep_for(2ms);
+        }
+        return fatto();
+    }
+    std::size_t Chiusi(unsigned modello) const
+    {
+        std::size_t n = 0;
+        for (const auto& c : utente.script.Chiusi()) n += c.stato.modello == modello;
+        return n;
+    }
+    // Presses at (x, y) with the map in force, and what the host heard.
+    TTerreno::TLettura Misura(std::int32_t x, std::int32_t y)
+    {
+        TTerreno terreno(digit);
+        EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
+        for (int k = 0; k < 2; ++k) EXPECT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
+        Finche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
+        digit.StopCommNotification();
+        const auto letture = terreno.Letture();
+        return letture.empty() ? TTerreno::TLettura{false, 0, 0, 0} : letture.front();
+    }
+
+    TTickFinto tick;  // the tablet's command waits cost no real time
+    TUtenteFinto utente;
+    TTavolettaPty sim{1};
+    CDigit digit;
+};
+
+const TPunto tre[] = {{0, 0, "500", "200"}, {1000, 0, "600", "200"}, {0, 1000, "500", "300"}};
+
+TEST_F(ProcedureTest, ThreePointsThenCancelGiveTheAffineMap)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    for (const TPunto& p : tre) Digitalizza(p);
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
+    utente.script.Esc();
+    ASSERT_TRUE(esito.get());
+    EXPECT_TRUE(digit.IsCalibrato());
+    EXPECT_FALSE(digit.IsCalibratoGriglia());
+
+    const auto l = Misura(500, 250);
+    ASSERT_TRUE(l.ok);
+    EXPECT_NEAR(l.est, 550, 1e-9);
+    EXPECT_NEAR(l.nord, 225, 1e-9);
+    EXPECT_EQ(l.bottone, 2);
+    EXPECT_EQ(utente.script.Scaduti(), 0);
+}
+
+TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    for (const TPunto& p : tre) Digitalizza(p);
+    Digitalizza({1000, 1000, "604", "300"});
+    // The fifth point is typed, then abandoned on the tablet: its values play no part.
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
+    utente.script.Digita(2000, "9999");
+    utente.script.Digita(2001, "9999");
+    utente.script.Invio();
+    Premi(7, 7, 4);
+    ASSERT_TRUE(esito.get());
+
+    const auto l = Misura(1000, 0);
+    ASSERT_TRUE(l.ok);
+    EXPECT_NEAR(l.est, 499 + 0.102 * 1000, 1e-9);
+    EXPECT_NEAR(l.nord, 200, 1e-9);
+}
+
+TEST_F(ProcedureTest, TooFewPointsLeaveNoMap)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    Digitalizza(tre[0]);
+    Digitalizza(tre[1]);
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
+    utente.script.Esc();
+    EXPECT_FALSE(esito.get());
+    EXPECT_FALSE(digit.IsCalibrato());
+}
+
+// The 2 by 1 grid: nodes asked East index outermost, at tablet (1000 i, 1000 j).
+TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
+    const char* valori[] = {"2", "1", "100", "200", "50", "25"};
+    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
+    utente.script.Invio();
+
+    const double attesi[][2] = {{100, 200}, {100, 225}, {150, 200}, {150, 225}, {200, 200}, {200, 225}};
+    for (int n = 0; n < 6; ++n) {
+        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoDigitalizza));
+        const TStatoDialogo mostrato = utente.script.Corrente();
+        EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2080)), attesi[n][0]) << "node " << n;
+        EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2081)), attesi[n][1]) << "node " << n;
+        Premi(1000 * (n / 2), 1000 * (n % 2), 1);
+    }
+    ASSERT_TRUE(esito.get());
+    EXPECT_TRUE(digit.IsCalibratoGriglia());
+
+    const auto l = Misura(1500, 500);
+    ASSERT_TRUE(l.ok);
+    EXPECT_NEAR(l.est, 175, 1e-9);
+    EXPECT_NEAR(l.nord, 212.5, 1e-9);
+}
+
+TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
+    const char* valori[] = {"22", "1", "0", "0", "1", "1"};
+    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
+    utente.script.Invio();
+    ASSERT_TRUE(Finche([&] { return Chiusi(dialogoGriglia) == 1; }, [] {}));
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
+    utente.script.Esc();
+    EXPECT_FALSE(esito.get());
+    EXPECT_EQ(utente.Beep(), std::vector<unsigned>{48});
+    EXPECT_EQ(Chiusi(dialogoDigitalizza), 0u);
+}
+
+TEST_F(ProcedureTest, AnsweringNoKeepsTheOldMap)
+{
+    ASSERT_TRUE(sim.Valida());
+    auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    for (const TPunto& p : tre) Digitalizza(p);
+    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
+    utente.script.Esc();
+    ASSERT_TRUE(prima.get());
+    const std::size_t dialoghi = utente.script.Chiusi().size();
+
+    utente.Rispondi(IDNO);
+    EXPECT_TRUE(digit.CalibraGriglia(nullptr));
+    ASSERT_EQ(utente.Messaggi().size(), 1u);
+    EXPECT_EQ(utente.Messaggi()[0].testo,
+              "Tavoletta già calibrata \nContinuando si annulla la calibrazione precedente !\n\nContinuo ?");
+    EXPECT_EQ(utente.Messaggi()[0].titolo, "Calibrazione Griglia");
+    EXPECT_EQ(utente.Messaggi()[0].flags, MB_YESNO | MB_ICONQUESTION);
+    EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
+    EXPECT_EQ(utente.script.Chiusi().size(), dialoghi);
+
+    const auto l = Misura(1000, 1000);
+    ASSERT_TRUE(l.ok);
+    EXPECT_NEAR(l.est, 600, 1e-9);
+    EXPECT_NEAR(l.nord, 300, 1e-9);
+}
+
+}  // namespace
