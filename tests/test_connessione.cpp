@@ -127,6 +127,39 @@ TEST_F(ConnessioneTest, Model4IsPolledOnceByTheTargetEvenANullOne)
     d.StopCommNotification();
 }
 
+// A tablet that answers every poll keeps the chain going: each line decoded
+// sends the next poll. A hold stops it (the poll of the last line is not
+// sent), and a new target starts it again with one poll.
+TEST_F(ConnessioneTest, Model4PollChainStopsOnHoldAndRestartsWithATarget)
+{
+    const auto PollDopo = [](const TTavolettaPty& s, int quanti) {
+        const auto fine = std::chrono::steady_clock::now() + 5s;
+        while (s.PollRicevuti() < quanti && std::chrono::steady_clock::now() < fine)
+            std::this_thread::sleep_for(2ms);
+        return s.PollRicevuti() >= quanti;
+    };
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(4, 1));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    sim.RispondiAlPoll({100, 200, 0});
+    TRegistratore reg;
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    ASSERT_TRUE(PollDopo(sim, 10)) << "the chain runs by itself";
+
+    d.StopCommNotification();
+    ASSERT_TRUE(sim.AttendiQuiete(100ms, 2s));
+    const int fermo = sim.PollRicevuti();
+    std::this_thread::sleep_for(200ms);
+    EXPECT_EQ(sim.PollRicevuti(), fermo) << "no poll goes out while held";
+
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    EXPECT_TRUE(PollDopo(sim, fermo + 10)) << "a new target restarts the chain";
+    d.StopCommNotification();
+    EXPECT_EQ(reg.Notifiche().front(), Mossa(100, 200));
+}
+
 // The destructor of a connected object sends the reset only while delivery
 // is on; either way it closes and frees the record without a box.
 struct TFine {
