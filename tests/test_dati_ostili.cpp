@@ -1,0 +1,128 @@
+// A host's bad configuration record: models, ports and line settings outside
+// their ranges. Each gets its safe behaviour: settings fall back where the
+// line has a fallback, the open fails with its box where it has none, and an
+// unknown model programs and decodes nothing.
+#include <gtest/gtest.h>
+
+#include <termios.h>
+
+#include <chrono>
+#include <thread>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/interfaccia_registrata.h"
+#include "support/registratore.h"
+#include "support/tick_finto.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr int portaProva = 4;
+
+TDataDigit Dati()
+{
+    TDataDigit d = CDigit().GetDataDigit();
+    d.tipo = 5;
+    d.porta = portaProva;
+    d.velocita = 9600;
+    d.parita = 'E';
+    d.bitDati = 7;
+    d.bitStop = 2;
+    d.reset = 1;
+    d.risoluzione = 1;
+    return d;
+}
+
+class DatiOstiliTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+        IODevMapPort(portaProva, nullptr);
+    }
+    TInterfacciaRegistrata ui;
+    TTickFinto tick;
+};
+
+// A model number beyond the catalogue: the connection opens on the record's
+// line settings, but no report format is known, so a tablet is never heard.
+TEST_F(DatiOstiliTest, AnUnknownModelDecodesNothing)
+{
+    for (int tipo : {9, 10, 300, -5}) {
+        TTavolettaPty sim(portaProva);
+        ASSERT_TRUE(sim.Valida());
+        TDataDigit dati = Dati();
+        dati.tipo = static_cast<std::int16_t>(tipo);
+        CDigit d(dati);
+        ASSERT_TRUE(d.Init(nullptr)) << tipo;
+        d.SendInitString();
+        TRegistratore reg;
+        d.SetCommNotificationTo(&reg);
+        for (int modello : {1, 5, 8}) sim.InviaStato(modello, {10, 20, 1}, 40);
+        std::this_thread::sleep_for(100ms);
+        d.StopCommNotification();
+        EXPECT_TRUE(reg.Notifiche().empty()) << tipo;
+    }
+}
+
+// Ports with no device: number 0, a number whose low byte is a port with no
+// device, a mapping cleared by an empty path.
+TEST_F(DatiOstiliTest, PortsWithoutADeviceFailTheOpenWithTheBox)
+{
+    EXPECT_EQ(IODevMapPort(0, "/dev/null"), 0);
+    EXPECT_EQ(IODevMapPort(256, "/dev/null"), 0);
+    for (int porta : {0, 300, portaProva}) {
+        IODevMapPort(portaProva, "");
+        TDataDigit dati = Dati();
+        dati.porta = static_cast<std::int16_t>(porta);
+        const std::size_t box = ui.Box().size();
+        CDigit d(dati);
+        EXPECT_FALSE(d.Init(nullptr)) << porta;
+        EXPECT_EQ(ui.Box().size(), box + 1) << porta;
+        IODevDestroy();
+    }
+}
+
+struct TLineaStrana {
+    std::int16_t velocita, bitDati, bitStop;
+    bool apre;
+    speed_t velocitaLetta;
+    bool dueStop;
+};
+
+class LineaStranaTest : public DatiOstiliTest, public ::testing::WithParamInterface<TLineaStrana> {};
+
+// A rate the line does not know falls back to 9600, a stop count other than
+// 2 to one stop bit; a data size no port takes refuses the settings, and so
+// the open.
+TEST_P(LineaStranaTest, SettingsFallBackOrTheOpenFails)
+{
+    const TLineaStrana& c = GetParam();
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    TDataDigit dati = Dati();
+    dati.velocita = c.velocita;
+    dati.bitDati = c.bitDati;
+    dati.bitStop = c.bitStop;
+    CDigit d(dati);
+    ASSERT_EQ(d.Init(nullptr), c.apre);
+    if (!c.apre) return;
+    termios t{};
+    ASSERT_TRUE(sim.LeggiImpostazioni(t));
+    EXPECT_EQ(cfgetispeed(&t), c.velocitaLetta);
+    EXPECT_EQ((t.c_cflag & CSTOPB) != 0, c.dueStop);
+}
+
+INSTANTIATE_TEST_SUITE_P(Valori, LineaStranaTest,
+                         ::testing::Values(TLineaStrana{1200, 7, 2, true, B9600, true},
+                                           TLineaStrana{-1, 7, 2, true, B9600, true},
+                                           TLineaStrana{19200, 7, 3, true, B19200, false},
+                                           TLineaStrana{4800, 7, -2, true, B4800, false},
+                                           TLineaStrana{9600, 9, 1, false, B0, false},
+                                           TLineaStrana{9600, 0, 1, false, B0, false}));
+
+}  // namespace

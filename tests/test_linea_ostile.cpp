@@ -1,0 +1,201 @@
+// A line that misbehaves: the tablet unplugged in the middle of a stream, a
+// flood of noise, flow-control bytes inside reports, a port path that is no
+// terminal. The library must neither crash nor hang nor spin, and must serve
+// the tablet again once it is back.
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <thread>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "link/iodev_info.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/interfaccia_registrata.h"
+#include "support/registratore.h"
+#include "support/suona.h"
+#include "support/tick_finto.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using Orologio = std::chrono::steady_clock;
+constexpr int portaProva = 2;
+
+TDataDigit Dati(int tipo)
+{
+    TDataDigit d = CDigit().GetDataDigit();
+    d.tipo = static_cast<std::int16_t>(tipo);
+    d.porta = portaProva;
+    d.velocita = 9600;
+    d.parita = 'E';
+    d.bitDati = tipo == 6 ? 8 : 7;
+    d.bitStop = 1;
+    d.reset = 1;
+    d.risoluzione = 1;
+    return d;
+}
+
+// CPU time the reader thread has used so far.
+std::chrono::nanoseconds TempoLettore()
+{
+    clockid_t orologio;
+    if (!devInfo || pthread_getcpuclockid(devInfo->hThread.native_handle(), &orologio) != 0) return {};
+    timespec t{};
+    clock_gettime(orologio, &t);
+    return std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec);
+}
+
+template <class F>
+std::chrono::milliseconds Durata(F f)
+{
+    const auto inizio = Orologio::now();
+    f();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Orologio::now() - inizio);
+}
+
+class LineaOstileTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+        IODevMapPort(portaProva, nullptr);
+    }
+    TInterfacciaRegistrata ui;
+    TTickFinto tick;
+};
+
+// Unplugged: the slave of a closed master reports a hang-up at every poll.
+// The reader must back off instead of spinning, and everything around it must
+// still work; a tablet plugged back in is served by a new Init.
+TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
+{
+    auto sim = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_TRUE(sim->Valida());
+    CDigit d(Dati(5));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TRegistratore reg;
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    ASSERT_TRUE(SuonaFinoA(*sim, 5, {300, 400, 0}, 20, reg, 1));
+    sim->Invia(std::string(7, '\x40'));  // half a report, then the cable goes
+    sim.reset();
+
+    const auto prima = TempoLettore();
+    std::this_thread::sleep_for(2s);
+    const auto cpu = TempoLettore() - prima;
+    std::printf("reader CPU over 2 s on an unplugged line: %.2f ms\n", cpu.count() / 1e6);
+    EXPECT_LT(cpu, 200ms) << "the reader spins on the hang-up";
+
+    EXPECT_LT(Durata([&] { d.StopCommNotification(); }), 1s);
+    sim = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_TRUE(sim->Valida());
+    EXPECT_LT(Durata([&] { ASSERT_TRUE(d.Init(nullptr)); }), 2s);
+    d.SendInitString();
+    reg.Svuota();
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    EXPECT_TRUE(SuonaFinoA(*sim, 5, {500, 600, 0}, 20, reg, 1));
+    EXPECT_EQ(reg.Notifiche().front(), Mossa(500, 600));
+    d.StopCommNotification();
+}
+
+TEST_F(LineaOstileTest, TheDestructorOfAnUnpluggedConnectionReturnsPromptly)
+{
+    auto sim = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_TRUE(sim->Valida());
+    auto d = std::make_unique<CDigit>(Dati(5));
+    ASSERT_TRUE(d->Init(nullptr));
+    sim.reset();
+    std::this_thread::sleep_for(50ms);
+    EXPECT_LT(Durata([&] { d.reset(); }), 2s);
+    EXPECT_EQ(devInfo, nullptr);
+}
+
+// Noise at about 100 KB/s for 10 s: whatever is decoded stays in the
+// format's range, nothing crashes, and the tablet is heard right after.
+TEST_F(LineaOstileTest, AFloodOfNoiseIsSurvivedAndTheTabletHeardAfter)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(8));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TRegistratore reg;
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+
+    std::mt19937 caso(7);
+    std::string blocco(1000, '\0');
+    const auto fine = Orologio::now() + 10s;
+    for (auto prossimo = Orologio::now(); prossimo < fine; prossimo += 10ms) {
+        for (char& c : blocco) c = static_cast<char>(caso());
+        ASSERT_TRUE(sim.Invia(blocco));
+        std::this_thread::sleep_until(prossimo);
+    }
+    for (const TNotifica& n : reg.Notifiche()) {
+        EXPECT_TRUE(n.x >= 0 && n.x <= 65535 && n.y >= 0 && n.y <= 65535) << n;
+        EXPECT_TRUE(n.bottone >= 0 && n.bottone <= 4) << n;
+    }
+    const std::size_t dopoRumore = reg.Notifiche().size();
+    EXPECT_TRUE(SuonaFinoA(sim, 8, {1234, 4321, 0}, 15, reg, dopoRumore + 1));
+    EXPECT_EQ(reg.Notifiche().back(), Mossa(1234, 4321));
+    EXPECT_LT(Durata([&] { d.StopCommNotification(); }), 1s);
+}
+
+// Model 6 runs with XON/XOFF: a stop byte from the tablet holds the library's
+// output, which must then give up within its time limit instead of hanging,
+// and flow-control bytes between reports never reach the decoder.
+TEST_F(LineaOstileTest, FlowControlBytesOfModelSixNeitherHangNorCorrupt)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    CDigit d(Dati(6));
+    ASSERT_TRUE(d.Init(nullptr));
+    ASSERT_TRUE(sim.Invia("\x13"));  // XOFF: the tablet's buffer is full
+    std::this_thread::sleep_for(50ms);
+    EXPECT_LT(Durata([&] { d.SendInitString(); }), 5s);
+    ASSERT_TRUE(sim.Invia("\x11"));  // XON
+
+    TRegistratore reg;
+    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    std::string flusso = TTavolettaPty::Raffica(6, {12345, 6789, 0}, 40);
+    flusso.insert(5, "\x13\x11");
+    flusso.insert(20, "\x11");
+    const auto fine = Orologio::now() + 5s;
+    while (reg.Notifiche().empty() && Orologio::now() < fine) {
+        ASSERT_TRUE(sim.Invia(flusso));
+        std::this_thread::sleep_for(100ms);
+    }
+    d.StopCommNotification();
+    ASSERT_FALSE(reg.Notifiche().empty());
+    EXPECT_EQ(reg.Notifiche().front(), Mossa(12345, 6789));
+}
+
+// A path that is no terminal is not a port: the open fails as for a missing
+// device, with its box, and nothing else happens.
+TEST_F(LineaOstileTest, APathThatIsNoTerminalIsRefused)
+{
+    const std::filesystem::path cartella = std::filesystem::temp_directory_path();
+    const std::filesystem::path file = cartella / ("velmarin_non_porta_" + std::to_string(getpid()));
+    std::fclose(std::fopen(file.c_str(), "w"));
+    for (const std::filesystem::path& p : {file, cartella}) {
+        ASSERT_EQ(IODevMapPort(portaProva, p.c_str()), 1);
+        const std::size_t box = ui.Box().size();
+        CDigit d(Dati(5));
+        EXPECT_FALSE(d.Init(nullptr)) << p;
+        EXPECT_EQ(ui.Box().size(), box + 1) << p;
+        EXPECT_EQ(Leggi(digitLink.hPorta), 0) << p;
+    }
+    std::filesystem::remove(file);
+}
+
+}  // namespace
