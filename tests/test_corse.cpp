@@ -1,0 +1,161 @@
+// The races a host can run into, repeated many times under a tablet that
+// never stops talking: a target freed right after the stop, an object
+// destroyed while its reader notifies, a target that stops and restarts from
+// inside its notification, a new object built under a running reader. Meant
+// for the sanitizer builds, which turn a lost race into a report.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "reports/digit_link.h"
+#include "sim/tavoletta_pty.h"
+#include "support/interfaccia_registrata.h"
+#include "support/registratore.h"
+#include "support/tick_finto.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr int portaProva = 5;
+
+TDataDigit Dati()
+{
+    TDataDigit d = CDigit().GetDataDigit();
+    d.tipo = 8;
+    d.porta = portaProva;
+    d.velocita = 9600;
+    d.parita = 'N';
+    d.bitDati = 8;
+    d.bitStop = 1;
+    d.reset = 1;
+    d.risoluzione = 1;
+    return d;
+}
+
+// A tablet whose pointer never rests: a new position every millisecond.
+class TFlusso {
+public:
+    explicit TFlusso(TTavolettaPty& sim)
+        : invio([this, &sim] {
+              for (std::int32_t i = 0; !fine; ++i) {
+                  sim.InviaStato(8, {i % 5000, (i * 7) % 5000, 0}, 15);
+                  std::this_thread::sleep_for(1ms);
+              }
+          })
+    {
+    }
+    ~TFlusso()
+    {
+        fine = true;
+        invio.join();
+    }
+
+private:
+    std::atomic<bool> fine{false};
+    std::thread invio;
+};
+
+class CorseTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(sim.Valida()); }
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+    }
+    // Waits until the target has heard something, at most 2 s.
+    static bool Sentito(const TRegistratore& reg)
+    {
+        const auto fine = std::chrono::steady_clock::now() + 2s;
+        while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < fine)
+            std::this_thread::sleep_for(1ms);
+        return !reg.Notifiche().empty();
+    }
+    TInterfacciaRegistrata ui;
+    TTickFinto tick;
+    TTavolettaPty sim{portaProva};
+};
+
+TEST_F(CorseTest, ATargetMayBeFreedAsSoonAsTheStopReturns)
+{
+    CDigit d(Dati());
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TFlusso flusso(sim);
+    for (int i = 0; i < 50; ++i) {
+        auto reg = std::make_unique<TRegistratore>();
+        d.SetCommNotificationTo(reg.get());
+        ASSERT_TRUE(Sentito(*reg)) << "iteration " << i;
+        d.StopCommNotification();
+        reg.reset();
+    }
+}
+
+TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
+{
+    TFlusso flusso(sim);
+    for (int i = 0; i < 20; ++i) {
+        auto reg = std::make_unique<TRegistratore>();
+        auto d = std::make_unique<CDigit>(Dati());
+        ASSERT_TRUE(d->Init(nullptr)) << "iteration " << i;
+        d->SendInitString();
+        d->SetCommNotificationTo(reg.get());
+        ASSERT_TRUE(Sentito(*reg)) << "iteration " << i;
+        d.reset();
+        reg.reset();
+    }
+    EXPECT_TRUE(ui.Box().empty());
+}
+
+// Stops and at once restarts from inside each move it hears.
+class TRiavvio : public CDigitNtfy {
+public:
+    explicit TRiavvio(CDigit& d) : digit(d) {}
+    std::atomic<int> mosse{0};
+    void NotifyMove(std::int32_t, std::int32_t) override
+    {
+        ++mosse;
+        digit.StopCommNotification();
+        digit.SetCommNotificationTo(this);
+    }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
+
+private:
+    CDigit& digit;
+};
+
+TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
+{
+    CDigit d(Dati());
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TRiavvio riavvio(d);
+    TFlusso flusso(sim);
+    d.SetCommNotificationTo(&riavvio);
+    const auto fine = std::chrono::steady_clock::now() + 5s;
+    while (riavvio.mosse < 50 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
+    d.StopCommNotification();
+    EXPECT_GE(riavvio.mosse, 50);
+}
+
+TEST_F(CorseTest, NewObjectsMayBeBuiltUnderARunningReader)
+{
+    CDigit d(Dati());
+    ASSERT_TRUE(d.Init(nullptr));
+    TFlusso flusso(sim);
+    for (int i = 0; i < 20; ++i) {
+        d.SendInitString();  // the new object below silenced the link: program it again
+        TRegistratore reg;
+        d.SetCommNotificationTo(&reg);
+        ASSERT_TRUE(Sentito(reg)) << "iteration " << i;
+        { CDigit nuovo; }
+        d.StopCommNotification();
+    }
+}
+
+}  // namespace
