@@ -14,7 +14,7 @@
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/tick_finto.h"
 #include "tablet/catalogo.h"
 
@@ -141,7 +141,7 @@ protected:
 TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
 {
     const TSequenza& s = GetParam();
-    TInterfacciaRegistrata ui;
+    TUtenteFinto ui;
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
     TDataDigit dati = CDigit().GetDataDigit();
@@ -183,7 +183,7 @@ TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
         EXPECT_EQ(Leggi(digitLink.lenReport), s.lenReport < 0 ? 77 : s.lenReport);
         d.StopCommNotification();  // no reset from the destructor
     }
-    EXPECT_TRUE(ui.Box().empty());
+    EXPECT_TRUE(ui.Messaggi().empty());
 }
 
 std::vector<TSequenza> TutteLeSequenze()

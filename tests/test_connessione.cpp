@@ -14,7 +14,7 @@
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/registratore.h"
 #include "support/suona.h"
 #include "support/tick_finto.h"
@@ -51,7 +51,7 @@ protected:
         AzzeraDigitLink(digitLink);
         IODevMapPort(portaProva, nullptr);
     }
-    TInterfacciaRegistrata ui;
+    TUtenteFinto ui;
     TTickFinto tick;  // the resets' waits cost no real time
 };
 
@@ -63,8 +63,8 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
     EXPECT_FALSE(d.Init(finestra));
     EXPECT_EQ(CursoreCorrente(), prima);
     EXPECT_EQ(A::HPorta(d), 0);
-    ASSERT_EQ(ui.Box().size(), 1u) << "the record was made: only the open fails";
-    const TBox b = ui.Box()[0];
+    ASSERT_EQ(ui.Messaggi().size(), 1u) << "the record was made: only the open fails";
+    const TMessaggio b = ui.Messaggi()[0];
     EXPECT_EQ(b.owner, proprietaria.handle());
     EXPECT_EQ(b.titolo, "Porta Seriale");
     EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
@@ -189,7 +189,7 @@ TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
     EXPECT_EQ(sim.ByteRicevuti(), GetParam().attesi);
     EXPECT_EQ(devInfo, nullptr);
     EXPECT_EQ(IODevHandleAperto(), 0);
-    EXPECT_TRUE(ui.Box().empty());
+    EXPECT_TRUE(ui.Messaggi().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Consegna, FineTest, ::testing::Values(TFine{true, ":Z\r"}, TFine{false, ""}),
@@ -203,11 +203,11 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
         CDigit d(Dati(8));
         A::HPorta(d) = 5;  // believes itself connected; no record exists
     }
-    const std::vector<TBox> box = ui.Box();
+    const std::vector<TMessaggio> box = ui.Messaggi();
     ASSERT_EQ(box.size(), 2u);
     EXPECT_EQ(box[0].testo, "Disconnessione non effettuata");
     EXPECT_EQ(box[1].testo, "Deallocazione fallita");
-    for (const TBox& b : box) {
+    for (const TMessaggio& b : box) {
         EXPECT_EQ(b.titolo, "Errore");
         EXPECT_EQ(b.owner, nullptr);
         EXPECT_EQ(b.flags, MB_OK);
@@ -215,7 +215,7 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
     {
         CDigit d(Dati(8));  // never connected: no box at all
     }
-    EXPECT_EQ(ui.Box().size(), 2u);
+    EXPECT_EQ(ui.Messaggi().size(), 2u);
 }
 
 TEST_F(ConnessioneTest, InitOnAConnectedObjectReconnectsWithoutAReset)
@@ -250,8 +250,8 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
     primo.SetCommNotificationTo(&reg);
 
     EXPECT_FALSE(secondo.Init(finestra));
-    ASSERT_EQ(ui.Box().size(), 1u);
-    EXPECT_EQ(ui.Box()[0].testo, "ERRORE\nPorta non configurata");
+    ASSERT_EQ(ui.Messaggi().size(), 1u);
+    EXPECT_EQ(ui.Messaggi()[0].testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(A::HPorta(secondo), 0);
     EXPECT_EQ(IODevHandleAperto(), A::HPorta(primo));
 

@@ -14,7 +14,7 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/registratore.h"
 #include "support/tick_finto.h"
 
@@ -76,7 +76,7 @@ protected:
             std::this_thread::sleep_for(1ms);
         return !reg.Notifiche().empty();
     }
-    TInterfacciaRegistrata ui;
+    TUtenteFinto ui;
     TTickFinto tick;
     TTavolettaPty sim{portaProva};
 };
@@ -109,7 +109,7 @@ TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
         d.reset();
         reg.reset();
     }
-    EXPECT_TRUE(ui.Box().empty());
+    EXPECT_TRUE(ui.Messaggi().empty());
 }
 
 // Stops and at once restarts from inside each move it hears.

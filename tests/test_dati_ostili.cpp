@@ -13,7 +13,7 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/registratore.h"
 #include "support/tick_finto.h"
 
@@ -44,7 +44,7 @@ protected:
         AzzeraDigitLink(digitLink);
         IODevMapPort(portaProva, nullptr);
     }
-    TInterfacciaRegistrata ui;
+    TUtenteFinto ui;
     TTickFinto tick;
 };
 
@@ -79,10 +79,10 @@ TEST_F(DatiOstiliTest, PortsWithoutADeviceFailTheOpenWithTheBox)
         IODevMapPort(portaProva, "");
         TDataDigit dati = Dati();
         dati.porta = static_cast<std::int16_t>(porta);
-        const std::size_t box = ui.Box().size();
+        const std::size_t box = ui.Messaggi().size();
         CDigit d(dati);
         EXPECT_FALSE(d.Init(nullptr)) << porta;
-        EXPECT_EQ(ui.Box().size(), box + 1) << porta;
+        EXPECT_EQ(ui.Messaggi().size(), box + 1) << porta;
         IODevDestroy();
     }
 }

@@ -14,7 +14,7 @@
 #include "link/iodev_info.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/registratore.h"
 
 namespace {

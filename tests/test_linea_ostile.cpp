@@ -20,7 +20,7 @@
 #include "link/iodev_info.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/interfaccia_registrata.h"
+#include "support/utente_finto.h"
 #include "support/registratore.h"
 #include "support/suona.h"
 #include "support/tick_finto.h"
@@ -71,7 +71,7 @@ protected:
         AzzeraDigitLink(digitLink);
         IODevMapPort(portaProva, nullptr);
     }
-    TInterfacciaRegistrata ui;
+    TUtenteFinto ui;
     TTickFinto tick;
 };
 
@@ -189,10 +189,10 @@ TEST_F(LineaOstileTest, APathThatIsNoTerminalIsRefused)
     std::fclose(std::fopen(file.c_str(), "w"));
     for (const std::filesystem::path& p : {file, cartella}) {
         ASSERT_EQ(IODevMapPort(portaProva, p.c_str()), 1);
-        const std::size_t box = ui.Box().size();
+        const std::size_t box = ui.Messaggi().size();
         CDigit d(Dati(5));
         EXPECT_FALSE(d.Init(nullptr)) << p;
-        EXPECT_EQ(ui.Box().size(), box + 1) << p;
+        EXPECT_EQ(ui.Messaggi().size(), box + 1) << p;
         EXPECT_EQ(Leggi(digitLink.hPorta), 0) << p;
     }
     std::filesystem::remove(file);

@@ -14,6 +14,7 @@
 #include "platform/winui.h"
 
 struct TMessaggio {
+    HWND owner;
     std::string testo, titolo;
     unsigned flags;
 };
@@ -50,10 +51,10 @@ public:
         return messaggi;
     }
 
-    int messageBox(HWND, const char* text, const char* caption, unsigned flags) override
+    int messageBox(HWND owner, const char* text, const char* caption, unsigned flags) override
     {
         std::lock_guard<std::mutex> g(mutex);
-        messaggi.push_back({text ? text : "", caption ? caption : "", flags});
+        messaggi.push_back({owner, text ? text : "", caption ? caption : "", flags});
         if (risposte.empty()) return IDOK;
         const int r = risposte.front();
         risposte.pop_front();
