@@ -42,7 +42,8 @@ struct TAttesa {
     std::vector<std::uint32_t> tick;
     std::size_t lettureAttese;
 };
-
+// Named by its case: the bytes of the record hold padding.
+void PrintTo(const TAttesa& a, std::ostream* os) { *os << a.caso; }
 
 class RitardaTest : public ::testing::TestWithParam<TAttesa> {
 protected:

@@ -162,7 +162,7 @@ TEST_F(LineaOstileTest, FlowControlBytesOfModelSixNeitherHangNorCorrupt)
     ASSERT_TRUE(d.Init(nullptr));
     ASSERT_TRUE(sim.Invia("\x13"));  // XOFF: the tablet's buffer is full
     std::this_thread::sleep_for(50ms);
-    EXPECT_LT(Durata([&] { d.SendInitString(); }), 5s);
+    EXPECT_LT(Durata([&] { d.SendInitString(); }), 30s);  // bounded, not fast
     ASSERT_TRUE(sim.Invia("\x11"));  // XON
 
     TRegistratore reg;
