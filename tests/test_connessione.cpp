@@ -14,10 +14,9 @@
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
-#include "support/utente_finto.h"
+#include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
-#include "support/tick_finto.h"
 #include "tablet/modulo.h"
 
 namespace {
@@ -29,30 +28,10 @@ constexpr int portaProva = 4;
 GWnd proprietaria(reinterpret_cast<HWND>(0x1234));
 GWnd* const finestra = &proprietaria;
 
-TDataDigit Dati(int tipo, int reset = 2)
-{
-    TDataDigit d = CDigit().GetDataDigit();
-    d.tipo = static_cast<std::int16_t>(tipo);
-    d.porta = portaProva;
-    d.velocita = 9600;
-    d.parita = 'N';
-    d.bitDati = 8;
-    d.bitStop = 1;
-    d.reset = static_cast<std::int16_t>(reset);
-    d.risoluzione = 1;
-    return d;
-}
-
-class ConnessioneTest : public ::testing::Test {
+class ConnessioneTest : public TProvaSuLinea {
 protected:
-    void TearDown() override
-    {
-        IODevDestroy();
-        AzzeraDigitLink(digitLink);
-        IODevMapPort(portaProva, nullptr);
-    }
-    TUtenteFinto ui;
-    TTickFinto tick;  // the resets' waits cost no real time
+    ConnessioneTest() : TProvaSuLinea(portaProva) {}
+    TDataDigit Dati(int tipo, int reset = 2) const { return TProvaSuLinea::Dati(tipo, reset); }
 };
 
 TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)

@@ -14,28 +14,13 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/utente_finto.h"
+#include "support/prova_su_linea.h"
 #include "support/registratore.h"
-#include "support/tick_finto.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 constexpr int portaProva = 5;
-
-TDataDigit Dati()
-{
-    TDataDigit d = CDigit().GetDataDigit();
-    d.tipo = 8;
-    d.porta = portaProva;
-    d.velocita = 9600;
-    d.parita = 'N';
-    d.bitDati = 8;
-    d.bitStop = 1;
-    d.reset = 1;
-    d.risoluzione = 1;
-    return d;
-}
 
 // A tablet whose pointer never rests: a new position every millisecond.
 class TFlusso {
@@ -60,14 +45,10 @@ private:
     std::thread invio;
 };
 
-class CorseTest : public ::testing::Test {
+class CorseTest : public TProvaSuLinea {
 protected:
+    CorseTest() : TProvaSuLinea(portaProva) {}
     void SetUp() override { ASSERT_TRUE(sim.Valida()); }
-    void TearDown() override
-    {
-        IODevDestroy();
-        AzzeraDigitLink(digitLink);
-    }
     // Waits until the target has heard something, at most 2 s.
     static bool Sentito(const TRegistratore& reg)
     {
@@ -76,14 +57,12 @@ protected:
             std::this_thread::sleep_for(1ms);
         return !reg.Notifiche().empty();
     }
-    TUtenteFinto ui;
-    TTickFinto tick;
     TTavolettaPty sim{portaProva};
 };
 
 TEST_F(CorseTest, ATargetMayBeFreedAsSoonAsTheStopReturns)
 {
-    CDigit d(Dati());
+    CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
     TFlusso flusso(sim);
@@ -101,7 +80,7 @@ TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
     TFlusso flusso(sim);
     for (int i = 0; i < 20; ++i) {
         auto reg = std::make_unique<TRegistratore>();
-        auto d = std::make_unique<CDigit>(Dati());
+        auto d = std::make_unique<CDigit>(Dati(8));
         ASSERT_TRUE(d->Init(nullptr)) << "iteration " << i;
         d->SendInitString();
         d->SetCommNotificationTo(reg.get());
@@ -131,7 +110,7 @@ private:
 
 TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
 {
-    CDigit d(Dati());
+    CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
     TRiavvio riavvio(d);
@@ -145,7 +124,7 @@ TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
 
 TEST_F(CorseTest, NewObjectsMayBeBuiltUnderARunningReader)
 {
-    CDigit d(Dati());
+    CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     TFlusso flusso(sim);
     for (int i = 0; i < 20; ++i) {

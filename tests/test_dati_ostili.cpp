@@ -13,39 +13,17 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/utente_finto.h"
+#include "support/prova_su_linea.h"
 #include "support/registratore.h"
-#include "support/tick_finto.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 constexpr int portaProva = 4;
 
-TDataDigit Dati()
-{
-    TDataDigit d = CDigit().GetDataDigit();
-    d.tipo = 5;
-    d.porta = portaProva;
-    d.velocita = 9600;
-    d.parita = 'E';
-    d.bitDati = 7;
-    d.bitStop = 2;
-    d.reset = 1;
-    d.risoluzione = 1;
-    return d;
-}
-
-class DatiOstiliTest : public ::testing::Test {
+class DatiOstiliTest : public TProvaSuLinea {
 protected:
-    void TearDown() override
-    {
-        IODevDestroy();
-        AzzeraDigitLink(digitLink);
-        IODevMapPort(portaProva, nullptr);
-    }
-    TUtenteFinto ui;
-    TTickFinto tick;
+    DatiOstiliTest() : TProvaSuLinea(portaProva) {}
 };
 
 // A model number beyond the catalogue: the connection opens on the record's
@@ -55,7 +33,7 @@ TEST_F(DatiOstiliTest, AnUnknownModelDecodesNothing)
     for (int tipo : {9, 10, 300, -5}) {
         TTavolettaPty sim(portaProva);
         ASSERT_TRUE(sim.Valida());
-        TDataDigit dati = Dati();
+        TDataDigit dati = Dati(5);
         dati.tipo = static_cast<std::int16_t>(tipo);
         CDigit d(dati);
         ASSERT_TRUE(d.Init(nullptr)) << tipo;
@@ -77,7 +55,7 @@ TEST_F(DatiOstiliTest, PortsWithoutADeviceFailTheOpenWithTheBox)
     EXPECT_EQ(IODevMapPort(256, "/dev/null"), 0);
     for (int porta : {0, 300, portaProva}) {
         IODevMapPort(portaProva, "");
-        TDataDigit dati = Dati();
+        TDataDigit dati = Dati(5);
         dati.porta = static_cast<std::int16_t>(porta);
         const std::size_t box = ui.Messaggi().size();
         CDigit d(dati);
@@ -104,7 +82,7 @@ TEST_P(LineaStranaTest, SettingsFallBackOrTheOpenFails)
     const TLineaStrana& c = GetParam();
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    TDataDigit dati = Dati();
+    TDataDigit dati = Dati(5);
     dati.velocita = c.velocita;
     dati.bitDati = c.bitDati;
     dati.bitStop = c.bitStop;

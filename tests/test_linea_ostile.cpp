@@ -20,30 +20,15 @@
 #include "link/iodev_info.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
-#include "support/utente_finto.h"
+#include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
-#include "support/tick_finto.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using Orologio = std::chrono::steady_clock;
 constexpr int portaProva = 2;
-
-TDataDigit Dati(int tipo)
-{
-    TDataDigit d = CDigit().GetDataDigit();
-    d.tipo = static_cast<std::int16_t>(tipo);
-    d.porta = portaProva;
-    d.velocita = 9600;
-    d.parita = 'E';
-    d.bitDati = tipo == 6 ? 8 : 7;
-    d.bitStop = 1;
-    d.reset = 1;
-    d.risoluzione = 1;
-    return d;
-}
 
 // CPU time the reader thread has used so far.
 std::chrono::nanoseconds TempoLettore()
@@ -63,16 +48,9 @@ std::chrono::milliseconds Durata(F f)
     return std::chrono::duration_cast<std::chrono::milliseconds>(Orologio::now() - inizio);
 }
 
-class LineaOstileTest : public ::testing::Test {
+class LineaOstileTest : public TProvaSuLinea {
 protected:
-    void TearDown() override
-    {
-        IODevDestroy();
-        AzzeraDigitLink(digitLink);
-        IODevMapPort(portaProva, nullptr);
-    }
-    TUtenteFinto ui;
-    TTickFinto tick;
+    LineaOstileTest() : TProvaSuLinea(portaProva) {}
 };
 
 // Unplugged: the slave of a closed master reports a hang-up at every poll.

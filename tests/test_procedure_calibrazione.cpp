@@ -13,6 +13,7 @@
 #include "digit.h"
 #include "resources/modelli_dialogo.h"
 #include "sim/tavoletta_pty.h"
+#include "support/prova_su_linea.h"
 #include "support/tick_finto.h"
 #include "support/utente_finto.h"
 
@@ -65,15 +66,7 @@ class ProcedureTest : public ::testing::Test {
 protected:
     ProcedureTest()
     {
-        TDataDigit d = digit.GetDataDigit();
-        d.tipo = tipo;
-        d.porta = 1;
-        d.velocita = 9600;
-        d.parita = 'E';
-        d.bitDati = 7;
-        d.bitStop = 2;
-        d.reset = 1;
-        d.risoluzione = 1;
+        TDataDigit d = DatiModello(tipo, 1);
         d.numBottoni = 16;
         for (auto& f : d.funzBott) f = funzNessuna;
         d.funzBott[0] = funzConferma;

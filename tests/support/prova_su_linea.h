@@ -1,0 +1,50 @@
+// What the tests on a simulated line share: a model's record as the selection
+// dialog leaves it, and a fixture that answers boxes, makes the tablet's
+// waits cost no real time, and leaves no connection or port mapping behind.
+#ifndef VELMARIN_TEST_PROVA_SU_LINEA_H
+#define VELMARIN_TEST_PROVA_SU_LINEA_H
+
+#include <gtest/gtest.h>
+
+#include "digit.h"
+#include "link/iodev.h"
+#include "reports/digit_link.h"
+#include "tick_finto.h"
+#include "utente_finto.h"
+#include "tablet/catalogo.h"
+
+// Model `tipo` on COM`porta` with the catalogue's line settings, reset
+// `reset` and the first resolution. A model beyond the catalogue takes the
+// settings of model 1.
+inline TDataDigit DatiModello(int tipo, int porta, int reset = 1)
+{
+    const TTipoDigit& riga = catalogoDigit[TipoInCatalogo(tipo) && tipo > 0 ? tipo : 1];
+    TDataDigit d = CDigit().GetDataDigit();
+    d.tipo = static_cast<std::int16_t>(tipo);
+    d.porta = static_cast<std::int16_t>(porta);
+    d.velocita = riga.velocita;
+    d.parita = riga.parita;
+    d.bitDati = riga.bitDati;
+    d.bitStop = riga.bitStop;
+    d.reset = static_cast<std::int16_t>(reset);
+    d.risoluzione = 1;
+    return d;
+}
+
+class TProvaSuLinea : public ::testing::Test {
+protected:
+    explicit TProvaSuLinea(int porta) : porta(porta) {}
+    void TearDown() override
+    {
+        IODevDestroy();
+        AzzeraDigitLink(digitLink);
+        IODevMapPort(porta, nullptr);
+    }
+    TDataDigit Dati(int tipo, int reset = 1) const { return DatiModello(tipo, porta, reset); }
+
+    const int porta;
+    TUtenteFinto ui;
+    TTickFinto tick;  // the tablet's waits cost no real time
+};
+
+#endif
