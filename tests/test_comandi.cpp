@@ -2,6 +2,8 @@
 // waits, and the wait itself on the 32-bit tick.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <atomic>
 #include <chrono>
 #include <optional>
@@ -118,6 +120,7 @@ struct TSequenza {
     int tipo, reset, risoluzione;
     std::int32_t lenReport;  // -1: stays as it was
 };
+void PrintTo(const TSequenza& p, std::ostream* os) { *os << "tipo " << p.tipo << " reset " << p.reset << " risoluzione " << p.risoluzione; }
 
 
 std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
@@ -216,6 +219,7 @@ struct TCompleta {
     std::string prima, dopo;  // the bytes before and after the reset's wait
     std::chrono::milliseconds durataMinima;
 };
+void PrintTo(const TCompleta& p, std::ostream* os) { *os << "tipo " << p.tipo << " risoluzione " << p.risoluzione; }
 
 
 class CompletaTest : public ::testing::TestWithParam<TCompleta> {};

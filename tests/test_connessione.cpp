@@ -2,6 +2,8 @@
 // shared by all objects, the delivery gate, and one tablet at a time.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <atomic>
 #include <chrono>
 #include <optional>
@@ -145,6 +147,7 @@ struct TFine {
     bool consegna;
     std::string attesi;
 };
+void PrintTo(const TFine& p, std::ostream* os) { *os << (p.consegna ? "delivering" : "held"); }
 
 
 class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
@@ -344,6 +347,7 @@ struct TTesto {
     unsigned id;
     const char* testo;
 };
+void PrintTo(const TTesto& p, std::ostream* os) { *os << p.id; }
 
 
 class TestiTest : public ::testing::TestWithParam<TTesto> {};

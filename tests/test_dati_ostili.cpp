@@ -4,6 +4,8 @@
 // unknown model programs and decodes nothing.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <termios.h>
 
 #include <chrono>
@@ -71,6 +73,7 @@ struct TLineaStrana {
     speed_t velocitaLetta;
     bool dueStop;
 };
+void PrintTo(const TLineaStrana& p, std::ostream* os) { *os << p.velocita << " baud, " << p.bitDati << " data bits, " << p.bitStop << " stop bits"; }
 
 class LineaStranaTest : public DatiOstiliTest, public ::testing::WithParamInterface<TLineaStrana> {};
 

@@ -1,6 +1,8 @@
 // The binary report formats: sync, completeness, rejection, fields.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <cstring>
 #include <string>
 #include <vector>
@@ -17,6 +19,7 @@ struct TCaso {
     int esito;
     std::int32_t x, y, bottone;
 };
+void PrintTo(const TCaso& p, std::ostream* os) { *os << p.legenda; }
 
 // 0x00 passes no sync test of the three formats, so it pads safely.
 const TCaso casi[] = {

@@ -2,6 +2,8 @@
 // cases that the wire leaves open, and the simulated tablets' lines.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <cstring>
 #include <limits>
 #include <string>

@@ -1,6 +1,8 @@
 // CDigit as an object: defaults, queries, button functions, assignment.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <cstring>
 #include <string>
 
@@ -46,6 +48,7 @@ struct TQuery {
     int stato;
     bool scelto, calibrato, griglia;
 };
+void PrintTo(const TQuery& p, std::ostream* os) { *os << "tipo " << p.tipo << (p.limiti ? " limits " : " no limits ") << "state " << p.stato; }
 
 class QueryTest : public ::testing::TestWithParam<TQuery> {};
 

@@ -1,6 +1,8 @@
 // The grid fit: one projective map per cell through its four corners.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <array>
 #include <string>
 #include <vector>
@@ -20,6 +22,7 @@ struct TCella {
     bool riesce;
     std::array<double, 8> coef;  // when it succeeds
 };
+void PrintTo(const TCella& p, std::ostream* os) { *os << p.nome; }
 
 constexpr std::array<double, 4> estAffine = {100, 100, 200, 200};
 constexpr std::array<double, 4> nordAffine = {200, 300, 200, 300};

@@ -3,6 +3,8 @@
 // exclusivity, the stop on a quiet line, hold and resume of delivery.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -48,6 +50,7 @@ struct TMappa {
     int bitStop;
     int velocitaAttesa, codiceParita, codiceStop, moltiplicatore;
 };
+void PrintTo(const TMappa& p, std::ostream* os) { *os << p.velocita << " " << p.parita << " " << p.bitStop; }
 
 
 class MappaturaTest : public IODevTest, public ::testing::WithParamInterface<TMappa> {};
@@ -171,6 +174,7 @@ struct TLinea {
     tcflag_t dimensione;
     bool parenb, parodd, cstopb, xonxoff;
 };
+void PrintTo(const TLinea& p, std::ostream* os) { *os << p.velocita << " " << p.parita << p.bitDati << p.bitStop << " flow " << p.flusso; }
 
 
 class LineaTest : public IODevTest, public ::testing::WithParamInterface<TLinea> {};

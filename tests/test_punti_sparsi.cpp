@@ -1,6 +1,8 @@
 // The sparse-point fit: one affine map by least squares over the points.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <cmath>
 #include <string>
 #include <vector>
@@ -19,6 +21,7 @@ struct TPunti {
     double coefEst[3], coefNord[3], tolleranza;  // when it succeeds
     double residuoEst;                           // |map - East| at every point
 };
+void PrintTo(const TPunti& p, std::ostream* os) { *os << p.nome; }
 
 class PuntiSparsiTest : public ::testing::TestWithParam<TPunti> {};
 

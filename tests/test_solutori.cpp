@@ -1,6 +1,8 @@
 // The linear solvers: Gauss-Jordan with full pivoting and least squares.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <cmath>
 #include <string>
 #include <vector>
@@ -29,6 +31,7 @@ struct TSistema {
     TRighe inversa;         // when solved
     double tolleranza;
 };
+void PrintTo(const TSistema& p, std::ostream* os) { *os << p.nome; }
 
 class SolGausJTest : public ::testing::TestWithParam<TSistema> {};
 

@@ -2,6 +2,8 @@
 // pseudo-terminal behind COM1 drives the host's notifications, model by model.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <chrono>
 #include <string>
 #include <thread>
@@ -22,6 +24,7 @@ struct TModello {
     std::size_t lenReport;  // one gather of the model
     int bottoneA, bottoneB;  // two buttons the model's cursor has
 };
+void PrintTo(const TModello& p, std::ostream* os) { *os << "modello " << p.tipo; }
 
 
 // A stroke in which every state is heard: two moves, a press, a release at a
