@@ -90,8 +90,10 @@ void Linea(TTela& t, std::int64_t x0, std::int64_t y0, std::int64_t x1, std::int
 HDC GetDC(HWND finestra)
 {
     int indice = 0;
-    if (!TFinestraDialogo::DaManiglia(finestra, indice)) return nullptr;
+    TFinestraDialogo* f = TFinestraDialogo::DaManiglia(finestra, indice);
+    if (!f) return nullptr;
     std::lock_guard<std::mutex> g(mutexDisegno);
+    if (indice >= 0) f->Disegna(indice, [](TTela&) {});  // the window shows its face from now on
     auto c = std::make_unique<TContesto>();
     c->finestra = finestra;
     HDC dc = c.get();

@@ -44,7 +44,7 @@ constexpr COLORREF RGB(std::uint8_t r, std::uint8_t g, std::uint8_t b)
 
 // A context on the window `finestra`: a control of a live dialog, or the
 // dialog itself. Null for any other handle. It starts at (0, 0) with
-// R2_COPYPEN and a black pen.
+// R2_COPYPEN and a black pen. The control's canvas exists from then on.
 HDC GetDC(HWND finestra);
 // 1 when `dc` was a live context of `finestra`, which then goes; else 0.
 int ReleaseDC(HWND finestra, HDC dc);
