@@ -163,10 +163,14 @@ TEST_P(LimitiTest, CornersFromThePresses)
     });
     EXPECT_EQ(risultato, c.risultato);
     EXPECT_EQ(UltimoChiuso().titolo, "Limiti tavoletta");
-    if (c.poi != TPoi::nulla) EXPECT_EQ(richiesta, c.richiesta);
+    if (c.poi != TPoi::nulla) {
+        EXPECT_EQ(richiesta, c.richiesta);
+    }
     std::int32_t l[4] = {-1, -1, -1, -1};
     EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), c.confermati);
-    if (c.confermati) EXPECT_THAT(l, ElementsAreArray(c.limiti));
+    if (c.confermati) {
+        EXPECT_THAT(l, ElementsAreArray(c.limiti));
+    }
     d.NotifyButton(1, 9, 9);  // late: changes nothing
     EXPECT_EQ(d.completo, c.confermati);
 }
