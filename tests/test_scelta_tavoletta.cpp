@@ -49,24 +49,7 @@ protected:
         return s;
     }
     // A record of model 5 on COM2 with limits.
-    static TDataDigit Modello5()
-    {
-        TDataDigit d = CDigit().GetDataDigit();
-        d.tipo = 5;
-        d.velocita = 9600;
-        d.parita = 'E';
-        d.bitDati = 7;
-        d.bitStop = 2;
-        d.reset = 2;
-        d.risoluzione = 3;
-        d.numBottoni = 16;
-        d.limitiDefiniti = true;
-        d.xMin = 10;
-        d.yMin = 20;
-        d.xMax = 3000;
-        d.yMax = 4000;
-        return d;
-    }
+    static TDataDigit Modello5() { return {5, 2, 9600, 'E', 7, 2, 2, 3, 16, {1, 2, 4, 8}, true, 10, 20, 3000, 4000}; }
 
     TUtenteFinto utente;
     TBackendScript& script = utente.script;
@@ -77,6 +60,7 @@ protected:
 struct TCasoRiga {
     int riga;
     std::set<int> accesi, spenti;  // radios checked, radios disabled
+    int senzaEtichetta;            // 2146, or 2145 and 2146, show no caption
 };
 
 class RigaTest : public SceltaTest, public ::testing::WithParamInterface<TCasoRiga> {};
@@ -109,6 +93,8 @@ TEST_P(RigaTest, ModelListAppliesTheRow)
     ASSERT_EQ(lista->voci.size(), 9u);
     EXPECT_EQ(lista->voci[static_cast<std::size_t>(lista->selezione)].testo, r.nome);
     EXPECT_EQ(s.Testo(2144), r.etichRisoluzione[0]);
+    EXPECT_EQ(s.Testo(2145).empty(), c.senzaEtichetta == 2);
+    EXPECT_EQ(s.Testo(2146).empty(), c.senzaEtichetta >= 1);
     for (int id : idOpzioni) {
         EXPECT_EQ(s.Check(id), c.accesi.count(id) ? 1 : 0) << id;
         EXPECT_EQ(s.Abilitato(id), c.spenti.count(id) == 0) << id;
@@ -119,10 +105,10 @@ const std::set<int> tutti(std::begin(idOpzioni), std::end(idOpzioni));
 
 INSTANTIATE_TEST_SUITE_P(
     Righe, RigaTest,
-    ::testing::Values(TCasoRiga{0, {}, tutti},
-                      TCasoRiga{4, {2123, 2128, 2132, 2135, 2138, 2141, 2144, 2149}, {2142, 2145, 2146}},
-                      TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}},
-                      TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}}));
+    ::testing::Values(TCasoRiga{0, {}, tutti, 1},
+                      TCasoRiga{4, {2123, 2128, 2132, 2135, 2138, 2141, 2144, 2149}, {2142, 2145, 2146}, 2},
+                      TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}, 0},
+                      TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1}));
 
 // ---------------------------------------------------------------------------
 // What reaches the record of model 5 after a few actions.
@@ -210,23 +196,6 @@ TEST_F(SceltaTest, TestWithoutLimitsShowsTheBox)
     EXPECT_EQ(utente.Messaggi()[0].flags, 48u);
 }
 
-TEST_F(SceltaTest, ButtonCountTakesEffectAtOnceInTheFunctionsDialog)
-{
-    TDataDigit dati = Modello5();
-    script.Clic(2148);  // 4 buttons
-    script.Clic(2150);
-    script.Scegli(2199, 1);  // button 4 confirms
-    script.Invio();
-    script.Invio();
-    EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
-    const TStatoDialogo funzioni = script.Chiusi().front().stato;
-    ASSERT_EQ(funzioni.modello, 10044u);
-    EXPECT_TRUE(funzioni.Abilitato(2199));
-    EXPECT_FALSE(funzioni.Abilitato(2200));
-    EXPECT_EQ(dati.numBottoni, 4);
-    EXPECT_EQ(dati.funzBott[3], funzConferma);
-}
-
 TEST_F(SceltaTest, CalibratedTabletAsksFirst)
 {
     TDataDigit dati = Modello5();
@@ -254,18 +223,7 @@ TEST_F(SceltaTest, CalibratedTabletAsksFirst)
 // refuses once it has been reopened.
 class SceltaLineaTest : public SceltaTest {
 protected:
-    SceltaLineaTest()
-    {
-        dati.tipo = 1;
-        dati.porta = static_cast<std::int16_t>(sim.Porta());
-        dati.velocita = 9600;
-        dati.parita = 'N';
-        dati.bitDati = 8;
-        dati.bitStop = 1;
-        dati.reset = 1;
-        dati.risoluzione = 2;
-        dati.numBottoni = 4;
-    }
+    SceltaLineaTest() { dati.porta = static_cast<std::int16_t>(sim.Porta()); }
     std::size_t Inizializzazioni() const
     {
         sim.AttendiQuiete(300ms, 3s);
@@ -284,7 +242,7 @@ protected:
     }
 
     TTavolettaPty sim{1};
-    TDataDigit dati = CDigit().GetDataDigit();
+    TDataDigit dati{1, 1, 9600, 'N', 8, 1, 1, 2, 4, {1, 2, 4, 8}, false, 0, 0, 0, 0};
 };
 
 TEST_F(SceltaLineaTest, LimitsFromTwoConfirmedPresses)
