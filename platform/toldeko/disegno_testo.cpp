@@ -101,6 +101,29 @@ private:
     std::vector<TCelle> celle;
 };
 
+// A cell of the grid covers six by thirteen pixels of a canvas.
+constexpr int pixelColonna = 6, pixelRiga = 13;
+
+bool Disegnato(const TTela& t, int col, int riga)
+{
+    for (int y = riga * pixelRiga; y < (riga + 1) * pixelRiga; ++y)
+        for (int x = col * pixelColonna; x < (col + 1) * pixelColonna; ++x) {
+            if (!t.Dentro(x, y)) continue;
+            const std::uint32_t p = t.Pixel(x, y);
+            if (p != coloreSfondo && p != coloreBordo) return true;
+        }
+    return false;
+}
+
+// What was drawn inside a frame, coarsely: '#' on each cell that holds ink.
+void DisegnaTela(TGriglia& g, const TTela& t, int col, int riga, int colonne, int righe)
+{
+    if (t.Vuota()) return;
+    for (int r = 1; r < righe; ++r)
+        for (int c = 1; c < colonne - 1; ++c)
+            if (Disegnato(t, c, r)) g.Scrivi(col + c, riga + r, "#");
+}
+
 bool IsCornice(TTipoElemento t) { return t == TTipoElemento::gruppo || t == TTipoElemento::cornice; }
 
 void Disegna(TGriglia& g, const TStatoElemento& e)
@@ -115,6 +138,7 @@ void Disegna(TGriglia& g, const TStatoElemento& e)
     case TTipoElemento::gruppo:
     case TTipoElemento::cornice:
         g.Cornice(col, riga, col + w - 1, riga + std::max(1, e.cy / 8), SenzaAcceleratori(e.testo));
+        DisegnaTela(g, e.tela, col, riga, w, std::max(1, e.cy / 8));
         return;
     case TTipoElemento::statico: {
         const TAllinea a = (e.stile & stileCentrato) ? TAllinea::centro

@@ -7,7 +7,8 @@
 //   button       < OK >       default button  <<OK>>   ('&' markers dropped)
 //   radio        (*) Com1     unchecked  ( ) Com1
 //   list         [selected entry   v]
-//   group box    a frame with its caption in the top line; frames likewise
+//   group box    a frame with its caption in the top line; frames likewise,
+//                with '#' on each cell of a frame that holds a drawing
 //
 // A disabled edit, button, radio or list shows braces in place of its
 // brackets or parentheses: {text}, {OK}, {*} Com1.

@@ -214,6 +214,47 @@ int TFinestraDialogo::ImpostaSelezione(int indice, int voce)
     return risultato;
 }
 
+namespace {
+
+void PreparaTela(TStatoElemento& e)
+{
+    TTela& t = e.tela;
+    if (!t.Vuota()) return;
+    t.larghezza = PixelX(e.cx);
+    t.altezza = PixelY(e.cy);
+    if (t.larghezza <= 0 || t.altezza <= 0) return;
+    t.pixel.assign(static_cast<std::size_t>(t.larghezza) * static_cast<std::size_t>(t.altezza), coloreSfondo);
+    if (e.tipo != TTipoElemento::cornice || (e.stile & stileInciso)) return;
+    for (std::int32_t x = 0; x < t.larghezza; ++x) {
+        t.pixel[static_cast<std::size_t>(x)] = coloreBordo;
+        t.pixel[static_cast<std::size_t>((t.altezza - 1) * t.larghezza + x)] = coloreBordo;
+    }
+    for (std::int32_t y = 0; y < t.altezza; ++y) {
+        t.pixel[static_cast<std::size_t>(y * t.larghezza)] = coloreBordo;
+        t.pixel[static_cast<std::size_t>(y * t.larghezza + t.larghezza - 1)] = coloreBordo;
+    }
+}
+
+}  // namespace
+
+void TFinestraDialogo::Disegna(int indice, const std::function<void(TTela&)>& azione)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        TStatoElemento& e = El(indice);
+        PreparaTela(e);
+        if (e.tela.Vuota()) return;  // a control of no size has nothing to draw on
+        azione(e.tela);
+    }
+    Cambiato();
+}
+
+TTela TFinestraDialogo::Tela(int indice) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return El(indice).tela;
+}
+
 TStatoDialogo TFinestraDialogo::Fotografia() const
 {
     std::lock_guard<std::mutex> g(mutex);

@@ -15,6 +15,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -79,6 +80,12 @@ public:
     int NumVoci(int indice) const;
     int Selezione(int indice) const;
     int ImpostaSelezione(int indice, int voce);
+
+    // Drawing on control `indice`: `azione` works on its canvas under the
+    // lock. The first drawing makes the canvas at the control's size in
+    // pixels, the dialog's face inside and, for a black frame, its border.
+    void Disegna(int indice, const std::function<void(TTela&)>& azione);
+    TTela Tela(int indice) const;
 
     TStatoDialogo Fotografia() const;
 

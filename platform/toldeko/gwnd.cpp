@@ -2,15 +2,6 @@
 
 #include "platform/toldeko/finestra_dialogo.h"
 
-namespace {
-
-// Pixels per dialog unit of "MS Sans Serif" 8: six pixels to an average
-// character of four units, thirteen to a line of eight.
-std::int32_t PixelX(short u) { return u * 6 / 4; }
-std::int32_t PixelY(short u) { return u * 13 / 8; }
-
-}  // namespace
-
 GWnd::GWnd(HWND handle, GModule* module) : hwnd(handle), modulo(module) {}
 
 void GWnd::Lega(TFinestraDialogo* f, int i, GModule* module)

@@ -10,6 +10,34 @@
 
 #include "resources/modelli_dialogo.h"
 
+// Pixels per dialog unit of "MS Sans Serif" 8: six pixels to an average
+// character of four units, thirteen to a line of eight.
+constexpr std::int32_t PixelX(short u) { return u * 6 / 4; }
+constexpr std::int32_t PixelY(short u) { return u * 13 / 8; }
+
+// The face of a dialog, on which a drawing starts, and the ink of a black
+// frame's border.
+constexpr std::uint32_t coloreSfondo = 0xC0C0C0;
+constexpr std::uint32_t coloreBordo = 0x000000;
+
+// What a control shows of the drawing done on it: a grid of colours, one
+// 0x00BBGGRR value a pixel, row by row from the top left. Empty until the
+// first drawing on the control.
+struct TTela {
+    std::int32_t larghezza = 0, altezza = 0;
+    std::vector<std::uint32_t> pixel;
+
+    bool Vuota() const { return pixel.empty(); }
+    bool Dentro(std::int32_t x, std::int32_t y) const { return x >= 0 && y >= 0 && x < larghezza && y < altezza; }
+    // The colour at (x, y); 0 outside.
+    std::uint32_t Pixel(std::int32_t x, std::int32_t y) const
+    {
+        return Dentro(x, y) ? pixel[static_cast<std::size_t>(y) * static_cast<std::size_t>(larghezza) +
+                                    static_cast<std::size_t>(x)]
+                            : 0;
+    }
+};
+
 // An entry of a list: its text and the value the dialog attached to it.
 struct TVoceLista {
     std::string testo;
@@ -26,6 +54,7 @@ struct TStatoElemento {
     int check = 0;                  // radios: 1 checked
     std::vector<TVoceLista> voci;   // lists
     int selezione = -1;             // lists: -1 none
+    TTela tela;                     // what was drawn on the control
 };
 
 struct TStatoDialogo {

@@ -1,0 +1,287 @@
+// The button functions, limits and live test dialogs, driven as a person
+// and a tablet would: the script clicks and chooses, a second thread plays
+// the reader thread and calls the dialog's notifications.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <set>
+#include <string>
+#include <thread>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "dialogs/dialogo_funzioni_bottoni.h"
+#include "dialogs/dialogo_limiti.h"
+#include "dialogs/dialogo_prova.h"
+#include "reports/digit_link.h"
+#include "support/utente_finto.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+
+const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione", "Inizia Linea - Dis. Lib.",
+                                            "Inizia Linea - Fine Ent.", "Inizia Polilinea - Dis. Lib.",
+                                            "Inizia Polilinea - Fine Ent."};
+const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
+
+class DialoghiTavolettaTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        EXPECT_EQ(utente.script.Scaduti(), 0) << "a dialog waited for input that never came";
+        EXPECT_EQ(utente.script.AzioniInAttesa(), 0u);
+    }
+    TStatoDialogo UltimoChiuso() const
+    {
+        const auto chiusi = utente.script.Chiusi();
+        return chiusi.empty() ? TStatoDialogo{} : chiusi.back().stato;
+    }
+    // Runs `dialogo` on this thread while `tavoletta` plays the reader thread
+    // on the dialog's target once it is open.
+    int Esegui(GDlg& dialogo, unsigned modello, const std::function<void(CDigitNtfy&)>& tavoletta)
+    {
+        std::thread lettore([&] {
+            CDigitNtfy* ntfy = script.AttendiDialogo(modello) ? Leggi(digitLink.ntfy) : nullptr;
+            if (ntfy) return tavoletta(*ntfy);
+            ADD_FAILURE() << "the dialog is no target";
+            script.Esc();
+        });
+        const int risultato = dialogo.doModal();
+        lettore.join();
+        return risultato;
+    }
+
+    TUtenteFinto utente;
+    TBackendScript& script = utente.script;
+    TDataDigit dati = CDigit().GetDataDigit();
+};
+
+// ---------------------------------------------------------------------------
+class FunzioniBottoniTest : public DialoghiTavolettaTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(FunzioniBottoniTest, ListsUpToTheCountTheRestGreyed)
+{
+    const int n = GetParam();
+    dati.numBottoni = static_cast<std::int16_t>(n);
+    const std::uint8_t stored[16] = {1, 2, 4, 8, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 1};
+    std::memcpy(dati.funzBott, stored, sizeof stored);
+    script.Esc();
+    GDigitFunzBottDlg d(nullptr, &dati);
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+    const TStatoDialogo s = UltimoChiuso();
+    EXPECT_EQ(s.titolo, "Definizione funzioni bottone");
+    for (int i = 0; i < 16; ++i) {
+        EXPECT_EQ(s.Abilitato(2180 + i), i < n) << "button " << i + 1;
+        EXPECT_EQ(s.Abilitato(2196 + i), i < n) << "button " << i + 1;
+        const TStatoElemento* lista = s.Elemento(2196 + i);
+        ASSERT_NE(lista, nullptr);
+        if (i >= n) {
+            EXPECT_TRUE(lista->voci.empty());
+            continue;
+        }
+        std::vector<std::string> testi;
+        std::vector<std::intptr_t> dati;
+        for (const TVoceLista& v : lista->voci) {
+            testi.push_back(v.testo);
+            dati.push_back(v.dato);
+        }
+        EXPECT_THAT(testi, ElementsAreArray(etichette));
+        EXPECT_THAT(dati, ElementsAreArray(codici));
+        ASSERT_GE(lista->selezione, 0);
+        EXPECT_EQ(dati[static_cast<std::size_t>(lista->selezione)], stored[i]) << "button " << i + 1;
+    }
+    EXPECT_EQ(std::memcmp(dati.funzBott, stored, sizeof stored), 0) << "cancel writes nothing";
+}
+
+INSTANTIATE_TEST_SUITE_P(Conteggi, FunzioniBottoniTest, ::testing::Values(4, 16));
+
+TEST_F(DialoghiTavolettaTest, UnknownCodesLeaveTheListEmptyAndOkKeepsThem)
+{
+    const std::uint8_t stored[16] = {3, 7, 1, 8, 6};
+    std::memcpy(dati.funzBott, stored, sizeof stored);
+    dati.numBottoni = 4;
+    script.Scegli(2196, 5);
+    script.Scegli(2199, 0);
+    script.Invio();
+    GDigitFunzBottDlg d(nullptr, &dati);
+    EXPECT_EQ(d.doModal(), IDOK);
+    EXPECT_THAT(dati.funzBott, ElementsAre(5, 7, 1, 0, 6, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+    const TStatoDialogo s = UltimoChiuso();
+    EXPECT_EQ(s.Selezione(2197), -1) << "code 7 is not offered";
+    EXPECT_TRUE(s.Abilitato(2197));
+}
+
+// ---------------------------------------------------------------------------
+// The limits dialog. Model 1 with four buttons: 1 confirms, 2 and 3 have
+// host functions, 4 cancels; 9 is beyond the count and has code 0.
+struct TPremuto {
+    int bottone;
+    std::int32_t x, y;
+};
+
+enum class TPoi { nulla, invio, esc };
+
+struct TCasoLimiti {
+    const char* nome;
+    std::vector<TPremuto> pressioni;
+    TPoi poi;
+    const char* richiesta;  // the prompt after the presses
+    int risultato;
+    bool confermati;
+    std::int32_t limiti[4];
+};
+
+std::ostream& operator<<(std::ostream& os, const TCasoLimiti& c) { return os << c.nome; }
+
+class LimitiTest : public DialoghiTavolettaTest, public ::testing::WithParamInterface<TCasoLimiti> {
+protected:
+    LimitiTest() { digit.GetDataDigit().tipo = 1; }
+    CDigit digit;
+};
+
+constexpr const char* primo = "il punto inferiore a sinistra";
+constexpr const char* secondo = "il punto superiore a destra";
+
+TEST_P(LimitiTest, CornersFromThePresses)
+{
+    const TCasoLimiti& c = GetParam();
+    GDigitMinMaxDlg d(nullptr, &digit);
+    std::string richiesta;
+    const int risultato = Esegui(d, 10045, [&](CDigitNtfy& ntfy) {
+        for (const TPremuto& p : c.pressioni) ntfy.NotifyButton(p.bottone, p.x, p.y);
+        richiesta = script.Corrente().Testo(2240);
+        if (c.poi == TPoi::invio) script.Invio();
+        if (c.poi == TPoi::esc) script.Esc();
+    });
+    EXPECT_EQ(risultato, c.risultato);
+    EXPECT_EQ(UltimoChiuso().titolo, "Limiti tavoletta");
+    if (c.poi != TPoi::nulla) {
+        EXPECT_EQ(richiesta, c.richiesta);
+    }
+    std::int32_t l[4] = {-1, -1, -1, -1};
+    EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), c.confermati);
+    if (c.confermati) {
+        EXPECT_THAT(l, ElementsAreArray(c.limiti));
+    }
+    d.NotifyButton(1, 9, 9);  // late: changes nothing
+    EXPECT_EQ(d.completo, c.confermati);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casi, LimitiTest,
+    ::testing::Values(
+        TCasoLimiti{"DueConferme", {{2, 5, 5}, {1, 10, 20}, {3, 7, 7}, {1, 300, 400}}, TPoi::nulla, "", IDOK, true,
+                    {10, 20, 300, 400}},
+        TCasoLimiti{"OrdineQualsiasi", {{1, 500, 600}, {1, -10, 20}}, TPoi::nulla, "", IDOK, true, {500, 600, -10, 20}},
+        TCasoLimiti{"AltriBottoniAspettano", {{2, 5, 5}, {9, 6, 6}}, TPoi::esc, primo, IDCANCEL, false, {}},
+        TCasoLimiti{"SecondoAtteso", {{1, 5, 5}, {3, 6, 6}}, TPoi::esc, secondo, IDCANCEL, false, {}},
+        TCasoLimiti{"AnnullaAlPrimo", {{4, 5, 5}}, TPoi::nulla, "", IDCANCEL, false, {}},
+        TCasoLimiti{"AnnullaAlSecondo", {{1, 5, 5}, {4, 6, 6}}, TPoi::nulla, "", IDCANCEL, false, {}},
+        TCasoLimiti{"InvioSenzaAngoli", {{1, 5, 5}}, TPoi::invio, secondo, IDOK, false, {}}),
+    [](const ::testing::TestParamInfo<TCasoLimiti>& i) { return std::string(i.param.nome); });
+
+// ---------------------------------------------------------------------------
+// The live test dialog over the limits (1000, 2000) to (5000, 8000).
+using TPunti = std::set<std::pair<int, int>>;
+
+class ProvaTest : public DialoghiTavolettaTest {
+protected:
+    ProvaTest()
+    {
+        TDataDigit& d = digit.GetDataDigit();
+        d.tipo = 1;
+        d.limitiDefiniti = true;
+        std::tie(d.xMin, d.yMin, d.xMax, d.yMax) = std::make_tuple(1000, 2000, 5000, 8000);
+    }
+    static TPunti Inchiostro(const TTela& t)
+    {
+        TPunti p;
+        for (int y = 0; y < t.altezza; ++y)
+            for (int x = 0; x < t.larghezza; ++x)
+                if (t.Pixel(x, y) != coloreSfondo && t.Pixel(x, y) != coloreBordo) p.insert({x, y});
+        return p;
+    }
+    // Two arms of nine pixels centred on (cx, cy), as far as they fall on
+    // the canvas; over the border XOR leaves ink of its own colour. The
+    // centre lies on both arms, so XOR flips it back.
+    static TPunti Croce(const TTela& t, int cx, int cy)
+    {
+        TPunti p;
+        for (int d = -4; d <= 4; ++d)
+            for (auto q : {std::make_pair(cx + d, cy), std::make_pair(cx, cy + d)})
+                if (d != 0 && t.Dentro(q.first, q.second)) p.insert(q);
+        return p;
+    }
+    static TTela Tela(const TStatoDialogo& s) { return s.Elemento(2280)->tela; }
+
+    CDigit digit;
+};
+
+TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
+{
+    GDigitProvaDlg d(nullptr, &digit);
+    std::vector<TStatoDialogo> passi;
+    const int risultato = Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
+        passi.push_back(script.Corrente());
+        ntfy.NotifyMove(1000, 2000);
+        passi.push_back(script.Corrente());
+        ntfy.NotifyMove(5000, 8000);
+        passi.push_back(script.Corrente());
+        ntfy.NotifyButton(3, 3000, 5000);
+        passi.push_back(script.Corrente());
+        ntfy.NotifyMove(-12, 999);
+        passi.push_back(script.Corrente());
+        script.Esc();
+    });
+    EXPECT_EQ(risultato, IDCANCEL);
+    EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "Fine stops the notification";
+    ASSERT_EQ(passi.size(), 5u);
+    // The client rectangle shrunk by one pixel; its right and bottom are its
+    // ends, so R and B fall on the frame's own border.
+    const TTela t = Tela(passi[0]);
+    const int L = 1, T = 1, R = t.larghezza - 1, B = t.altezza - 1;
+    EXPECT_TRUE(Inchiostro(t).empty());
+    EXPECT_EQ(DisegnaDialogoTesto(passi[0]).find('#'), std::string::npos);
+
+    EXPECT_EQ(Inchiostro(Tela(passi[1])), Croce(t, L, B)) << "lower-left limit on (L, B)";
+    EXPECT_NE(DisegnaDialogoTesto(passi[3]).find('#'), std::string::npos) << "the renderer shows the cross";
+    EXPECT_EQ(Inchiostro(Tela(passi[2])), Croce(t, R, T)) << "upper-right limit on (R, T), the first cross gone";
+
+    EXPECT_EQ(passi[2].Testo(2281), "[005000]");
+    EXPECT_EQ(passi[2].Testo(2282), "[008000]");
+    EXPECT_EQ(passi[2].Testo(2283), "<=>");
+    EXPECT_EQ(passi[3].Testo(2281), "[003000]");
+    EXPECT_EQ(passi[3].Testo(2283), "<3>");
+    EXPECT_EQ(passi[4].Testo(2281), "[-00012]");
+    EXPECT_EQ(passi[4].Testo(2282), "[000999]");
+    EXPECT_EQ(passi[4].Testo(2283), "<=>");
+    // Beyond the limits: x = -12 falls left of the frame, truncated toward zero.
+    const double scalaX = double(R - L) / 4000, scalaY = double(T - B) / 6000;
+    const int cx = static_cast<int>(-12 * scalaX + (L - scalaX * 1000));
+    const int cy = static_cast<int>(999 * scalaY + (B - scalaY * 2000));
+    EXPECT_LT(cx, 0);
+    EXPECT_EQ(Inchiostro(Tela(passi[4])), Croce(t, cx, cy));
+}
+
+TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
+{
+    digit.GetDataDigit().xMax = 1000;
+    digit.GetDataDigit().yMax = 2000;
+    GDigitProvaDlg d(nullptr, &digit);
+    TStatoDialogo dopo;
+    EXPECT_EQ(Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
+                  ntfy.NotifyMove(4000, -7000);
+                  dopo = script.Corrente();
+                  script.Invio();  // no OK button: the platform's id 1 ends it all the same
+              }),
+              IDOK);
+    const TTela t = Tela(dopo);
+    EXPECT_EQ(Inchiostro(t), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
+}
+
+}  // namespace

@@ -1,0 +1,303 @@
+// configDigit from the host's side: the model list, the radios, the three
+// buttons and their nested dialogs, and what reaches the host's record. The
+// cases that drive the tablet put a simulated one on a pseudo-terminal.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "digit.h"
+#include "sim/tavoletta_pty.h"
+#include "support/digit_accesso.h"
+#include "tablet/catalogo.h"
+#include "support/utente_finto.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int idOpzioni[] = {2122, 2123, 2124, 2125, 2127, 2128, 2129, 2131, 2132, 2133, 2135,
+                             2136, 2138, 2139, 2141, 2142, 2144, 2145, 2146, 2148, 2149};
+
+class SceltaTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        EXPECT_EQ(script.Scaduti(), 0) << "a dialog waited for input that never came";
+        EXPECT_EQ(script.AzioniInAttesa(), 0u);
+    }
+    std::vector<unsigned> Aperti() const
+    {
+        std::vector<unsigned> m;
+        for (const TDialogoChiuso& c : script.Chiusi()) m.push_back(c.stato.modello);
+        return m;
+    }
+    // The selection dialog as it closed last.
+    TStatoDialogo Scelta() const
+    {
+        TStatoDialogo s;
+        for (const TDialogoChiuso& c : script.Chiusi())
+            if (c.stato.modello == 10043) s = c.stato;
+        return s;
+    }
+    // A record of model 5 on COM2 with limits.
+    static TDataDigit Modello5() { return {5, 2, 9600, 'E', 7, 2, 2, 3, 16, {1, 2, 4, 8}, true, 10, 20, 3000, 4000}; }
+
+    TUtenteFinto utente;
+    TBackendScript& script = utente.script;
+    CDigit digit;
+};
+
+// ---------------------------------------------------------------------------
+struct TCasoRiga {
+    int riga;
+    std::set<int> accesi, spenti;  // radios checked, radios disabled
+    int senzaEtichetta;            // 2146, or 2145 and 2146, show no caption
+};
+
+class RigaTest : public SceltaTest, public ::testing::WithParamInterface<TCasoRiga> {};
+
+// Row 4 first, which disables "Si", then the row of the case.
+TEST_P(RigaTest, ModelListAppliesTheRow)
+{
+    const TCasoRiga& c = GetParam();
+    TDataDigit dati = CDigit().GetDataDigit();
+    script.Scegli(2120, 4);
+    script.Scegli(2120, c.riga);
+    script.Invio();
+    ASSERT_EQ(configDigit(nullptr, &digit, dati), IDOK);
+
+    const TTipoDigit& r = catalogoDigit[c.riga];
+    EXPECT_EQ(dati.tipo, c.riga);
+    EXPECT_EQ(dati.porta, 2) << "the port does not depend on the model";
+    EXPECT_EQ(dati.velocita, r.velocita);
+    EXPECT_EQ(dati.parita, r.parita);
+    EXPECT_EQ(dati.bitDati, r.bitDati);
+    EXPECT_EQ(dati.bitStop, r.bitStop);
+    EXPECT_EQ(dati.reset, r.reset);
+    EXPECT_EQ(dati.risoluzione, r.risoluzione);
+    EXPECT_EQ(dati.numBottoni, r.numBottoni);
+
+    const TStatoDialogo s = Scelta();
+    EXPECT_EQ(s.titolo, "Scelta tavoletta");
+    EXPECT_EQ(s.Testo(2120), "");
+    const TStatoElemento* lista = s.Elemento(2120);
+    ASSERT_EQ(lista->voci.size(), 9u);
+    EXPECT_EQ(lista->voci[static_cast<std::size_t>(lista->selezione)].testo, r.nome);
+    EXPECT_EQ(s.Testo(2144), r.etichRisoluzione[0]);
+    EXPECT_EQ(s.Testo(2145).empty(), c.senzaEtichetta == 2);
+    EXPECT_EQ(s.Testo(2146).empty(), c.senzaEtichetta >= 1);
+    for (int id : idOpzioni) {
+        EXPECT_EQ(s.Check(id), c.accesi.count(id) ? 1 : 0) << id;
+        EXPECT_EQ(s.Abilitato(id), c.spenti.count(id) == 0) << id;
+    }
+}
+
+const std::set<int> tutti(std::begin(idOpzioni), std::end(idOpzioni));
+
+INSTANTIATE_TEST_SUITE_P(
+    Righe, RigaTest,
+    ::testing::Values(TCasoRiga{0, {}, tutti, 1},
+                      TCasoRiga{4, {2123, 2128, 2132, 2135, 2138, 2141, 2144, 2149}, {2142, 2145, 2146}, 2},
+                      TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}, 0},
+                      TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1}));
+
+// ---------------------------------------------------------------------------
+// What reaches the record of model 5 after a few actions.
+struct TCasoAzioni {
+    const char* nome;
+    std::function<void(TBackendScript&)> azioni;
+    int risultato;
+    int tipo, velocita, porta;
+    bool limitiDefiniti;
+};
+
+std::ostream& operator<<(std::ostream& os, const TCasoAzioni& c) { return os << c.nome; }
+
+class AzioniTest : public SceltaTest, public ::testing::WithParamInterface<TCasoAzioni> {};
+
+TEST_P(AzioniTest, WhatReachesTheRecord)
+{
+    const TCasoAzioni& c = GetParam();
+    TDataDigit dati = Modello5();
+    c.azioni(script);
+    EXPECT_EQ(configDigit(nullptr, &digit, dati), c.risultato);
+    EXPECT_EQ(dati.tipo, c.tipo);
+    EXPECT_EQ(dati.velocita, c.velocita);
+    EXPECT_EQ(dati.porta, c.porta);
+    EXPECT_EQ(dati.limitiDefiniti, c.limitiDefiniti);
+    EXPECT_EQ(dati.xMax, 3000) << "limits stay";
+    EXPECT_THAT(utente.Beep(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casi, AzioniTest,
+    ::testing::Values(
+        TCasoAzioni{"RadioPoiOkNonSalva", [](TBackendScript& s) { s.Clic(2127); s.Clic(2124); s.Invio(); },
+                    IDOK, 5, 9600, 3, true},
+        TCasoAzioni{"BottoniLeggeIRadio",
+                    [](TBackendScript& s) { s.Clic(2127); s.Clic(2150); s.Esc(); s.Invio(); }, IDOK, 5, 4800, 2, true},
+        TCasoAzioni{"StessaRigaRimette",
+                    [](TBackendScript& s) { s.Clic(2127); s.Scegli(2120, 5); s.Clic(2150); s.Esc(); s.Invio(); },
+                    IDOK, 5, 9600, 2, true},
+        TCasoAzioni{"Annulla", [](TBackendScript& s) { s.Clic(2124); s.Scegli(2120, 1); s.Esc(); }, IDCANCEL, 5,
+                    9600, 2, true},
+        TCasoAzioni{"ModelloPoiOkTieneILimiti", [](TBackendScript& s) { s.Scegli(2120, 7); s.Invio(); }, IDOK, 7,
+                    9600, 2, true},
+        TCasoAzioni{"ModelloPoiBottoniLiPerde",
+                    [](TBackendScript& s) { s.Scegli(2120, 7); s.Scegli(2120, 5); s.Clic(2150); s.Esc(); s.Invio(); },
+                    IDOK, 5, 9600, 2, true},
+        TCasoAzioni{"RisoluzionePoiBottoni",
+                    [](TBackendScript& s) { s.Clic(2144); s.Clic(2150); s.Esc(); s.Invio(); }, IDOK, 5, 9600, 2,
+                    false}),
+    [](const ::testing::TestParamInfo<TCasoAzioni>& i) { return std::string(i.param.nome); });
+
+// ---------------------------------------------------------------------------
+TEST_F(SceltaTest, WithoutATabletTheButtonsOnlyBeep)
+{
+    for (int tipo : {0, 42, -1}) {
+        TDataDigit dati = Modello5();
+        dati.tipo = static_cast<std::int16_t>(tipo);
+        script.Clic(2150);
+        script.Clic(2151);
+        script.Clic(2152);
+        script.Invio();
+        EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
+        EXPECT_EQ(dati.tipo, tipo) << "stored as it was";
+        EXPECT_EQ(Scelta().Selezione(2120), tipo == 0 ? 0 : -1);
+        EXPECT_FALSE(Scelta().Abilitato(2122));
+    }
+    EXPECT_THAT(Aperti(), ElementsAre(10043u, 10043u, 10043u));
+    EXPECT_EQ(utente.Beep(), std::vector<unsigned>(9, 32u));
+    EXPECT_THAT(utente.Messaggi(), IsEmpty());
+}
+
+TEST_F(SceltaTest, TestWithoutLimitsShowsTheBox)
+{
+    TDataDigit dati = Modello5();
+    script.Scegli(2120, 6);  // a new model: the next button clears the limits
+    script.Clic(2152);
+    script.Invio();
+    EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
+    EXPECT_FALSE(dati.limitiDefiniti);
+    EXPECT_THAT(Aperti(), ElementsAre(10043u));
+    EXPECT_THAT(utente.Beep(), ElementsAre(48u));
+    ASSERT_EQ(utente.Messaggi().size(), 1u);
+    EXPECT_EQ(utente.Messaggi()[0].titolo, "Scelta Tavoletta");
+    EXPECT_EQ(utente.Messaggi()[0].testo, "Per effettuare la prova \noccorre prima definire i limiti");
+    EXPECT_EQ(utente.Messaggi()[0].flags, 48u);
+}
+
+TEST_F(SceltaTest, CalibratedTabletAsksFirst)
+{
+    TDataDigit dati = Modello5();
+    digit.SetDataDigit(dati);
+    CDigitTestAccess::StatoCalibr(digit) = calibPtSparsi;
+    utente.Rispondi(IDNO);
+    EXPECT_EQ(configDigit(nullptr, &digit, dati), IDNO);
+    EXPECT_THAT(Aperti(), IsEmpty());
+
+    utente.Rispondi(IDYES);
+    script.Esc();
+    EXPECT_EQ(configDigit(nullptr, &digit, dati), IDCANCEL);
+    EXPECT_THAT(Aperti(), ElementsAre(10043u));
+    EXPECT_TRUE(digit.IsCalibrato()) << "the warning only warns";
+    EXPECT_THAT(utente.Beep(), ElementsAre(32u, 32u));
+    ASSERT_EQ(utente.Messaggi().size(), 2u);
+    EXPECT_EQ(utente.Messaggi()[0].testo,
+              "Tavoletta già calibrata \nModificando alcuni parametri si annulla la calibrazione !\n\nContinuo ?");
+    EXPECT_EQ(utente.Messaggi()[0].flags, 36u);
+}
+
+// ---------------------------------------------------------------------------
+// Model 1 on a simulated tablet behind COM1, no reset: each initialisation
+// sends "@" and the resolution. Without parity, which a pseudo-terminal
+// refuses once it has been reopened.
+class SceltaLineaTest : public SceltaTest {
+protected:
+    SceltaLineaTest() { dati.porta = static_cast<std::int16_t>(sim.Porta()); }
+    std::size_t Inizializzazioni() const
+    {
+        sim.AttendiQuiete(300ms, 3s);
+        const std::string b = sim.ByteRicevuti();
+        return static_cast<std::size_t>(std::count(b.begin(), b.end(), '@'));
+    }
+    // Sends the state until `fatto`, at most 5 s.
+    bool SuonaFinche(const TStatoPuntatore& stato, const std::function<bool()>& fatto)
+    {
+        for (int i = 0; i < 50; ++i) {
+            if (fatto()) return true;
+            sim.InviaStato(1, stato, 15);
+            std::this_thread::sleep_for(100ms);
+        }
+        return fatto();
+    }
+
+    TTavolettaPty sim{1};
+    TDataDigit dati{1, 1, 9600, 'N', 8, 1, 1, 2, 4, {1, 2, 4, 8}, false, 0, 0, 0, 0};
+};
+
+TEST_F(SceltaLineaTest, LimitsFromTwoConfirmedPresses)
+{
+    ASSERT_TRUE(sim.Valida());
+    std::thread tavoletta([&] {
+        if (!script.AttendiDialogo(10045)) return script.Esc();
+        EXPECT_TRUE(SuonaFinche({100, 200, 1}, [&] { return script.Corrente().Testo(2240) == "il punto superiore a destra"; }));
+        sim.InviaStato(1, {150, 250, 0}, 15);
+        EXPECT_TRUE(SuonaFinche({4000, 3000, 1}, [&] { return script.Corrente().modello == 10043u; }));
+        script.Invio();
+    });
+    script.Clic(2151);
+    const int risultato = configDigit(nullptr, &digit, dati);
+    tavoletta.join();
+    EXPECT_EQ(risultato, IDOK);
+    EXPECT_TRUE(dati.limitiDefiniti);
+    EXPECT_EQ(dati.xMin, 100);
+    EXPECT_EQ(dati.yMin, 200);
+    EXPECT_EQ(dati.xMax, 4000);
+    EXPECT_EQ(dati.yMax, 3000);
+    EXPECT_EQ(Inizializzazioni(), 1u);
+    EXPECT_EQ(digit.GetCommNotification(), nullptr);
+}
+
+struct TCasoInit {
+    const char* nome;
+    std::function<void(TBackendScript&)> azioni;
+    std::size_t inizializzazioni;
+};
+
+std::ostream& operator<<(std::ostream& os, const TCasoInit& c) { return os << c.nome; }
+
+class InitTest : public SceltaLineaTest, public ::testing::WithParamInterface<TCasoInit> {};
+
+TEST_P(InitTest, InitialisesOnlyWhenSomethingThatMattersChanged)
+{
+    ASSERT_TRUE(sim.Valida());
+    dati.limitiDefiniti = true;
+    dati.xMax = 1000;
+    dati.yMax = 1000;
+    GetParam().azioni(script);
+    script.Invio();
+    EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
+    EXPECT_EQ(Inizializzazioni(), GetParam().inizializzazioni) << sim.ByteRicevuti();
+    EXPECT_THAT(utente.Messaggi(), IsEmpty()) << "every initialisation opened the port";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casi, InitTest,
+    ::testing::Values(TCasoInit{"ProvaDueVolte", [](TBackendScript& s) { s.Clic(2152); s.Esc(); s.Clic(2152); s.Esc(); }, 1},
+                      TCasoInit{"LimitiDueVolte", [](TBackendScript& s) { s.Clic(2151); s.Esc(); s.Clic(2151); s.Esc(); }, 2},
+                      TCasoInit{"BottoniMai", [](TBackendScript& s) { s.Clic(2150); s.Esc(); }, 0},
+                      TCasoInit{"VelocitaCambiata",
+                                [](TBackendScript& s) { s.Clic(2152); s.Esc(); s.Clic(2127); s.Clic(2152); s.Esc(); }, 2}),
+    [](const ::testing::TestParamInfo<TCasoInit>& i) { return std::string(i.param.nome); });
+
+}  // namespace
