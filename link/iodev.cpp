@@ -51,8 +51,6 @@ std::atomic<std::intptr_t> ultimoHandle{0};   // last handle given to an open po
 
 constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to complete
 constexpr int pausaGuasto = 20;      // ms the reader pauses on a port that reports no bytes
-constexpr unsigned char carXon = 0x11;
-constexpr unsigned char carXoff = 0x13;
 
 void Sveglia(const TIODevInfo& d)
 {
@@ -99,57 +97,6 @@ void ChiudiPorta(TIODevInfo& d)
     close(d.hCom);
     d.hCom = -1;
 }
-
-speed_t Velocita(std::int32_t velocita)
-{
-    switch (velocita) {
-    case 4800: return B4800;
-    case 19200: return B19200;
-    default: return B9600;
-    }
-}
-
-// The character size of termios for a count of data bits; false for a count
-// that no port takes, which the port refuses as a whole.
-bool Dimensione(int bitDati, tcflag_t& cs)
-{
-    switch (bitDati) {
-    case 5: cs = CS5; return true;
-    case 6: cs = CS6; return true;
-    case 7: cs = CS7; return true;
-    case 8: cs = CS8; return true;
-    default: return false;
-    }
-}
-
-}  // namespace
-
-bool TermiosDelRecord(const TIODevInfo& d, termios& t)
-{
-    tcflag_t cs;
-    if (!Dimensione(d.bitDati, cs)) return false;
-    t.c_iflag &= ~(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR | ICRNL | IXANY | IXON | IXOFF);
-    t.c_oflag &= ~OPOST;
-    t.c_lflag &= ~(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
-    t.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS);
-    t.c_cflag |= cs | CREAD | CLOCAL;
-    if (d.codiceParita != 0) {
-        t.c_cflag |= PARENB | (d.codiceParita == 1 ? PARODD : 0);
-        t.c_iflag |= INPCK;
-    } else {
-        t.c_iflag &= ~INPCK;
-    }
-    if (d.codiceStop == 2) t.c_cflag |= CSTOPB;
-    if (d.controlloFlusso & 0x02) t.c_cflag |= CRTSCTS;
-    if (d.controlloFlusso & 0x04) t.c_iflag |= IXON | IXOFF;
-    t.c_cc[VSTART] = carXon;
-    t.c_cc[VSTOP] = carXoff;
-    t.c_cc[VMIN] = 1;
-    t.c_cc[VTIME] = 0;
-    return cfsetispeed(&t, Velocita(d.velocita)) == 0 && cfsetospeed(&t, Velocita(d.velocita)) == 0;
-}
-
-namespace {
 
 // Opens the port of the record exclusively; -1 when it cannot be had.
 int ApriEsclusivo(const TIODevInfo& d)
@@ -236,7 +183,7 @@ int IODevConfigure()
     if (!devInfo) return 0;
     termios t{};
     const bool letto = tcgetattr(devInfo->hCom, &t) == 0;
-    const int esito = letto && TermiosDelRecord(*devInfo, t) && tcsetattr(devInfo->hCom, TCSANOW, &t) == 0;
+    const int esito = letto && TermiosDelRecord(*devInfo, t) && ImpostaLinea(devInfo->hCom, t);
     devInfo->abilitato = 1;  // whatever the port answered
     return esito;
 }

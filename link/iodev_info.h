@@ -42,6 +42,8 @@ extern TIODevInfo* devInfo;
 // had it. False for a data size that no port takes: the port refuses the
 // settings as a whole.
 bool TermiosDelRecord(const TIODevInfo& d, termios& t);
+// Sets a termios on the port; false when the port refuses it.
+bool ImpostaLinea(int fd, const termios& t);
 
 // "COM<n>": the port's name, whatever device stands behind it.
 std::string NomePorta(int porta);

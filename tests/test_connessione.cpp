@@ -60,6 +60,21 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
     EXPECT_EQ(d.GetCommNotification(), nullptr);
 }
 
+// A pseudo-terminal drops parity; every later open of the same line must
+// still take the rest of the settings and connect.
+TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
+{
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    for (int tipo : {1, 3, 5}) {  // odd; even with two stop bits; even
+        for (int volta = 0; volta < 2; ++volta) {
+            CDigit d(Dati(tipo));
+            EXPECT_TRUE(d.Init(nullptr)) << "model " << tipo << ", open " << volta + 1;
+        }
+    }
+    EXPECT_TRUE(ui.Messaggi().empty());
+}
+
 TEST_F(ConnessioneTest, ARetryAfterAFailedOpenTakesTheNewSettings)
 {
     IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
