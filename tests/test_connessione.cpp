@@ -6,7 +6,7 @@
 
 #include <atomic>
 #include <chrono>
-#include <optional>
+#include <utility>
 #include <thread>
 
 #include "digit.h"
@@ -36,7 +36,7 @@ protected:
     TDataDigit Dati(int tipo, int reset = 2) const { return TProvaSuLinea::Dati(tipo, reset); }
 };
 
-TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
+TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheNewSettings)
 {
     IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
     CDigit d(Dati(8));
@@ -58,18 +58,11 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
     EXPECT_EQ(d.GetCommNotification(), &reg);
     d.StopCommNotification();
     EXPECT_EQ(d.GetCommNotification(), nullptr);
-}
 
-TEST_F(ConnessioneTest, ARetryAfterAFailedOpenTakesTheNewSettings)
-{
-    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
-    TDataDigit dati = Dati(8);
-    dati.velocita = 4800;
-    CDigit d(dati);
-    ASSERT_FALSE(d.Init(nullptr));
-
+    // A retry once the port is there takes the new settings, not the old record's.
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
+    TDataDigit dati = Dati(8);
     dati.velocita = 19200;
     d.SetDataDigit(dati);
     ASSERT_TRUE(d.Init(nullptr));
@@ -148,7 +141,6 @@ struct TFine {
     std::string attesi;
 };
 void PrintTo(const TFine& p, std::ostream* os) { *os << (p.consegna ? "delivering" : "held"); }
-
 
 class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
 
@@ -343,32 +335,15 @@ TEST_F(ConnessioneTest, ATargetMayStopFromInsideItsNotification)
     EXPECT_EQ(target.chiamate, 1) << "delivery is held";
 }
 
-struct TTesto {
-    unsigned id;
-    const char* testo;
-};
-void PrintTo(const TTesto& p, std::ostream* os) { *os << p.id; }
-
-
-class TestiTest : public ::testing::TestWithParam<TTesto> {};
-
-TEST_P(TestiTest, TheConnectionsTextsStandInTheTable)
+TEST(TestiTest, TheConnectionsTextsStandInTheTableOfTheModuleLoadedWithItsInstance)
 {
-    EXPECT_EQ(LoadResString(GetParam().id), GetParam().testo);
-    EXPECT_EQ(ModuloLibreria().loadString(GetParam().id), GetParam().testo);
-}
-
-INSTANTIATE_TEST_SUITE_P(Stringhe, TestiTest,
-                         ::testing::Values(TTesto{10058, "Porta Seriale"},
-                                           TTesto{10060, "ERRORE\nPorta non configurata"},
-                                           TTesto{10069, "Disconnessione non effettuata"},
-                                           TTesto{10070, "Errore"},
-                                           TTesto{10071, "Deallocazione fallita"},
-                                           TTesto{10072, "Creazione parametri conness. non effettuata"}),
-                         [](const ::testing::TestParamInfo<TTesto>& i) { return std::to_string(i.param.id); });
-
-TEST(ModuloTest, TheModuleIsInitialisedWithTheInstanceAtLoad)
-{
+    const std::pair<unsigned, const char*> testi[] = {
+        {10058, "Porta Seriale"}, {10060, "ERRORE\nPorta non configurata"}, {10069, "Disconnessione non effettuata"},
+        {10070, "Errore"}, {10071, "Deallocazione fallita"}, {10072, "Creazione parametri conness. non effettuata"}};
+    for (const auto& [id, testo] : testi) {
+        EXPECT_EQ(LoadResString(id), testo) << id;
+        EXPECT_EQ(ModuloLibreria().loadString(id), testo) << id;
+    }
     EXPECT_NE(IstanzaLibreria(), nullptr);
     EXPECT_EQ(ModuloLibreria().instance(), IstanzaLibreria());
 }

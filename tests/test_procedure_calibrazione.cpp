@@ -135,25 +135,6 @@ protected:
 
 const TPunto tre[] = {{0, 0, "500", "200"}, {1000, 0, "600", "200"}, {0, 1000, "500", "300"}};
 
-TEST_F(ProcedureTest, ThreePointsThenCancelGiveTheAffineMap)
-{
-    ASSERT_TRUE(sim.Valida());
-    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    for (const TPunto& p : tre) Digitalizza(p);
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-    utente.script.Esc();
-    ASSERT_TRUE(esito.get());
-    EXPECT_TRUE(digit.IsCalibrato());
-    EXPECT_FALSE(digit.IsCalibratoGriglia());
-
-    const auto l = Misura(500, 250);
-    ASSERT_TRUE(l.ok);
-    EXPECT_NEAR(l.est, 550, 1e-9);
-    EXPECT_NEAR(l.nord, 225, 1e-9);
-    EXPECT_EQ(l.bottone, 2);
-    EXPECT_EQ(utente.script.Scaduti(), 0);
-}
-
 TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
 {
     ASSERT_TRUE(sim.Valida());
@@ -229,7 +210,9 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
     EXPECT_EQ(Chiusi(dialogoDigitalizza), 0u);
 }
 
-TEST_F(ProcedureTest, AnsweringNoKeepsTheOldMap)
+// Three points then Escape give the affine map; a grid calibration over it
+// asks first, and an answer of No keeps it.
+TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 {
     ASSERT_TRUE(sim.Valida());
     auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
@@ -237,6 +220,14 @@ TEST_F(ProcedureTest, AnsweringNoKeepsTheOldMap)
     ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
     utente.script.Esc();
     ASSERT_TRUE(prima.get());
+    EXPECT_TRUE(digit.IsCalibrato());
+    EXPECT_FALSE(digit.IsCalibratoGriglia());
+    const auto affine = Misura(500, 250);
+    ASSERT_TRUE(affine.ok);
+    EXPECT_NEAR(affine.est, 550, 1e-9);
+    EXPECT_NEAR(affine.nord, 225, 1e-9);
+    EXPECT_EQ(affine.bottone, 2);
+    EXPECT_EQ(utente.script.Scaduti(), 0);
     const std::size_t dialoghi = utente.script.Chiusi().size();
 
     utente.Rispondi(IDNO);
