@@ -17,6 +17,7 @@
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
 #include "support/registratore.h"
+#include "support/suona.h"
 
 namespace {
 
@@ -50,14 +51,7 @@ class CorseTest : public TProvaSuLinea {
 protected:
     CorseTest() : TProvaSuLinea(portaProva) {}
     void SetUp() override { ASSERT_TRUE(sim.Valida()); }
-    // Waits until the target has heard something, at most 2 s.
-    static bool Sentito(const TRegistratore& reg)
-    {
-        const auto fine = std::chrono::steady_clock::now() + 2s;
-        while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < fine)
-            std::this_thread::sleep_for(1ms);
-        return !reg.Notifiche().empty();
-    }
+    static bool Sentito(const TRegistratore& reg) { return AttendiNotifiche(reg, 1); }
     TTavolettaPty sim{portaProva};
 };
 

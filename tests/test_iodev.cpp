@@ -18,6 +18,7 @@
 #include "sim/tavoletta_pty.h"
 #include "support/utente_finto.h"
 #include "support/registratore.h"
+#include "support/suona.h"
 
 namespace {
 
@@ -340,9 +341,7 @@ TEST_F(IODevTest, HoldDropsWhatArrivesMeanwhileButKeepsAHalfGatheredReport)
     IODevResume();
     ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {300, 400, 0}, 5)));
 
-    const auto limite = std::chrono::steady_clock::now() + 3s;
-    while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < limite)
-        std::this_thread::sleep_for(5ms);
+    AttendiNotifiche(reg, 1);
     std::this_thread::sleep_for(100ms);
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(100, 200)});
     Scrivi(digitLink.ntfy, nullptr);

@@ -3,6 +3,7 @@
 // COM1, and the session ends with ground coordinates heard inside a press.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <future>
 #include <mutex>
@@ -97,6 +98,13 @@ protected:
         utente.script.Invio();
         Premi(p.x, p.y, 1);
     }
+    // The grid dialog's six fields typed, then Enter.
+    void Griglia(const std::array<const char*, 6>& valori)
+    {
+        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
+        for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
+        utente.script.Invio();
+    }
     // Runs `passo` every 100 ms until `fatto` holds, at most 5 s.
     template <class F, class P>
     static bool Finche(F fatto, P passo)
@@ -172,10 +180,7 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 {
     ASSERT_TRUE(sim.Valida());
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-    const char* valori[] = {"2", "1", "100", "200", "50", "25"};
-    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
-    utente.script.Invio();
+    Griglia({"2", "1", "100", "200", "50", "25"});
 
     const double attesi[][2] = {{100, 200}, {100, 225}, {150, 200}, {150, 225}, {200, 200}, {200, 225}};
     for (int n = 0; n < 6; ++n) {
@@ -198,10 +203,7 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
 {
     ASSERT_TRUE(sim.Valida());
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-    const char* valori[] = {"22", "1", "0", "0", "1", "1"};
-    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
-    utente.script.Invio();
+    Griglia({"22", "1", "0", "0", "1", "1"});
     ASSERT_TRUE(Finche([&] { return Chiusi(dialogoGriglia) == 1; }, [] {}));
     ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
     utente.script.Esc();
