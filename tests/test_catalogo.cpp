@@ -7,19 +7,17 @@
 
 namespace {
 
-TEST(Catalogo, EveryNameAndLabelHasTwentyOneCharacters)
-{
-    for (const TTipoDigit& t : catalogoDigit) {
-        EXPECT_EQ(std::strlen(t.nome), 21u) << "[" << t.nome << "]";
-        for (const auto& e : t.etichRisoluzione) EXPECT_EQ(std::strlen(e), 21u) << "[" << e << "]";
-    }
-}
-
-TEST(Catalogo, LabelsBeyondTheResolutionCountAreBlank)
+// The names are checked whole below; every label has 21 characters, and
+// those beyond a model's resolutions are blank.
+TEST(Catalogo, LabelsHaveTwentyOneCharactersAndBlankBeyondTheResolutions)
 {
     for (const TTipoDigit& t : catalogoDigit)
-        for (int k = t.numRisoluzioni; k < 3; ++k)
-            EXPECT_STREQ(t.etichRisoluzione[k], "                     ") << t.nome;
+        for (int k = 0; k < 3; ++k) {
+            EXPECT_EQ(std::strlen(t.etichRisoluzione[k]), 21u) << "[" << t.etichRisoluzione[k] << "]";
+            if (k >= t.numRisoluzioni) {
+                EXPECT_STREQ(t.etichRisoluzione[k], "                     ") << t.nome;
+            }
+        }
 }
 
 TEST(Catalogo, RowsCarryTheirDefaults)

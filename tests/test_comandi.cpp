@@ -16,9 +16,7 @@
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
-#include "support/utente_finto.h"
-#include "support/tick_finto.h"
-#include "tablet/catalogo.h"
+#include "support/prova_su_linea.h"
 
 namespace {
 
@@ -122,7 +120,6 @@ struct TSequenza {
 };
 void PrintTo(const TSequenza& p, std::ostream* os) { *os << "tipo " << p.tipo << " reset " << p.reset << " risoluzione " << p.risoluzione; }
 
-
 std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
 {
     return "tipo" + std::to_string(i.param.tipo) + "_reset" + std::to_string(i.param.reset) + "_ris" +
@@ -148,14 +145,7 @@ TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
     TUtenteFinto ui;
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    TDataDigit dati = CDigit().GetDataDigit();
-    dati.tipo = static_cast<std::int16_t>(s.tipo);
-    dati.porta = portaProva;
-    dati.velocita = 9600;
-    dati.parita = 'N';
-    dati.bitDati = 8;
-    dati.bitStop = 1;
-    dati.reset = static_cast<std::int16_t>(s.reset);
+    TDataDigit dati = DatiModello(s.tipo, portaProva, s.reset);
     dati.risoluzione = static_cast<std::int16_t>(s.risoluzione);
     {
         TTickFinto tick;  // also speeds up the destructor's purge and reset
@@ -221,7 +211,6 @@ struct TCompleta {
 };
 void PrintTo(const TCompleta& p, std::ostream* os) { *os << "tipo " << p.tipo << " risoluzione " << p.risoluzione; }
 
-
 class CompletaTest : public ::testing::TestWithParam<TCompleta> {};
 
 TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
@@ -229,14 +218,7 @@ TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
     const TCompleta& c = GetParam();
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    TDataDigit dati = CDigit().GetDataDigit();
-    dati.tipo = static_cast<std::int16_t>(c.tipo);
-    dati.porta = portaProva;
-    dati.velocita = catalogoDigit[c.tipo].velocita;
-    dati.parita = catalogoDigit[c.tipo].parita;
-    dati.bitDati = catalogoDigit[c.tipo].bitDati;
-    dati.bitStop = catalogoDigit[c.tipo].bitStop;
-    dati.reset = 2;
+    TDataDigit dati = DatiModello(c.tipo, portaProva, 2);
     dati.risoluzione = static_cast<std::int16_t>(c.risoluzione);
     std::optional<TTickFinto> veloce;  // for the destructor, once the sequence is measured
     CDigit d(dati);

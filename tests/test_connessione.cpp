@@ -6,7 +6,7 @@
 
 #include <atomic>
 #include <chrono>
-#include <optional>
+#include <utility>
 #include <thread>
 
 #include "digit.h"
@@ -36,7 +36,7 @@ protected:
     TDataDigit Dati(int tipo, int reset = 2) const { return TProvaSuLinea::Dati(tipo, reset); }
 };
 
-TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
+TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheNewSettings)
 {
     IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
     CDigit d(Dati(8));
@@ -58,6 +58,18 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndFails)
     EXPECT_EQ(d.GetCommNotification(), &reg);
     d.StopCommNotification();
     EXPECT_EQ(d.GetCommNotification(), nullptr);
+
+    // A retry once the port is there takes the new settings, not the old record's.
+    TTavolettaPty sim(portaProva);
+    ASSERT_TRUE(sim.Valida());
+    TDataDigit dati = Dati(8);
+    dati.velocita = 19200;
+    d.SetDataDigit(dati);
+    ASSERT_TRUE(d.Init(nullptr));
+    termios t{};
+    ASSERT_TRUE(sim.LeggiImpostazioni(t));
+    EXPECT_EQ(cfgetospeed(&t), B19200);
+    EXPECT_EQ(devInfo->velocita, 19200);
 }
 
 // A pseudo-terminal drops parity; every later open of the same line must
@@ -75,25 +87,6 @@ TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
     EXPECT_TRUE(ui.Messaggi().empty());
 }
 
-TEST_F(ConnessioneTest, ARetryAfterAFailedOpenTakesTheNewSettings)
-{
-    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
-    TDataDigit dati = Dati(8);
-    dati.velocita = 4800;
-    CDigit d(dati);
-    ASSERT_FALSE(d.Init(nullptr));
-
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    dati.velocita = 19200;
-    d.SetDataDigit(dati);
-    ASSERT_TRUE(d.Init(nullptr));
-    termios t{};
-    ASSERT_TRUE(sim.LeggiImpostazioni(t));
-    EXPECT_EQ(cfgetospeed(&t), B19200);
-    EXPECT_EQ(devInfo->velocita, 19200);
-}
-
 TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
 {
     ASSERT_EQ(devInfo, nullptr);
@@ -106,8 +99,18 @@ TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
     EXPECT_EQ(d.GetCommNotification(), nullptr);
 }
 
-TEST_F(ConnessioneTest, Model4IsPolledOnceByTheTargetEvenANullOne)
+// Model 4 is polled: no byte before a target is set, then one poll, even
+// for a null target. A tablet that answers every poll keeps the chain going:
+// each line decoded sends the next poll. A hold stops it (the poll of the
+// last line is not sent), and a new target starts it again with one poll.
+TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 {
+    const auto PollDopo = [](const TTavolettaPty& s, int quanti) {
+        const auto fine = std::chrono::steady_clock::now() + 5s;
+        while (s.PollRicevuti() < quanti && std::chrono::steady_clock::now() < fine)
+            std::this_thread::sleep_for(2ms);
+        return s.PollRicevuti() >= quanti;
+    };
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
     CDigit d(Dati(4, 1));
@@ -121,24 +124,7 @@ TEST_F(ConnessioneTest, Model4IsPolledOnceByTheTargetEvenANullOne)
     EXPECT_EQ(sim.ByteRicevuti(), "?\r\n");
     EXPECT_EQ(sim.PollRicevuti(), 1);
     d.StopCommNotification();
-}
 
-// A tablet that answers every poll keeps the chain going: each line decoded
-// sends the next poll. A hold stops it (the poll of the last line is not
-// sent), and a new target starts it again with one poll.
-TEST_F(ConnessioneTest, Model4PollChainStopsOnHoldAndRestartsWithATarget)
-{
-    const auto PollDopo = [](const TTavolettaPty& s, int quanti) {
-        const auto fine = std::chrono::steady_clock::now() + 5s;
-        while (s.PollRicevuti() < quanti && std::chrono::steady_clock::now() < fine)
-            std::this_thread::sleep_for(2ms);
-        return s.PollRicevuti() >= quanti;
-    };
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(4, 1));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
     sim.RispondiAlPoll({100, 200, 0});
     TRegistratore reg;
     ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
@@ -163,7 +149,6 @@ struct TFine {
     std::string attesi;
 };
 void PrintTo(const TFine& p, std::ostream* os) { *os << (p.consegna ? "delivering" : "held"); }
-
 
 class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
 
@@ -257,31 +242,6 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
     primo.StopCommNotification();
 }
 
-// A new object clears the link under the reader: the running connection
-// decodes nothing more, and nothing breaks.
-TEST_F(ConnessioneTest, ANewObjectSilencesARunningConnection)
-{
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(8, 1));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TRegistratore reg;
-    d.SetCommNotificationTo(&reg);
-    ASSERT_TRUE(SuonaFinoA(sim, 8, {10, 20, 0}, 15, reg, 1));
-    for (int i = 0; i < 20; ++i) {
-        sim.InviaStato(8, {100 + i, 200, 0}, 15);
-        if (i == 5) CDigit nuovo;
-        std::this_thread::sleep_for(5ms);
-    }
-    EXPECT_EQ(Leggi(digitLink.lenReport), 0);
-    EXPECT_EQ(d.GetCommNotification(), nullptr);
-    const std::size_t sentite = reg.Notifiche().size();
-    sim.InviaStato(8, {999, 999, 0}, 15);
-    std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(reg.Notifiche().size(), sentite);
-}
-
 // A target that is slow in its notification.
 class TLento : public CDigitNtfy {
 public:
@@ -321,69 +281,15 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
     }
 }
 
-// A target that stops the notifications from inside one of them.
-class TCheSiFerma : public CDigitNtfy {
-public:
-    explicit TCheSiFerma(CDigit& d) : digit(d) {}
-    std::atomic<int> chiamate{0};
-    void NotifyMove(std::int32_t, std::int32_t) override
-    {
-        ++chiamate;
-        digit.StopCommNotification();
+TEST(TestiTest, TheConnectionsTextsStandInTheTableOfTheModuleLoadedWithItsInstance)
+{
+    const std::pair<unsigned, const char*> testi[] = {
+        {10058, "Porta Seriale"}, {10060, "ERRORE\nPorta non configurata"}, {10069, "Disconnessione non effettuata"},
+        {10070, "Errore"}, {10071, "Deallocazione fallita"}, {10072, "Creazione parametri conness. non effettuata"}};
+    for (const auto& [id, testo] : testi) {
+        EXPECT_EQ(LoadResString(id), testo) << id;
+        EXPECT_EQ(ModuloLibreria().loadString(id), testo) << id;
     }
-    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
-
-private:
-    CDigit& digit;
-};
-
-TEST_F(ConnessioneTest, ATargetMayStopFromInsideItsNotification)
-{
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(8, 1));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TCheSiFerma target(d);
-    d.SetCommNotificationTo(&target);
-    const auto limite = std::chrono::steady_clock::now() + 5s;
-    for (int i = 0; target.chiamate == 0 && std::chrono::steady_clock::now() < limite; ++i) {
-        sim.InviaStato(8, {70 + i, 80, 0}, 15);
-        std::this_thread::sleep_for(20ms);
-    }
-    ASSERT_EQ(target.chiamate, 1);
-    EXPECT_EQ(d.GetCommNotification(), nullptr);
-    sim.InviaStato(8, {5000, 5000, 0}, 15);
-    std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(target.chiamate, 1) << "delivery is held";
-}
-
-struct TTesto {
-    unsigned id;
-    const char* testo;
-};
-void PrintTo(const TTesto& p, std::ostream* os) { *os << p.id; }
-
-
-class TestiTest : public ::testing::TestWithParam<TTesto> {};
-
-TEST_P(TestiTest, TheConnectionsTextsStandInTheTable)
-{
-    EXPECT_EQ(LoadResString(GetParam().id), GetParam().testo);
-    EXPECT_EQ(ModuloLibreria().loadString(GetParam().id), GetParam().testo);
-}
-
-INSTANTIATE_TEST_SUITE_P(Stringhe, TestiTest,
-                         ::testing::Values(TTesto{10058, "Porta Seriale"},
-                                           TTesto{10060, "ERRORE\nPorta non configurata"},
-                                           TTesto{10069, "Disconnessione non effettuata"},
-                                           TTesto{10070, "Errore"},
-                                           TTesto{10071, "Deallocazione fallita"},
-                                           TTesto{10072, "Creazione parametri conness. non effettuata"}),
-                         [](const ::testing::TestParamInfo<TTesto>& i) { return std::to_string(i.param.id); });
-
-TEST(ModuloTest, TheModuleIsInitialisedWithTheInstanceAtLoad)
-{
     EXPECT_NE(IstanzaLibreria(), nullptr);
     EXPECT_EQ(ModuloLibreria().instance(), IstanzaLibreria());
 }

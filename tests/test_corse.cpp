@@ -1,8 +1,9 @@
 // The races a host can run into, repeated many times under a tablet that
 // never stops talking: a target freed right after the stop, an object
 // destroyed while its reader notifies, a target that stops and restarts from
-// inside its notification, a new object built under a running reader. Meant
-// for the sanitizer builds, which turn a lost race into a report.
+// inside its notification, a new object built under a running reader, which
+// silences it. Meant for the sanitizer builds, which turn a lost race into a
+// report.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -16,6 +17,7 @@
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
 #include "support/registratore.h"
+#include "support/suona.h"
 
 namespace {
 
@@ -49,14 +51,7 @@ class CorseTest : public TProvaSuLinea {
 protected:
     CorseTest() : TProvaSuLinea(portaProva) {}
     void SetUp() override { ASSERT_TRUE(sim.Valida()); }
-    // Waits until the target has heard something, at most 2 s.
-    static bool Sentito(const TRegistratore& reg)
-    {
-        const auto fine = std::chrono::steady_clock::now() + 2s;
-        while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < fine)
-            std::this_thread::sleep_for(1ms);
-        return !reg.Notifiche().empty();
-    }
+    static bool Sentito(const TRegistratore& reg) { return AttendiNotifiche(reg, 1); }
     TTavolettaPty sim{portaProva};
 };
 
@@ -91,21 +86,22 @@ TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
     EXPECT_TRUE(ui.Messaggi().empty());
 }
 
-// Stops and at once restarts from inside each move it hears.
+// Stops from inside each move it hears, and at once restarts if asked to.
 class TRiavvio : public CDigitNtfy {
 public:
-    explicit TRiavvio(CDigit& d) : digit(d) {}
+    TRiavvio(CDigit& d, bool riparte) : digit(d), riparte(riparte) {}
     std::atomic<int> mosse{0};
     void NotifyMove(std::int32_t, std::int32_t) override
     {
         ++mosse;
         digit.StopCommNotification();
-        digit.SetCommNotificationTo(this);
+        if (riparte) digit.SetCommNotificationTo(this);
     }
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
 
 private:
     CDigit& digit;
+    const bool riparte;
 };
 
 TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
@@ -113,7 +109,7 @@ TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
     CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
-    TRiavvio riavvio(d);
+    TRiavvio riavvio(d, true);
     TFlusso flusso(sim);
     d.SetCommNotificationTo(&riavvio);
     const auto fine = std::chrono::steady_clock::now() + 5s;
@@ -122,7 +118,24 @@ TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
     EXPECT_GE(riavvio.mosse, 50);
 }
 
-TEST_F(CorseTest, NewObjectsMayBeBuiltUnderARunningReader)
+// A stop from inside the notification holds delivery: the stream goes on,
+// the target hears nothing more.
+TEST_F(CorseTest, AStopFromInsideItsNotificationHoldsDelivery)
+{
+    CDigit d(Dati(8));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TRiavvio fermo(d, false);
+    TFlusso flusso(sim);
+    d.SetCommNotificationTo(&fermo);
+    const auto fine = std::chrono::steady_clock::now() + 5s;
+    while (fermo.mosse == 0 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(fermo.mosse, 1);
+    EXPECT_EQ(d.GetCommNotification(), nullptr);
+}
+
+TEST_F(CorseTest, ANewObjectBuiltUnderARunningReaderSilencesIt)
 {
     CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
@@ -133,6 +146,13 @@ TEST_F(CorseTest, NewObjectsMayBeBuiltUnderARunningReader)
         d.SetCommNotificationTo(&reg);
         ASSERT_TRUE(Sentito(reg)) << "iteration " << i;
         { CDigit nuovo; }
+        // The new object cleared the link under the reader: nothing more is decoded.
+        EXPECT_EQ(Leggi(digitLink.lenReport), 0);
+        EXPECT_EQ(d.GetCommNotification(), nullptr);
+        std::this_thread::sleep_for(10ms);
+        const std::size_t sentite = reg.Notifiche().size();
+        std::this_thread::sleep_for(40ms);
+        EXPECT_EQ(reg.Notifiche().size(), sentite) << "iteration " << i;
         d.StopCommNotification();
     }
 }

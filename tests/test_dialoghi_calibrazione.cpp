@@ -89,14 +89,21 @@ INSTANTIATE_TEST_SUITE_P(
                       TCasoPunto{"1.69e200", "-3", true, 1.69e200, -3}, TCasoPunto{"0", "0", true, 0, 0},
                       TCasoPunto{"-12.5", "1e3", true, -12.5, 1000}, TCasoPunto{".", "-", true, 0, 0}));
 
-TEST_F(DialoghiCalibrazioneTest, PointEntryOpensEmptyAndFiltersWhatIsTyped)
+TEST_F(DialoghiCalibrazioneTest, EntryDialogsOpenEmptyUnderTheirCaptionsAndFilterWhatIsTyped)
 {
     script.Esc();
-    double est = intatto, nord = intatto;
+    script.Esc();
+    double est = intatto, nord = intatto, a = intatto, b = intatto, c = intatto, d = intatto;
+    int n1 = intattoInt, n2 = intattoInt;
     EXPECT_EQ(dialogSelectPtiSparsi(nullptr, est, nord), IDCANCEL);
     EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per punti sparsi");
-    EXPECT_EQ(UltimoChiuso().Testo(2000), "");
+    for (int id : {2000, 2001}) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
+    EXPECT_EQ(dialogCalibraGriglia(nullptr, n1, n2, a, b, c, d), IDCANCEL);
+    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per griglia");
+    for (int id = 2040; id <= 2045; ++id) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
     EXPECT_EQ(est, intatto);
+    EXPECT_EQ(n1, intattoInt);
+    EXPECT_EQ(a, intatto);
 
     script.Digita(2000, "1x2,5");
     script.Digita(2001, "--7");
@@ -175,19 +182,6 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoGriglia{{"3", "4", "1", "1", "1", "1.7e200"}, false, 0, 0, 0, 0, 0, 0},
         TCasoGriglia{{"3", "4", "1", "1", "1e300", "1"}, false, 0, 0, 0, 0, 0, 0},
         TCasoGriglia{{"50", "99999999999", ".", "1", "1", "1"}, true, 50, INT_MAX, 0, 1, 1, 1}));
-
-TEST_F(DialoghiCalibrazioneTest, GridOpensEmptyUnderItsCaption)
-{
-    script.Esc();
-    int n1 = intattoInt, n2 = intattoInt;
-    double a = intatto, b = intatto, c = intatto, d = intatto;
-    EXPECT_EQ(dialogCalibraGriglia(nullptr, n1, n2, a, b, c, d), IDCANCEL);
-    const TStatoDialogo s = UltimoChiuso();
-    EXPECT_EQ(s.titolo, "Calibrazione per griglia");
-    for (int id = 2040; id <= 2045; ++id) EXPECT_EQ(s.Testo(id), "") << id;
-    EXPECT_EQ(n1, intattoInt);
-    EXPECT_EQ(a, intatto);
-}
 
 // ---------------------------------------------------------------------------
 // The digitizing dialog. The host's thread runs dialogGetPnt; a second

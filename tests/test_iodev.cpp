@@ -18,6 +18,7 @@
 #include "sim/tavoletta_pty.h"
 #include "support/utente_finto.h"
 #include "support/registratore.h"
+#include "support/suona.h"
 
 namespace {
 
@@ -42,6 +43,12 @@ protected:
         IODevDestroy();
         AzzeraDigitLink(digitLink);
     }
+    // A record of these settings on the test port, then its open.
+    static bool Apri(int velocita = 9600, char parita = 'N', int bitDati = 8, int bitStop = 1, int flusso = 0)
+    {
+        Impostazioni(digitLink, portaProva, velocita, parita, bitDati, bitStop, flusso);
+        return IODevCreate(digitLink) == 1 && IODevOpen(digitLink) == 1;
+    }
 };
 
 struct TMappa {
@@ -51,7 +58,6 @@ struct TMappa {
     int velocitaAttesa, codiceParita, codiceStop, moltiplicatore;
 };
 void PrintTo(const TMappa& p, std::ostream* os) { *os << p.velocita << " " << p.parita << " " << p.bitStop; }
-
 
 class MappaturaTest : public IODevTest, public ::testing::WithParamInterface<TMappa> {};
 
@@ -131,16 +137,12 @@ TEST_F(IODevTest, PortNamesAndTheirPaths)
     EXPECT_EQ(PercorsoPorta(0), "");
 }
 
-TEST_F(IODevTest, AFailedOpenKeepsTheRecordRestoresTheCursorAndStillHolds)
+// The cursor, the record and the link's handle after a failed open are seen
+// through Init by the connection tests.
+TEST_F(IODevTest, AFailedOpenStillHoldsAndResumes)
 {
     IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
-    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    const HCURSOR prima = CursoreCorrente();
-    EXPECT_EQ(IODevOpen(digitLink), 0);
-    EXPECT_EQ(CursoreCorrente(), prima);
-    EXPECT_NE(devInfo, nullptr);
-    EXPECT_EQ(Leggi(digitLink.hPorta), 0);
+    EXPECT_FALSE(Apri());
     EXPECT_EQ(IODevHold(), 1);
     EXPECT_EQ(devInfo->abilitato, 0);
     EXPECT_EQ(IODevResume(), 1);
@@ -176,7 +178,6 @@ struct TLinea {
 };
 void PrintTo(const TLinea& p, std::ostream* os) { *os << p.velocita << " " << p.parita << p.bitDati << p.bitStop << " flow " << p.flusso; }
 
-
 class LineaTest : public IODevTest, public ::testing::WithParamInterface<TLinea> {};
 
 TEST_P(LineaTest, TheSlaveCarriesTheRecordsSettingsWhileOpen)
@@ -184,9 +185,7 @@ TEST_P(LineaTest, TheSlaveCarriesTheRecordsSettingsWhileOpen)
     const TLinea& l = GetParam();
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    Impostazioni(digitLink, portaProva, l.velocita, l.parita, l.bitDati, l.bitStop, l.flusso);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    ASSERT_EQ(IODevOpen(digitLink), 1);
+    ASSERT_TRUE(Apri(l.velocita, l.parita, l.bitDati, l.bitStop, l.flusso));
     termios t{};
     ASSERT_TRUE(sim.LeggiImpostazioni(t));
     EXPECT_EQ(cfgetispeed(&t), l.baud);
@@ -268,9 +267,7 @@ TEST_F(IODevTest, CloseOnAQuietLineReturnsPromptlyAndDestroyAfterItDoesNotCloseA
 {
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    ASSERT_EQ(IODevOpen(digitLink), 1);
+    ASSERT_TRUE(Apri());
     std::this_thread::sleep_for(50ms);  // the reader is in its wait
     const auto inizio = std::chrono::steady_clock::now();
     EXPECT_EQ(IODevClose(), 1);
@@ -287,9 +284,7 @@ TEST_F(IODevTest, DestroyOfAnOpenRecordClosesItEvenWhileHeldOrHungUp)
 {
     auto sim = std::make_unique<TTavolettaPty>(portaProva);
     ASSERT_TRUE(sim->Valida());
-    Impostazioni(digitLink, portaProva, 9600, 'N', 8, 1, 0);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    ASSERT_EQ(IODevOpen(digitLink), 1);
+    ASSERT_TRUE(Apri());
     EXPECT_EQ(IODevHold(), 1);
     std::this_thread::sleep_for(30ms);
     sim.reset();  // the other side goes away: the port hangs up
@@ -306,9 +301,7 @@ TEST_F(IODevTest, WritesPassOnlyWhileDeliveryIsOn)
 {
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    Impostazioni(digitLink, portaProva, 19200, 'N', 8, 1, 0);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    ASSERT_EQ(IODevOpen(digitLink), 1);
+    ASSERT_TRUE(Apri(19200));
     EXPECT_EQ(IODevWrite("ab", 2), 1);
     ASSERT_TRUE(sim.AttendiByte(2, 2s));
     IODevHold();
@@ -327,9 +320,7 @@ TEST_F(IODevTest, HoldDropsWhatArrivesMeanwhileButKeepsAHalfGatheredReport)
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
     TRegistratore reg;
-    Impostazioni(digitLink, portaProva, 9600, 'O', 8, 1, 0);
-    ASSERT_EQ(IODevCreate(digitLink), 1);
-    ASSERT_EQ(IODevOpen(digitLink), 1);
+    ASSERT_TRUE(Apri(9600, 'O'));
     Scrivi(digitLink.tipoReport, 1);
     Scrivi(digitLink.lenReport, 15);
     Scrivi(digitLink.ntfy, &reg);
@@ -350,9 +341,7 @@ TEST_F(IODevTest, HoldDropsWhatArrivesMeanwhileButKeepsAHalfGatheredReport)
     IODevResume();
     ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {300, 400, 0}, 5)));
 
-    const auto limite = std::chrono::steady_clock::now() + 3s;
-    while (reg.Notifiche().empty() && std::chrono::steady_clock::now() < limite)
-        std::this_thread::sleep_for(5ms);
+    AttendiNotifiche(reg, 1);
     std::this_thread::sleep_for(100ms);
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(100, 200)});
     Scrivi(digitLink.ntfy, nullptr);

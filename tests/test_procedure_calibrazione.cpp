@@ -3,6 +3,7 @@
 // COM1, and the session ends with ground coordinates heard inside a press.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <future>
 #include <mutex>
@@ -97,6 +98,13 @@ protected:
         utente.script.Invio();
         Premi(p.x, p.y, 1);
     }
+    // The grid dialog's six fields typed, then Enter.
+    void Griglia(const std::array<const char*, 6>& valori)
+    {
+        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
+        for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
+        utente.script.Invio();
+    }
     // Runs `passo` every 100 ms until `fatto` holds, at most 5 s.
     template <class F, class P>
     static bool Finche(F fatto, P passo)
@@ -135,25 +143,6 @@ protected:
 
 const TPunto tre[] = {{0, 0, "500", "200"}, {1000, 0, "600", "200"}, {0, 1000, "500", "300"}};
 
-TEST_F(ProcedureTest, ThreePointsThenCancelGiveTheAffineMap)
-{
-    ASSERT_TRUE(sim.Valida());
-    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    for (const TPunto& p : tre) Digitalizza(p);
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-    utente.script.Esc();
-    ASSERT_TRUE(esito.get());
-    EXPECT_TRUE(digit.IsCalibrato());
-    EXPECT_FALSE(digit.IsCalibratoGriglia());
-
-    const auto l = Misura(500, 250);
-    ASSERT_TRUE(l.ok);
-    EXPECT_NEAR(l.est, 550, 1e-9);
-    EXPECT_NEAR(l.nord, 225, 1e-9);
-    EXPECT_EQ(l.bottone, 2);
-    EXPECT_EQ(utente.script.Scaduti(), 0);
-}
-
 TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
 {
     ASSERT_TRUE(sim.Valida());
@@ -191,10 +180,7 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 {
     ASSERT_TRUE(sim.Valida());
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-    const char* valori[] = {"2", "1", "100", "200", "50", "25"};
-    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
-    utente.script.Invio();
+    Griglia({"2", "1", "100", "200", "50", "25"});
 
     const double attesi[][2] = {{100, 200}, {100, 225}, {150, 200}, {150, 225}, {200, 200}, {200, 225}};
     for (int n = 0; n < 6; ++n) {
@@ -217,10 +203,7 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
 {
     ASSERT_TRUE(sim.Valida());
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-    const char* valori[] = {"22", "1", "0", "0", "1", "1"};
-    for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
-    utente.script.Invio();
+    Griglia({"22", "1", "0", "0", "1", "1"});
     ASSERT_TRUE(Finche([&] { return Chiusi(dialogoGriglia) == 1; }, [] {}));
     ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
     utente.script.Esc();
@@ -229,7 +212,9 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
     EXPECT_EQ(Chiusi(dialogoDigitalizza), 0u);
 }
 
-TEST_F(ProcedureTest, AnsweringNoKeepsTheOldMap)
+// Three points then Escape give the affine map; a grid calibration over it
+// asks first, and an answer of No keeps it.
+TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 {
     ASSERT_TRUE(sim.Valida());
     auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
@@ -237,6 +222,14 @@ TEST_F(ProcedureTest, AnsweringNoKeepsTheOldMap)
     ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
     utente.script.Esc();
     ASSERT_TRUE(prima.get());
+    EXPECT_TRUE(digit.IsCalibrato());
+    EXPECT_FALSE(digit.IsCalibratoGriglia());
+    const auto affine = Misura(500, 250);
+    ASSERT_TRUE(affine.ok);
+    EXPECT_NEAR(affine.est, 550, 1e-9);
+    EXPECT_NEAR(affine.nord, 225, 1e-9);
+    EXPECT_EQ(affine.bottone, 2);
+    EXPECT_EQ(utente.script.Scaduti(), 0);
     const std::size_t dialoghi = utente.script.Chiusi().size();
 
     utente.Rispondi(IDNO);

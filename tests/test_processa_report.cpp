@@ -1,7 +1,9 @@
 // The report path: room, gather, reset, format, decode, edge rule, history.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <vector>
 #include <string>
 
 #include "reports/digit_link.h"
@@ -38,31 +40,26 @@ protected:
     TRegistratore target;
 };
 
+// Each press is heard once, repeats and the first report at the origin are
+// not, and a change of button without a release is no new press.
 TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
 {
-    Leggi(100, 200, 0);
-    Leggi(100, 200, 0);
-    Leggi(100, 200, 2);
-    Leggi(150, 260, 2);
-    Leggi(150, 260, 0);
-    Leggi(151, 260, 0);
-    EXPECT_EQ(target.Notifiche(),
-              (std::vector<TNotifica>{Mossa(100, 200), Pressione(2, 100, 200), Mossa(151, 260)}));
-}
-
-TEST_F(ProcessaReportTest, FirstReportAtOriginIsNoMove)
-{
-    Leggi(0, 0, 0);
-    EXPECT_TRUE(target.Notifiche().empty());
-}
-
-TEST_F(ProcessaReportTest, ChangeOfButtonWithoutReleaseIsNotAnnounced)
-{
-    Leggi(10, 10, 1);
-    Leggi(10, 10, 3);
-    Leggi(10, 10, 0);
-    Leggi(10, 10, 3);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10), Pressione(3, 10, 10)}));
+    struct TCaso {
+        std::vector<std::array<int, 3>> letture;  // x, y, button
+        std::vector<TNotifica> attese;
+    };
+    const TCaso casi[] = {
+        {{{100, 200, 0}, {100, 200, 0}, {100, 200, 2}, {150, 260, 2}, {150, 260, 0}, {151, 260, 0}},
+         {Mossa(100, 200), Pressione(2, 100, 200), Mossa(151, 260)}},
+        {{{0, 0, 0}}, {}},
+        {{{10, 10, 1}, {10, 10, 3}, {10, 10, 0}, {10, 10, 3}}, {Pressione(1, 10, 10), Pressione(3, 10, 10)}},
+    };
+    for (const TCaso& c : casi) {
+        SetUp();
+        target.Svuota();
+        for (const auto& l : c.letture) Leggi(l[0], l[1], l[2]);
+        EXPECT_EQ(target.Notifiche(), c.attese) << c.letture.size() << " reads";
+    }
 }
 
 TEST_F(ProcessaReportTest, RejectedGatherBetweenHeldReportsKeepsTheLatch)

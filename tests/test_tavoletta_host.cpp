@@ -11,6 +11,7 @@
 
 #include "digit.h"
 #include "sim/tavoletta_pty.h"
+#include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
 
@@ -20,12 +21,10 @@ using namespace std::chrono_literals;
 
 struct TModello {
     int tipo;
-    std::int16_t velocita, parita, bitDati, bitStop;
     std::size_t lenReport;  // one gather of the model
     int bottoneA, bottoneB;  // two buttons the model's cursor has
 };
 void PrintTo(const TModello& p, std::ostream* os) { *os << "modello " << p.tipo; }
-
 
 // A stroke in which every state is heard: two moves, a press, a release at a
 // new place, a second press, a release. Then the last state again, which
@@ -55,17 +54,8 @@ TEST_P(HostTest, TheTabletOnTheLineReachesTheHostsTarget)
     TTavolettaPty sim(1);
     ASSERT_TRUE(sim.Valida());
 
-    TDataDigit dati = CDigit().GetDataDigit();
-    dati.tipo = static_cast<std::int16_t>(m.tipo);
-    dati.porta = 1;
-    dati.velocita = m.velocita;
-    dati.parita = m.parita;
-    dati.bitDati = m.bitDati;
-    dati.bitStop = m.bitStop;
-    dati.reset = 1;
-    dati.risoluzione = 1;
     CDigit digit;
-    digit.SetDataDigit(dati);
+    digit.SetDataDigit(DatiModello(m.tipo, 1));
     ASSERT_TRUE(digit.Init(nullptr));
     digit.SendInitString();
     TRegistratore host;
@@ -91,17 +81,12 @@ TEST_P(HostTest, TheTabletOnTheLineReachesTheHostsTarget)
     EXPECT_EQ(host.Notifiche(), attese);
 }
 
-// The catalogue's line settings of each model, and two buttons each can
+// Each model on the catalogue's line settings, and two buttons each can
 // report: the text formats 4 and 7 carry buttons above 10 only as letters.
 INSTANTIATE_TEST_SUITE_P(Modelli, HostTest,
-                         ::testing::Values(TModello{1, 9600, 'O', 8, 1, 15, 1, 3},
-                                           TModello{2, 9600, 'O', 8, 1, 40, 1, 3},
-                                           TModello{3, 9600, 'E', 7, 2, 40, 1, 3},
-                                           TModello{4, 9600, 'E', 7, 1, 40, 1, 10},
-                                           TModello{5, 9600, 'E', 7, 2, 20, 1, 12},
-                                           TModello{6, 9600, 'E', 8, 1, 40, 1, 12},
-                                           TModello{7, 9600, 'E', 7, 1, 40, 1, 10},
-                                           TModello{8, 9600, 'N', 8, 1, 15, 1, 4}),
+                         ::testing::Values(TModello{1, 15, 1, 3}, TModello{2, 40, 1, 3}, TModello{3, 40, 1, 3},
+                                           TModello{4, 40, 1, 10}, TModello{5, 20, 1, 12}, TModello{6, 40, 1, 12},
+                                           TModello{7, 40, 1, 10}, TModello{8, 15, 1, 4}),
                          [](const ::testing::TestParamInfo<TModello>& i) {
                              return "tipo" + std::to_string(i.param.tipo);
                          });

@@ -192,14 +192,9 @@ TEST_F(ToolkitTest, NestedDialogRunsInsideItsParentsHandler)
 
 TEST_F(ToolkitTest, EnterWithoutDefaultButtonRaisesOk)
 {
-    for (const bool invio : {true, false}) {
-        if (invio)
-            script.Invio();
-        else
-            script.Esc();
-        GDlg d(nullptr, 10045);
-        EXPECT_EQ(d.doModal(), invio ? IDOK : IDCANCEL);
-    }
+    script.Invio();
+    GDlg d(nullptr, 10045);
+    EXPECT_EQ(d.doModal(), IDOK);
 }
 
 TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
