@@ -2,6 +2,8 @@
 // out, the raster operations, clipping, and checked handles.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <climits>
 #include <set>
 #include <utility>
@@ -17,6 +19,10 @@ struct TCasoTratto {
     int x0, y0, x1, y1;
     TPunti attesi;
 };
+std::ostream& operator<<(std::ostream& os, const TCasoTratto& c)
+{
+    return os << "(" << c.x0 << "," << c.y0 << ")-(" << c.x1 << "," << c.y1 << ")";
+}
 
 // On the live test's frame 2280: 240 by 195 pixels inside a black border.
 class TrattoTest : public ::testing::TestWithParam<TCasoTratto> {

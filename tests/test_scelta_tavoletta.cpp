@@ -62,6 +62,7 @@ struct TCasoRiga {
     std::set<int> accesi, spenti;  // radios checked, radios disabled
     int senzaEtichetta;            // 2146, or 2145 and 2146, show no caption
 };
+std::ostream& operator<<(std::ostream& os, const TCasoRiga& c) { return os << "row " << c.riga; }
 
 class RigaTest : public SceltaTest, public ::testing::WithParamInterface<TCasoRiga> {};
 
