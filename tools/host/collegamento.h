@@ -1,0 +1,34 @@
+// Where the tablet is: a serial device the user named, checked before the
+// library opens it so that a missing or busy device gets a clear message, or
+// the built-in simulated tablet on a pseudo-terminal in this process. Either
+// way the device is mapped to COM<porta>, the port of the host's record.
+#ifndef VELMARIN_HOST_COLLEGAMENTO_H
+#define VELMARIN_HOST_COLLEGAMENTO_H
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "argomenti.h"
+#include "sim/riproduttore.h"
+#include "sim/tavoletta_pty.h"
+
+// Checks that `percorso` is a serial line nobody holds; false with the
+// reason in `errore`.
+bool VerificaDispositivo(const std::string& percorso, std::string& errore);
+
+class TCollegamento {
+public:
+    // The simulated tablet shows each state for `passo`, and walks its
+    // figure, pressing button 1 at each corner.
+    bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
+    std::string Descrizione() const { return descrizione; }
+    bool Simulata() const { return simulata != nullptr; }
+
+private:
+    std::unique_ptr<TTavolettaPty> simulata;
+    std::unique_ptr<TRiproduttore> riproduttore;
+    std::string descrizione;
+};
+
+#endif

@@ -1,0 +1,77 @@
+// velmarin-host: a host program on the library's public interface and the
+// terminal front end of the dialog toolkit. See usoHost for the commands.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "argomenti.h"
+#include "backend_terminale.h"
+#include "collegamento.h"
+#include "digit.h"
+#include "dimostrazione.h"
+#include "interfaccia_terminale.h"
+#include "menu.h"
+#include "record_predefiniti.h"
+#include "terminale.h"
+
+namespace {
+
+bool VuoleTerminale(const std::vector<TComando>& comandi)
+{
+    for (TComando c : comandi)
+        if (c != TComando::osserva) return true;
+    return false;
+}
+
+// The simulated tablet walks slowly enough for a person to follow it in a
+// calibration dialog: a corner, and a press, every three seconds.
+constexpr std::chrono::milliseconds passoSimulata(200);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    TOpzioniHost o;
+    std::string errore;
+    if (!AnalizzaArgomenti(std::vector<std::string>(argv + 1, argv + argc), o, errore)) {
+        std::fprintf(stderr, "velmarin-host: %s\n(velmarin-host --help lists the commands)\n", errore.c_str());
+        return 2;
+    }
+    if (o.aiuto) {
+        std::fputs(usoHost, stdout);
+        return 0;
+    }
+    if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
+
+    TTerminale terminale;
+    if (VuoleTerminale(o.comandi) && !terminale.Attivo()) {
+        std::fprintf(stderr, "velmarin-host: the dialogs need a terminal on standard input and output\n");
+        return 2;
+    }
+    TCollegamento collegamento;
+    if (!collegamento.Prepara(o, passoSimulata, errore)) {
+        std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+        return 1;
+    }
+    TBackendTerminale backend(terminale);
+    TInterfacciaTerminale interfaccia(terminale, backend);
+    if (terminale.Attivo()) {
+        ImpostaBackendDialoghi(&backend);
+        ImpostaInterfacciaUtente(&interfaccia);
+    }
+
+    int esito = 0;
+    {
+        TDataDigit dati = RecordPredefinito(o.tipo, o.porta);
+        CDigit digit(dati);
+        std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
+        std::fflush(stdout);
+        for (TComando c : o.comandi) {
+            if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento.Descrizione());
+            else if (!EseguiComando(c, digit, dati, o, terminale) && c == TComando::osserva) esito = 1;
+        }
+    }
+    ImpostaInterfacciaUtente(nullptr);
+    ImpostaBackendDialoghi(nullptr);
+    return esito;
+}
