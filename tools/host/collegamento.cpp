@@ -57,3 +57,13 @@ bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds pas
     descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave();
     return true;
 }
+
+TDataDigit TCollegamento::Record(int tipo, int porta) const
+{
+    TDataDigit d = RecordPredefinito(tipo, porta);
+    if (simulata) {
+        d.parita = 'N';
+        d.bitDati = 8;
+    }
+    return d;
+}

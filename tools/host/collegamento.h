@@ -10,6 +10,7 @@
 #include <string>
 
 #include "argomenti.h"
+#include "digit.h"
 #include "sim/riproduttore.h"
 #include "sim/tavoletta_pty.h"
 
@@ -22,6 +23,11 @@ public:
     // The simulated tablet shows each state for `passo`, and walks its
     // figure, pressing button 1 at each corner.
     bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
+    // The record the host connects with. A pseudo-terminal has no line: it
+    // carries eight bits and keeps no parity, and a port opened a second
+    // time in one process refuses a parity it cannot keep. So the built-in
+    // tablet is driven without parity, on eight bits, which its reports fit.
+    TDataDigit Record(int tipo, int porta) const;
     std::string Descrizione() const { return descrizione; }
     bool Simulata() const { return simulata != nullptr; }
 

@@ -11,7 +11,6 @@
 #include "dimostrazione.h"
 #include "interfaccia_terminale.h"
 #include "menu.h"
-#include "record_predefiniti.h"
 #include "terminale.h"
 
 namespace {
@@ -62,7 +61,7 @@ int main(int argc, char** argv)
 
     int esito = 0;
     {
-        TDataDigit dati = RecordPredefinito(o.tipo, o.porta);
+        TDataDigit dati = collegamento.Record(o.tipo, o.porta);
         CDigit digit(dati);
         std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         std::fflush(stdout);
