@@ -76,6 +76,21 @@ TEST(Figura, PremeIlBottone1AiQuattroAngoliERilascia)
     EXPECT_EQ(p.back().bottone, 0);  // a cyclic play presses again at the start
 }
 
+TEST(FiguraGriglia, PremeINodiColonnaPerColonna)
+{
+    const TPercorso p = FiguraGriglia(2, 2000, 3000);
+    std::vector<std::pair<std::int32_t, std::int32_t>> nodi;
+    int prima = 0;
+    for (const TStatoPuntatore& s : p) {
+        if (s.bottone == 1 && prima == 0) nodi.push_back({s.x, s.y});
+        prima = s.bottone;
+    }
+    const std::vector<std::pair<std::int32_t, std::int32_t>> attesi = {
+        {2000, 2000}, {2000, 5000}, {2000, 8000}, {5000, 2000}, {5000, 5000},
+        {5000, 8000}, {8000, 2000}, {8000, 5000}, {8000, 8000}};
+    EXPECT_EQ(nodi, attesi);
+}
+
 TEST(PasseggiataCasuale, RestaNelQuadratoESiRipeteColSeme)
 {
     const TPercorso a = PasseggiataCasuale(7, 5000, 1000, 60);

@@ -27,6 +27,8 @@ const char* const usoHost =
     "  --count N         watch: stop after N presses\n"
     "  --seconds S       watch: stop after S seconds\n"
     "  --help            this text\n"
+    "The built-in tablet presses button 1 every three seconds or so, on the nine\n"
+    "nodes of a grid of 2 by 2 squares in the order a grid calibration asks them.\n"
     "In a dialog: Tab and the arrows move, Space chooses, Enter confirms, Escape\n"
     "cancels. A watch stops with q, Escape or Ctrl-C.\n";
 

@@ -134,8 +134,16 @@ bool InputPerTasto(const TStatoDialogo& s, const TLettura& t, int& fuoco, TInput
 
 TBackendTerminale::TBackendTerminale(TTerminale& t) : terminale(t) {}
 
+// Lock order: the terminal's screen before the backend's mutex, as in
+// Ridisegna; so the screen is switched outside the mutex.
 void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
 {
+    bool primo = false;
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        primo = aperti.empty();
+    }
+    if (primo) terminale.SchermoAlternativo(true);
     {
         std::lock_guard<std::mutex> g(mutex);
         aperti.push_back(&finestra);
@@ -147,16 +155,25 @@ void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
 
 void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
 {
+    bool ultimo = false;
     {
         std::lock_guard<std::mutex> g(mutex);
         aperti.erase(std::remove(aperti.begin(), aperti.end(), &finestra), aperti.end());
         fuoco.erase(&finestra);
         avviso.clear();
+        ultimo = aperti.empty();
     }
-    Ridisegna();
+    if (ultimo) terminale.SchermoAlternativo(false);
+    else Ridisegna();
 }
 
 void TBackendTerminale::Cambiato(TFinestraDialogo&) { Ridisegna(); }
+
+void TBackendTerminale::Intestazione(const std::string& testo)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    intestazione = testo;
+}
 
 void TBackendTerminale::Avviso(const std::string& testo)
 {
@@ -192,23 +209,23 @@ void TBackendTerminale::Ridisegna()
     std::string out = "\x1b[H\x1b[2J";
     TStatoDialogo s;
     int f = -1;
-    std::string nota;
+    std::string nota, testa;
     {
         std::lock_guard<std::mutex> g(mutex);
+        testa = intestazione;
         if (!aperti.empty()) {
             s = aperti.back()->Fotografia();
             f = fuoco[aperti.back()];
         }
         nota = avviso;
     }
-    if (s.modello == 0) {
-        terminale.Scrivi(out);
-        return;
-    }
+    if (s.modello == 0) return;  // the main screen is the program's
     const std::vector<std::string> righe = DisegnaDialogo(s);
     const bool conFuoco = f >= 0 && f < static_cast<int>(s.elementi.size());
     const TPosizione p = conFuoco ? PosizioneControllo(s.elementi[static_cast<std::size_t>(f)]) : TPosizione{-1, 0, 0};
     out += "\x1b[?25l";
+    if (!testa.empty()) out += "\x1b[1m" + testa + "\x1b[0m\r\n\r\n";
+    const int primaRiga = testa.empty() ? 0 : 2;
     for (int r = 0; r < static_cast<int>(righe.size()); ++r) {
         out += "  " + (r == p.riga ? Evidenzia(righe[static_cast<std::size_t>(r)], p) : righe[static_cast<std::size_t>(r)]);
         out += "\r\n";
@@ -220,7 +237,7 @@ void TBackendTerminale::Ridisegna()
     if (conFuoco && s.elementi[static_cast<std::size_t>(f)].tipo == TTipoElemento::edit) {
         const int lunghezza = static_cast<int>(Celle(s.elementi[static_cast<std::size_t>(f)].testo).size());
         const int col = 3 + p.colonna + 1 + std::min(lunghezza, std::max(0, p.larghezza - 3));
-        out += "\x1b[" + std::to_string(p.riga + 1) + ";" + std::to_string(col) + "H\x1b[?25h";
+        out += "\x1b[" +  std::to_string(primaRiga + p.riga + 1) + ";" + std::to_string(col) + "H\x1b[?25h";
     }
     terminale.Scrivi(out);
 }

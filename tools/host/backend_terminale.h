@@ -47,6 +47,8 @@ public:
 
     // A line shown under the dialog until the next key (a refused entry).
     void Avviso(const std::string& testo);
+    // A line drawn above every dialog: which tablet the dialogs work on.
+    void Intestazione(const std::string& testo);
     // Draws the dialog on top again, or clears the screen when none is open.
     void Ridisegna();
 
@@ -56,6 +58,7 @@ private:
     std::vector<TFinestraDialogo*> aperti;
     std::map<TFinestraDialogo*, int> fuoco;
     std::string avviso;
+    std::string intestazione;
 };
 
 #endif

@@ -52,7 +52,7 @@ bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds pas
         return false;
     }
     riproduttore = std::make_unique<TRiproduttore>(*simulata, o.tipo, passo);
-    riproduttore->Percorso(Figura(), true);
+    riproduttore->Percorso(FiguraGriglia(), true);
     riproduttore->Avvia();
     descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave();
     return true;

@@ -20,8 +20,10 @@ bool VerificaDispositivo(const std::string& percorso, std::string& errore);
 
 class TCollegamento {
 public:
-    // The simulated tablet shows each state for `passo`, and walks its
-    // figure, pressing button 1 at each corner.
+    // The simulated tablet shows each state for `passo`, and walks the nine
+    // nodes of a grid of 2 by 2 squares, x from 2000 to 8000 counts and y
+    // likewise, pressing button 1 on each: any point calibration takes its
+    // presses, and so does a grid calibration of 2 by 2 squares.
     bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
     // The record the host connects with. A pseudo-terminal has no line: it
     // carries eight bits and keeps no parity, and a port opened a second

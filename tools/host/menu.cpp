@@ -30,8 +30,11 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         return true;
     case TComando::calibraPunti:
     case TComando::calibraGriglia: {
+        // The tablet is programmed first, and that takes a few seconds.
+        std::printf("preparing the tablet for the calibration...\n");
+        std::fflush(stdout);
         const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
-        std::printf("calibration %s; ", ok ? "done" : "not done");
+        std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
         Stato(digit);
         std::fflush(stdout);
         return ok;

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -16,12 +17,15 @@ termios originale{};
 std::atomic<bool> modificato{false};
 const char entra[] = "\x1b[?1049h\x1b[H\x1b[2J";  // alternate screen, cleared
 const char esce[] = "\x1b[0m\x1b[?25h\x1b[?1049l";  // plain text, cursor shown, main screen
+const char visibile[] = "\x1b[0m\x1b[?25h";  // plain text, cursor shown
+std::atomic<bool> inAlternativo{false};
 
 // Safe in a signal handler: write(2) and tcsetattr(3) only.
 void Ripristina()
 {
     if (!modificato.exchange(false)) return;
-    if (write(STDOUT_FILENO, esce, sizeof esce - 1) < 0) {
+    const char* testo = inAlternativo.exchange(false) ? esce : visibile;
+    if (write(STDOUT_FILENO, testo, std::strlen(testo)) < 0) {
         // nothing more can be done on a terminal that went away
     }
     tcsetattr(STDIN_FILENO, TCSAFLUSH, &originale);
@@ -52,7 +56,15 @@ TTerminale::TTerminale()
         std::atexit(Ripristina);
         for (int s : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV}) std::signal(s, AllaFine);
     }
-    Scrivi(entra);
+}
+
+void TTerminale::SchermoAlternativo(bool si)
+{
+    std::lock_guard<std::recursive_mutex> g(schermo);
+    if (!attivo || si == alternativo) return;
+    alternativo = si;
+    inAlternativo = si;
+    Scrivi(si ? entra : esce);  // leaving shows the cursor again too
 }
 
 TTerminale::~TTerminale() { Ripristina(); }

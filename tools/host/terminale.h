@@ -1,5 +1,7 @@
 // The terminal as the host's front end uses it: raw mode for single keys,
-// the alternate screen, and the keys read back as named keys. The terminal is
+// the alternate screen while dialogs are shown (so that what the program
+// printed before and after stays on the main screen), and the keys read back
+// as named keys. The terminal is
 // restored on every way out: the destructor, exit(), and the signals that
 // end a program (which are then raised again with their default action).
 #ifndef VELMARIN_HOST_TERMINALE_H
@@ -46,9 +48,12 @@ public:
     // The lock to hold while drawing a whole screen from several calls.
     std::recursive_mutex& Schermo() { return schermo; }
     void Dimensioni(int& colonne, int& righe) const;
+    // Enters the alternate screen, cleared, or goes back to the main one.
+    void SchermoAlternativo(bool si);
 
 private:
     bool attivo = false;
+    bool alternativo = false;
     std::recursive_mutex schermo;
     std::mutex tastiera;
 };

@@ -54,6 +54,7 @@ int main(int argc, char** argv)
     }
     TBackendTerminale backend(terminale);
     TInterfacciaTerminale interfaccia(terminale, backend);
+    backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
     if (terminale.Attivo()) {
         ImpostaBackendDialoghi(&backend);
         ImpostaInterfacciaUtente(&interfaccia);
@@ -63,7 +64,7 @@ int main(int argc, char** argv)
     {
         TDataDigit dati = collegamento.Record(o.tipo, o.porta);
         CDigit digit(dati);
-        std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
+        if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
             if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento.Descrizione());

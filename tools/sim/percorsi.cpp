@@ -42,6 +42,23 @@ TPercorso Figura(std::int32_t origine, std::int32_t lato)
     return p;
 }
 
+TPercorso FiguraGriglia(int lato, std::int32_t origine, std::int32_t passo)
+{
+    TPercorso p;
+    std::int32_t x0 = origine, y0 = origine;
+    for (int i = 0; i <= lato; ++i) {
+        for (int j = 0; j <= lato; ++j) {
+            const std::int32_t x = origine + i * passo, y = origine + j * passo;
+            Lato(p, x0, y0, x, y);
+            Angolo(p, x, y);
+            x0 = x;
+            y0 = y;
+        }
+    }
+    Lato(p, x0, y0, origine, origine);
+    return p;
+}
+
 TPercorso PasseggiataCasuale(unsigned seme, int passi, std::int32_t lato, std::int32_t salto)
 {
     std::mt19937 gen(seme);

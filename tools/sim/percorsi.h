@@ -19,6 +19,12 @@ using TPercorso = std::vector<TStatoPuntatore>;
 // rests and button 1 is pressed and released.
 TPercorso Figura(std::int32_t origine = 1000, std::int32_t lato = 8000);
 
+// The nodes of a grid of `lato` by `lato` squares of `passo` counts from
+// (origine, origine), column by column: x outer, y inner, the order in which
+// a grid calibration asks for them when East runs along x. The pointer
+// glides from node to node and presses button 1 on each.
+TPercorso FiguraGriglia(int lato = 2, std::int32_t origine = 2000, std::int32_t passo = 3000);
+
 // `passi` steps of at most `salto` counts each way from the middle of a
 // 0..`lato` square, kept inside it; now and then a button 1 to 4 is pressed.
 // The same seed gives the same walk.
