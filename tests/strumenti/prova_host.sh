@@ -23,6 +23,9 @@ done <<'TABELLA'
 --device /nonexistent/tty0 --model 2 watch|1|no device at /nonexistent/tty0
 --device /dev/null --model 2 watch|1|/dev/null is not a serial line
 calibrate|2|calibrate needs points or grid
+--limits 0,0,100|2|limits 0,0,100 are not X1,Y1,X2,Y2
+--limits 5,0,5,100|2|with X1 < X2
+--limits 0,0,9,9x|2|are not X1,Y1,X2,Y2
 calibrate lines|2|calibrate needs points or grid
 frobnicate|2|unknown option or command frobnicate
 demo --model 3|2|demo runs alone

@@ -1,5 +1,6 @@
 #include "argomenti.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 const char* const usoHost =
@@ -24,11 +25,15 @@ const char* const usoHost =
     "                    5 Summa MicroGrid 3     6 Rolley MR2\n"
     "                    7 Calcomp 9500          8 Numonics Binary\n"
     "  --port N          COM number 1 to 4 the device is known by (default 1)\n"
+    "  --limits X1,Y1,X2,Y2  the tablet's working limits in counts, lower left and\n"
+    "                    upper right (the built-in tablet has 0,0,10000,10000); a\n"
+    "                    tablet counts as calibrated only once it has limits\n"
     "  --count N         watch: stop after N presses\n"
     "  --seconds S       watch: stop after S seconds\n"
     "  --help            this text\n"
-    "The built-in tablet presses button 1 every three seconds or so, on the nine\n"
-    "nodes of a grid of 2 by 2 squares in the order a grid calibration asks them.\n"
+    "The built-in tablet walks a grid pressing button 1 at its nodes; in a\n"
+    "calibration it digitizes each point asked for by itself, two seconds later:\n"
+    "the first nine on the nodes of a grid of 2 by 2 squares, in a grid's order.\n"
     "In a dialog: Tab and the arrows move, Space chooses, Enter confirms, Escape\n"
     "cancels. A watch stops with q, Escape or Ctrl-C.\n";
 
@@ -54,7 +59,8 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             o.aiuto = true;
             return true;
         }
-        if ((s == "--device" || s == "--model" || s == "--port" || s == "--count" || s == "--seconds") && !valore) {
+        if ((s == "--device" || s == "--model" || s == "--port" || s == "--count" || s == "--seconds" ||
+             s == "--limits") && !valore) {
             errore = s + " needs a value";
             return false;
         }
@@ -75,6 +81,14 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 errore = "port " + a[i] + " is not COM1 to COM4 (1 to 4)";
                 return false;
             }
+        } else if (s == "--limits") {
+            char coda = 0;
+            if (std::sscanf(a[++i].c_str(), "%d,%d,%d,%d%c", &o.xMin, &o.yMin, &o.xMax, &o.yMax, &coda) != 4 ||
+                o.xMin >= o.xMax || o.yMin >= o.yMax) {
+                errore = "limits " + a[i] + " are not X1,Y1,X2,Y2 with X1 < X2 and Y1 < Y2";
+                return false;
+            }
+            o.limiti = true;
         } else if (s == "--count") {
             if (!Intero(a[++i], 1, 1000000000, o.conteggio)) {
                 errore = "count " + a[i] + " is not a number of presses";

@@ -14,6 +14,8 @@ struct TOpzioniHost {
     int porta = 1;            // the COM number the device is mapped to
     int conteggio = 0;        // watch: stop after so many presses; 0 never
     double secondi = 0;       // watch: stop after so long; 0 never
+    bool limiti = false;      // --limits given: the four below
+    int xMin = 0, yMin = 0, xMax = 0, yMax = 0;
     bool aiuto = false;
     std::vector<TComando> comandi;  // run in order on one tablet object
 };

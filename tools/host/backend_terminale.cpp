@@ -139,6 +139,7 @@ TBackendTerminale::TBackendTerminale(TTerminale& t) : terminale(t) {}
 void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
 {
     bool primo = false;
+    std::function<void(unsigned)> chiama;
     {
         std::lock_guard<std::mutex> g(mutex);
         primo = aperti.empty();
@@ -149,8 +150,10 @@ void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
         aperti.push_back(&finestra);
         const TStatoDialogo s = finestra.Fotografia();
         fuoco[&finestra] = s.elementi.empty() ? -1 : Sposta(s, -1, 1);
+        chiama = alAperto;
     }
     Ridisegna();
+    if (chiama) chiama(finestra.Modello().id);
 }
 
 void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
@@ -168,6 +171,12 @@ void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
 }
 
 void TBackendTerminale::Cambiato(TFinestraDialogo&) { Ridisegna(); }
+
+void TBackendTerminale::AlAperto(std::function<void(unsigned)> f)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    alAperto = std::move(f);
+}
 
 void TBackendTerminale::Intestazione(const std::string& testo)
 {

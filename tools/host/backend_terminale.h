@@ -14,6 +14,7 @@
 #ifndef VELMARIN_HOST_BACKEND_TERMINALE_H
 #define VELMARIN_HOST_BACKEND_TERMINALE_H
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
@@ -47,6 +48,8 @@ public:
 
     // A line shown under the dialog until the next key (a refused entry).
     void Avviso(const std::string& testo);
+    // Called on the dialog's thread when a dialog of template `modello` opens.
+    void AlAperto(std::function<void(unsigned modello)> f);
     // A line drawn above every dialog: which tablet the dialogs work on.
     void Intestazione(const std::string& testo);
     // Draws the dialog on top again, or clears the screen when none is open.
@@ -59,6 +62,7 @@ private:
     std::map<TFinestraDialogo*, int> fuoco;
     std::string avviso;
     std::string intestazione;
+    std::function<void(unsigned)> alAperto;
 };
 
 #endif

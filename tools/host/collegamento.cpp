@@ -54,16 +54,47 @@ bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds pas
     riproduttore = std::make_unique<TRiproduttore>(*simulata, o.tipo, passo);
     riproduttore->Percorso(FiguraGriglia(), true);
     riproduttore->Avvia();
-    descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave();
+    descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave() +
+                  " (it digitizes each point asked for by itself)";
     return true;
 }
 
-TDataDigit TCollegamento::Record(int tipo, int porta) const
+TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
 {
-    TDataDigit d = RecordPredefinito(tipo, porta);
+    TDataDigit d = RecordPredefinito(o.tipo, o.porta);
     if (simulata) {
         d.parita = 'N';
         d.bitDati = 8;
+        d.limitiDefiniti = true;
+        d.xMin = d.yMin = 0;
+        d.xMax = d.yMax = 10000;
+    }
+    if (o.limiti) {
+        d.limitiDefiniti = true;
+        d.xMin = o.xMin;
+        d.yMin = o.yMin;
+        d.xMax = o.xMax;
+        d.yMax = o.yMax;
     }
     return d;
+}
+
+void TCollegamento::Calibrazione(bool in)
+{
+    if (!riproduttore) return;
+    inCalibrazione = in;
+    punto = 0;
+    riproduttore->Percorso(in ? TPercorso{} : FiguraGriglia(), !in);
+}
+
+void TCollegamento::PuntoRichiesto()
+{
+    if (!riproduttore || !inCalibrazione) return;
+    const int n = punto++;
+    std::int32_t x = 2000 + (n / 3) * 3000, y = 2000 + (n % 3) * 3000;
+    if (n >= 9) {
+        x = 1500 + (n * 1237) % 7000;
+        y = 1500 + (n * 2741) % 7000;
+    }
+    riproduttore->VaiEPremi(x, y, 1, 10);
 }

@@ -22,14 +22,22 @@ class TCollegamento {
 public:
     // The simulated tablet shows each state for `passo`, and walks the nine
     // nodes of a grid of 2 by 2 squares, x from 2000 to 8000 counts and y
-    // likewise, pressing button 1 on each: any point calibration takes its
-    // presses, and so does a grid calibration of 2 by 2 squares.
+    // likewise, pressing button 1 on each.
     bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
     // The record the host connects with. A pseudo-terminal has no line: it
     // carries eight bits and keeps no parity, and a port opened a second
     // time in one process refuses a parity it cannot keep. So the built-in
     // tablet is driven without parity, on eight bits, which its reports fit.
-    TDataDigit Record(int tipo, int porta) const;
+    // The built-in tablet has limits 0 to 10000 on both axes; --limits
+    // sets those of any tablet.
+    TDataDigit Record(const TOpzioniHost& o) const;
+    // During a calibration the simulated tablet stands still and presses
+    // only when a point is asked for (PuntoRichiesto), two seconds later so
+    // that a person sees the request: the first nine at the nodes of a 2 by
+    // 2 grid in the order a grid calibration asks them (East along x), then
+    // at scattered points. Nothing happens with a real tablet.
+    void Calibrazione(bool in);
+    void PuntoRichiesto();
     std::string Descrizione() const { return descrizione; }
     bool Simulata() const { return simulata != nullptr; }
 
@@ -37,6 +45,8 @@ private:
     std::unique_ptr<TTavolettaPty> simulata;
     std::unique_ptr<TRiproduttore> riproduttore;
     std::string descrizione;
+    bool inCalibrazione = false;
+    int punto = 0;
 };
 
 #endif

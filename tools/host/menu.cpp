@@ -22,7 +22,8 @@ void Stato(CDigit& digit)
 
 }  // namespace
 
-bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale)
+bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale,
+                   TCollegamento& collegamento)
 {
     switch (c) {
     case TComando::config:
@@ -33,8 +34,11 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         // The tablet is programmed first, and that takes a few seconds.
         std::printf("preparing the tablet for the calibration...\n");
         std::fflush(stdout);
+        collegamento.Calibrazione(true);
         const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
+        collegamento.Calibrazione(false);
         std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
+        if (!digit.IsScelto()) std::printf("the tablet has no limits (config or --limits sets them); ");
         Stato(digit);
         std::fflush(stdout);
         return ok;
@@ -53,10 +57,10 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
     return false;
 }
 
-void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, const std::string& tavoletta)
+void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, TCollegamento& collegamento)
 {
     for (;;) {
-        std::printf("\nvelmarin-host: %s\n", tavoletta.c_str());
+        std::printf("\nvelmarin-host: %s\n", collegamento.Descrizione().c_str());
         Stato(digit);
         std::printf("  c  Scelta tavoletta\n"
                     "  p  Calibrazione per punti sparsi\n"
@@ -70,10 +74,10 @@ void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& te
         std::printf("\n");
         if (t.tasto == TTasto::fine || t.tasto == TTasto::esc) return;
         switch (t.tasto == TTasto::carattere ? t.carattere : 0) {
-        case 'c': EseguiComando(TComando::config, digit, dati, o, terminale); break;
-        case 'p': EseguiComando(TComando::calibraPunti, digit, dati, o, terminale); break;
-        case 'g': EseguiComando(TComando::calibraGriglia, digit, dati, o, terminale); break;
-        case 'w': EseguiComando(TComando::osserva, digit, dati, o, terminale); break;
+        case 'c': EseguiComando(TComando::config, digit, dati, o, terminale, collegamento); break;
+        case 'p': EseguiComando(TComando::calibraPunti, digit, dati, o, terminale, collegamento); break;
+        case 'g': EseguiComando(TComando::calibraGriglia, digit, dati, o, terminale, collegamento); break;
+        case 'w': EseguiComando(TComando::osserva, digit, dati, o, terminale, collegamento); break;
         case 'q': return;
         default: break;
         }

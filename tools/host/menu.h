@@ -7,12 +7,14 @@
 #include <string>
 
 #include "argomenti.h"
+#include "collegamento.h"
 #include "digit.h"
 #include "terminale.h"
 
 // Runs one command; false when it failed.
-bool EseguiComando(TComando comando, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale);
+bool EseguiComando(TComando comando, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale,
+                   TCollegamento& collegamento);
 
-void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, const std::string& tavoletta);
+void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, TCollegamento& collegamento);
 
 #endif

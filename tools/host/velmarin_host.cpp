@@ -25,6 +25,7 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
 // The simulated tablet walks slowly enough for a person to follow it in a
 // calibration dialog: a corner, and a press, every three seconds.
 constexpr std::chrono::milliseconds passoSimulata(200);
+constexpr unsigned modelloDigitalizza = 10042;  // the dialog that waits for a point on the tablet
 
 }  // namespace
 
@@ -54,6 +55,9 @@ int main(int argc, char** argv)
     }
     TBackendTerminale backend(terminale);
     TInterfacciaTerminale interfaccia(terminale, backend);
+    backend.AlAperto([&collegamento](unsigned modello) {
+        if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
+    });
     backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
     if (terminale.Attivo()) {
         ImpostaBackendDialoghi(&backend);
@@ -62,13 +66,13 @@ int main(int argc, char** argv)
 
     int esito = 0;
     {
-        TDataDigit dati = collegamento.Record(o.tipo, o.porta);
+        TDataDigit dati = collegamento.Record(o);
         CDigit digit(dati);
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
-            if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento.Descrizione());
-            else if (!EseguiComando(c, digit, dati, o, terminale) && c == TComando::osserva) esito = 1;
+            if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
+            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) && c == TComando::osserva) esito = 1;
         }
     }
     ImpostaInterfacciaUtente(nullptr);

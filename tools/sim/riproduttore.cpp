@@ -21,6 +21,16 @@ void TRiproduttore::Premi(std::int32_t x, std::int32_t y, int bottone)
     for (const TStatoPuntatore& s : Pressione(x, y, bottone)) pressioni.push_back(s);
 }
 
+void TRiproduttore::VaiEPremi(std::int32_t x, std::int32_t y, int bottone, int passi)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    const TStatoPuntatore da = pressioni.empty() ? ultimo : pressioni.back();
+    for (int i = 1; i <= passi; ++i)
+        pressioni.push_back({da.x + static_cast<std::int32_t>((static_cast<std::int64_t>(x) - da.x) * i / passi),
+                             da.y + static_cast<std::int32_t>((static_cast<std::int64_t>(y) - da.y) * i / passi), 0});
+    for (const TStatoPuntatore& s : Pressione(x, y, bottone)) pressioni.push_back(s);
+}
+
 void TRiproduttore::Avvia()
 {
     std::lock_guard<std::mutex> g(mutex);
