@@ -2,7 +2,6 @@
 
 #include <poll.h>
 #include <signal.h>
-#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -77,17 +76,6 @@ void TTerminale::Scrivi(const std::string& testo)
         const ssize_t n = write(STDOUT_FILENO, testo.data() + fatti, testo.size() - fatti);
         if (n <= 0) return;
         fatti += static_cast<std::size_t>(n);
-    }
-}
-
-void TTerminale::Dimensioni(int& colonne, int& righe) const
-{
-    winsize w{};
-    colonne = 80;
-    righe = 24;
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &w) == 0 && w.ws_col > 0) {
-        colonne = w.ws_col;
-        righe = w.ws_row;
     }
 }
 

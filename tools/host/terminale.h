@@ -47,7 +47,6 @@ public:
     void Scrivi(const std::string& testo);
     // The lock to hold while drawing a whole screen from several calls.
     std::recursive_mutex& Schermo() { return schermo; }
-    void Dimensioni(int& colonne, int& righe) const;
     // Enters the alternate screen, cleared, or goes back to the main one.
     void SchermoAlternativo(bool si);
 

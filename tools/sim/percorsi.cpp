@@ -16,13 +16,13 @@ void Lato(TPercorso& p, std::int32_t x0, std::int32_t y0, std::int32_t x1, std::
 
 void Angolo(TPercorso& p, std::int32_t x, std::int32_t y)
 {
-    const TPercorso premi = Pressione(x, y, 1);
+    const TPercorso premi = PressioneBottone(x, y, 1);
     p.insert(p.end(), premi.begin(), premi.end());
 }
 
 }  // namespace
 
-TPercorso Pressione(std::int32_t x, std::int32_t y, int bottone)
+TPercorso PressioneBottone(std::int32_t x, std::int32_t y, int bottone)
 {
     return {{x, y, 0}, {x, y, bottone}, {x, y, bottone}, {x, y, 0}, {x, y, 0}};
 }
@@ -70,7 +70,7 @@ TPercorso PasseggiataCasuale(unsigned seme, int passi, std::int32_t lato, std::i
         x = std::min(lato, std::max(0, x + passo(gen)));
         y = std::min(lato, std::max(0, y + passo(gen)));
         if (caso(gen) == 0) {
-            const TPercorso premi = Pressione(x, y, bottone(gen));
+            const TPercorso premi = PressioneBottone(x, y, bottone(gen));
             p.insert(p.end(), premi.begin(), premi.end());
         } else {
             p.push_back({x, y, 0});

@@ -37,6 +37,6 @@ bool LeggiPercorso(std::istream& in, TPercorso& percorso, std::string& errore);
 
 // A press of `bottone` at (x, y) as a person makes it: the pointer arrives,
 // the button goes down for two steps and comes up again.
-TPercorso Pressione(std::int32_t x, std::int32_t y, int bottone);
+TPercorso PressioneBottone(std::int32_t x, std::int32_t y, int bottone);
 
 #endif

@@ -18,7 +18,7 @@ void TRiproduttore::Percorso(const TPercorso& p, bool c)
 void TRiproduttore::Premi(std::int32_t x, std::int32_t y, int bottone)
 {
     std::lock_guard<std::mutex> g(mutex);
-    for (const TStatoPuntatore& s : Pressione(x, y, bottone)) pressioni.push_back(s);
+    for (const TStatoPuntatore& s : PressioneBottone(x, y, bottone)) pressioni.push_back(s);
 }
 
 void TRiproduttore::VaiEPremi(std::int32_t x, std::int32_t y, int bottone, int passi)
@@ -28,7 +28,7 @@ void TRiproduttore::VaiEPremi(std::int32_t x, std::int32_t y, int bottone, int p
     for (int i = 1; i <= passi; ++i)
         pressioni.push_back({da.x + static_cast<std::int32_t>((static_cast<std::int64_t>(x) - da.x) * i / passi),
                              da.y + static_cast<std::int32_t>((static_cast<std::int64_t>(y) - da.y) * i / passi), 0});
-    for (const TStatoPuntatore& s : Pressione(x, y, bottone)) pressioni.push_back(s);
+    for (const TStatoPuntatore& s : PressioneBottone(x, y, bottone)) pressioni.push_back(s);
 }
 
 void TRiproduttore::Avvia()
@@ -49,25 +49,12 @@ void TRiproduttore::Ferma()
     if (filo.joinable()) filo.join();
 }
 
-bool TRiproduttore::AttendiPressioni(std::chrono::milliseconds limite)
-{
-    std::unique_lock<std::mutex> g(mutex);
-    return cv.wait_for(g, limite, [this] { return pressioni.empty(); });
-}
-
-bool TRiproduttore::Finito() const
-{
-    std::lock_guard<std::mutex> g(mutex);
-    return !ciclico && prossimo >= percorso.size() && pressioni.empty();
-}
-
 // Called with the lock held.
 TStatoPuntatore TRiproduttore::Prossimo()
 {
     if (!pressioni.empty()) {
         ultimo = pressioni.front();
         pressioni.pop_front();
-        cv.notify_all();
     } else if (prossimo < percorso.size()) {
         ultimo = percorso[prossimo++];
         if (ciclico && prossimo == percorso.size()) prossimo = 0;

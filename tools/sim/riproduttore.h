@@ -29,11 +29,6 @@ public:
     void Avvia();
     void Ferma();
 
-    // Waits until the queued presses have been shown, at most `limite`.
-    bool AttendiPressioni(std::chrono::milliseconds limite);
-    // A path that does not repeat has been played to its end.
-    bool Finito() const;
-
 private:
     TStatoPuntatore Prossimo();
     void Suona();
