@@ -22,8 +22,9 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
     return false;
 }
 
-// The simulated tablet walks slowly enough for a person to follow it in a
-// calibration dialog: a corner, and a press, every three seconds.
+// The simulated tablet walks slowly enough for a person to follow it: a grid
+// node, and a press, every three seconds; in a calibration the press comes two
+// seconds after the point is asked for.
 constexpr std::chrono::milliseconds passoSimulata(200);
 constexpr unsigned modelloDigitalizza = 10042;  // the dialog that waits for a point on the tablet
 
