@@ -51,4 +51,13 @@ verifica "a watch of two presses ends by itself" test $? -eq 0
 verifica "two presses are printed" test "$(grep -c '^press' "$temp/out")" -eq 2
 verifica "a press names its function" contiene "$temp/out" "button 1 Conferma"
 verifica "the counts line is printed" contiene "$temp/out" "presses"
+
+# Every model, tablet and host in two processes: the host programs the model,
+# and a press of the simulated figure reaches it at a corner of the square.
+for m in 1 2 3 4 5 6 7 8; do
+    avvia_sim --model $m --step 20 --seconds 30 || exit 1
+    timeout 20 "$HOST" --device "$dispositivo" --model $m watch --count 1 </dev/null >"$temp/out" 2>&1
+    verifica "model $m: the watch ends with its press" test $? -eq 0
+    verifica "model $m: the press is at a corner" grep -Eq '^press   1: x +(1000|9000) y +(1000|9000), button 1 Conferma' "$temp/out"
+done
 fine
