@@ -34,14 +34,15 @@ const TPuntoControllo punti[] = {
 };
 
 // Plays the user of the calibration: types each point's ground coordinates
-// and, once the library waits for the point, has the tablet press it; then
-// cancels the next entry, which ends the calibration.
+// and, once the library waits for the point, has the tablet press it (again,
+// should the press be lost and the wait go on); then cancels the next entry,
+// which ends the calibration.
 void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* out, bool& riuscito)
 {
     riuscito = false;
+    if (!script.AttendiDialogo(modelloPunto)) return;
     int n = 0;
     for (const TPuntoControllo& p : punti) {
-        if (!script.AttendiDialogo(modelloPunto)) return;
         char testo[32];
         std::snprintf(testo, sizeof testo, "%.3f", p.est);
         script.Digita(idEst, testo);
@@ -52,9 +53,13 @@ void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* ou
         std::fprintf(out, "point %d: ground East %.3f North %.3f, digitized at x %d y %d\n", ++n, p.est, p.nord,
                      p.x, p.y);
         std::fflush(out);
-        tavoletta.Premi(p.x, p.y, 1);
+        bool preso = false;
+        for (int prova = 0; prova < 3 && !preso; ++prova) {
+            tavoletta.Premi(p.x, p.y, 1);
+            preso = script.AttendiDialogo(modelloPunto, std::chrono::seconds(3));
+        }
+        if (!preso) return;
     }
-    if (!script.AttendiDialogo(modelloPunto)) return;
     script.Esc();
     riuscito = true;
 }
@@ -149,9 +154,16 @@ int Dimostrazione(std::FILE* out)
 
         TStampaTerra stampa(digit, out);
         digit.SetCommNotificationTo(&stampa);
-        for (int i = 0; i < numPressioni; ++i)
-            tavoletta.Premi(1500 + (i % 10) * 700, 1500 + (i / 10) * 700, 1 + i % 4);
-        const bool tutte = stampa.Attendi(numPressioni, std::chrono::seconds(60));
+        // One press at a time, each awaited: a press lost on a busy machine
+        // (the line drops a gather it cannot read whole) is pressed again.
+        bool tutte = true;
+        for (int i = 0; i < numPressioni && tutte; ++i) {
+            tutte = false;
+            for (int prova = 0; prova < 3 && !tutte; ++prova) {
+                tavoletta.Premi(1500 + (i % 10) * 700, 1500 + (i / 10) * 700, 1 + i % 4);
+                tutte = stampa.Attendi(i + 1, std::chrono::seconds(3));
+            }
+        }
         digit.StopCommNotification();
         if (!tutte) {
             std::fprintf(stderr, "velmarin-host: the tablet's presses did not all arrive\n");
