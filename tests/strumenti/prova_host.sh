@@ -37,9 +37,12 @@ TABELLA
 avvia_sim --model 2 --step 20 --seconds 30 || exit 1
 
 # Held by another program, the device is refused as busy.
-flock -n "$dispositivo" sleep 4 &
+flock -n "$dispositivo" sleep 6 &
 figli="$figli $!"
-sleep 0.5
+for _ in $(seq 50); do  # until the lock is taken
+    flock -n "$dispositivo" true || break
+    sleep 0.1
+done
 "$HOST" --device "$dispositivo" --model 2 watch --seconds 1 </dev/null >"$temp/out" 2>&1
 verifica "a held device ends with 1" test $? -eq 1
 verifica "a held device is called busy" contiene "$temp/out" "is busy"
