@@ -37,7 +37,7 @@ TABELLA
 avvia_sim --model 2 --step 20 --seconds 30 || exit 1
 
 # Held by another program, the device is refused as busy.
-flock -n "$dispositivo" sleep 6 &
+flock "$dispositivo" sleep 6 &
 figli="$figli $!"
 for _ in $(seq 50); do  # until the lock is taken
     flock -n "$dispositivo" true || break
