@@ -28,6 +28,10 @@ void GEdit::InputTesto(const std::string& testo)
 {
     std::string attuale = finestra->Testo(indice);
     for (char c : testo) {
+        if (c == '\b') {  // Backspace erases the last character, as in an edit control
+            if (!attuale.empty()) attuale.pop_back();
+            continue;
+        }
         const std::string prova = attuale + c;
         if (!validatore || validatore->IsValidInput(prova)) attuale = prova;
     }

@@ -32,7 +32,7 @@ TTavolettaPty::TTavolettaPty(int porta_) : porta(porta_)
     tcsetattr(m, TCSANOW, &t);
     fcntl(m, F_SETFL, fcntl(m, F_GETFL) | O_NONBLOCK);
     sveglia = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
-    if (sveglia < 0 || IODevMapPort(porta, nome) != 1) {
+    if (sveglia < 0 || (porta != 0 && IODevMapPort(porta, nome) != 1)) {
         close(m);
         if (sveglia >= 0) close(sveglia);
         sveglia = -1;
@@ -55,7 +55,7 @@ TTavolettaPty::~TTavolettaPty()
         // the counter is already set: the recorder wakes all the same
     }
     registratore.join();
-    IODevMapPort(porta, nullptr);
+    if (porta != 0) IODevMapPort(porta, nullptr);
     close(master);
     close(sveglia);
 }
@@ -97,6 +97,27 @@ void TTavolettaPty::RispondiAlPoll(const TStatoPuntatore& stato)
     std::lock_guard<std::mutex> g(mutex);
     rispondi = true;
     risposta = stato;
+}
+
+bool TTavolettaPty::Gioca(int tipo, const TStatoPuntatore& stato)
+{
+    if (tipo == 4) {
+        RispondiAlPoll(stato);
+        return true;
+    }
+    return InviaStato(tipo, stato, LunghezzaReport(tipo));
+}
+
+std::size_t TTavolettaPty::LunghezzaReport(int tipo)
+{
+    static const std::size_t lunghezze[] = {0, 15, 40, 40, 40, 20, 40, 40, 15};
+    return tipo >= 1 && tipo <= 8 ? lunghezze[tipo] : 0;
+}
+
+void TTavolettaPty::Ascolta(TAscolto a)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    ascolto = std::move(a);
 }
 
 int TTavolettaPty::PollRicevuti() const
@@ -178,8 +199,10 @@ void TTavolettaPty::Riceve(const std::uint8_t* byte, std::size_t quanti)
     const auto adesso = std::chrono::steady_clock::now();
     int risposte = 0;
     TStatoPuntatore stato{};
+    TAscolto chi;
     {
         std::lock_guard<std::mutex> g(mutex);
+        chi = ascolto;
         for (std::size_t i = 0; i < quanti; ++i) {
             ricevuti.push_back({byte[i], adesso});
             codaPoll += static_cast<char>(byte[i]);
@@ -192,6 +215,7 @@ void TTavolettaPty::Riceve(const std::uint8_t* byte, std::size_t quanti)
         stato = risposta;
     }
     arrivato.notify_all();
+    if (chi) chi(byte, quanti);
     const std::string report = CodificaReport(4, stato.x, stato.y, stato.bottone);
     for (int i = 0; i < risposte && !report.empty(); ++i) Invia(report);
 }

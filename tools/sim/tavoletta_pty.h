@@ -4,6 +4,9 @@
 // answers the poll of the polled model when it has something to answer with,
 // and records every byte the library sends, with its arrival time.
 //
+// With port 0 nothing is mapped: a standalone tool hands the slave's path to
+// whoever opens it.
+//
 // The simulator never opens the slave itself, so the library's exclusive open
 // succeeds. When the library closes its side the master reports a hang-up;
 // the recorder then pauses and goes on, and a later open finds it ready.
@@ -15,6 +18,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -32,8 +36,8 @@ struct TByteRicevuto {
 
 class TTavolettaPty {
 public:
-    // Opens the pair and maps COM<porta> to its slave. Valida() says whether
-    // that worked.
+    // Opens the pair and maps COM<porta> to its slave (none for 0). Valida()
+    // says whether that worked.
     explicit TTavolettaPty(int porta);
     // Stops the recorder, closes the master and restores the port's default.
     ~TTavolettaPty();
@@ -62,6 +66,18 @@ public:
     // From now on each poll "?\r\n" is answered with the report of model 4
     // for this state, as long as there is an encoding for it.
     void RispondiAlPoll(const TStatoPuntatore& stato);
+    // Shows the pointer state as a tablet of model `tipo` does: a streaming
+    // model sends one gather's worth of reports at once, the polled model
+    // answers the next polls with it.
+    bool Gioca(int tipo, const TStatoPuntatore& stato);
+    // The number of bytes the library gathers for one report of model
+    // `tipo` once it is programmed; 0 for no model.
+    static std::size_t LunghezzaReport(int tipo);
+
+    // Called on the recorder's thread with every chunk the library sends, as
+    // it arrives; null stops it. Set it before the library starts to write.
+    using TAscolto = std::function<void(const std::uint8_t* byte, std::size_t quanti)>;
+    void Ascolta(TAscolto ascolto);
     int PollRicevuti() const;
 
     // What the library has sent so far.
@@ -92,6 +108,7 @@ private:
     TStatoPuntatore risposta{};
     int numPoll = 0;
     bool fine = false;
+    TAscolto ascolto;
 
     std::mutex mutexScrittura;
 };

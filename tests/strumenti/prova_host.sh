@@ -1,0 +1,66 @@
+#!/bin/sh
+# velmarin-host's command line: clear errors for what cannot run, and a watch
+# of a real device - a velmarin-sim on its pseudo-terminal - when all is right.
+HOST=$1
+SIM=$2
+. "$(dirname "$0")/comune.sh"
+
+# host arguments | exit code | what the message says
+while IFS='|' read -r argomenti codice messaggio; do
+    # shellcheck disable=SC2086
+    "$HOST" $argomenti </dev/null >"$temp/out" 2>&1
+    esito=$?
+    verifica "'$argomenti' ends with $esito, expected $codice" test "$esito" -eq "$codice"
+    verifica "'$argomenti' says '$messaggio'" contiene "$temp/out" "$messaggio"
+done <<'TABELLA'
+--help|0|usage: velmarin-host
+--model 9 watch|2|model 9 is not a tablet model (1 to 8)
+--model 0|2|model 0 is not a tablet model
+--model five|2|model five is not a tablet model
+--model|2|--model needs a value
+--port 7 watch|2|port 7 is not COM1 to COM4
+--device /dev/null watch|2|--device needs --model
+--device /nonexistent/tty0 --model 2 watch|1|no device at /nonexistent/tty0
+--device /dev/null --model 2 watch|1|/dev/null is not a serial line
+calibrate|2|calibrate needs points or grid
+--limits 0,0,100|2|limits 0,0,100 are not X1,Y1,X2,Y2
+--limits 5,0,5,100|2|with X1 < X2
+--limits 0,0,9,9x|2|are not X1,Y1,X2,Y2
+calibrate lines|2|calibrate needs points or grid
+frobnicate|2|unknown option or command frobnicate
+demo --model 3|2|demo runs alone
+demo watch|2|demo runs alone
+config|2|the dialogs need a terminal
+calibrate points|2|the dialogs need a terminal
+TABELLA
+
+avvia_sim --model 2 --step 20 --seconds 30 || exit 1
+
+# Held by another program, the device is refused as busy.
+flock "$dispositivo" sleep 6 &
+figli="$figli $!"
+for _ in $(seq 50); do  # until the lock is taken
+    flock -n "$dispositivo" true || break
+    sleep 0.1
+done
+"$HOST" --device "$dispositivo" --model 2 watch --seconds 1 </dev/null >"$temp/out" 2>&1
+verifica "a held device ends with 1" test $? -eq 1
+verifica "a held device is called busy" contiene "$temp/out" "is busy"
+wait $! 2>/dev/null
+
+# Free, it is watched: the figure presses button 1 at each corner.
+timeout 20 "$HOST" --device "$dispositivo" --model 2 watch --count 2 </dev/null >"$temp/out" 2>&1
+verifica "a watch of two presses ends by itself" test $? -eq 0
+verifica "two presses are printed" test "$(grep -c '^press' "$temp/out")" -eq 2
+verifica "a press names its function" contiene "$temp/out" "button 1 Conferma"
+verifica "the counts line is printed" contiene "$temp/out" "presses"
+
+# Every model, tablet and host in two processes: the host programs the model,
+# and a press of the simulated figure reaches it at a corner of the square.
+for m in 1 2 3 4 5 6 7 8; do
+    avvia_sim --model $m --step 20 --seconds 30 || exit 1
+    timeout 20 "$HOST" --device "$dispositivo" --model $m watch --count 1 </dev/null >"$temp/out" 2>&1
+    verifica "model $m: the watch ends with its press" test $? -eq 0
+    verifica "model $m: the press is at a corner" grep -Eq '^press   1: x +(1000|9000) y +(1000|9000), button 1 Conferma' "$temp/out"
+done
+fine

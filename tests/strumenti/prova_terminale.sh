@@ -1,0 +1,52 @@
+#!/bin/sh
+# The terminal front end as a person uses it: velmarin-host runs in tmux, keys
+# go in with send-keys and the screen comes back with capture-pane. A sparse
+# point calibration is drawn, a letter and an empty field are refused, a good
+# entry is taken and the point is waited for on the tablet; Escape ends it and
+# the terminal is as it was. Skipped (77) without tmux.
+HOST=$1
+command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
+. "$(dirname "$0")/comune.sh"
+
+sessione="velmarin-prova-$$"
+export TMUX_TMPDIR="$temp"
+fine_tmux() { tmux kill-server 2>/dev/null; pulisci; }
+trap fine_tmux EXIT
+
+schermo() { tmux capture-pane -p -t "$sessione" >"$temp/schermo"; }
+# Waits up to 15 s for a text on the screen.
+attendi() {
+    for _ in $(seq 150); do
+        schermo
+        grep -q -- "$1" "$temp/schermo" && return 0
+        sleep 0.1
+    done
+    echo "--- not on the screen: $1"
+    cat "$temp/schermo"
+    return 1
+}
+
+tmux new-session -d -s "$sessione" -x 100 -y 32 \
+    "prima=\$(stty -g); '$HOST' calibrate points; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 30"
+
+verifica "the sparse point dialog is drawn" attendi "Calibrazione per punti sparsi"
+verifica "with its East label" contiene "$temp/schermo" "Coord. Est (Y)"
+verifica "and its default button" contiene "$temp/schermo" "<<   OK   >>"
+
+tmux send-keys -t "$sessione" "12a.5" Enter
+verifica "a refused entry is signalled" attendi "Bip: valore non accettato"
+verifica "the letter was not typed" contiene "$temp/schermo" "\[12.5  "
+verifica "the dialog stays open" contiene "$temp/schermo" "Calibrazione per punti sparsi"
+
+tmux send-keys -t "$sessione" BSpace BSpace "7.5" Tab "-40" Enter
+verifica "a good entry opens the wait for the point" attendi "Digitalizza il Punto di"
+verifica "which shows the East typed" contiene "$temp/schermo" "127.500"
+verifica "and the North typed" contiene "$temp/schermo" "-40.000"
+
+# The simulated tablet presses button 1 at its next corner: the next point.
+verifica "the tablet's press asks for the next point" attendi "Coord. Nord (X)"
+tmux send-keys -t "$sessione" Escape
+verifica "Escape ends the calibration, not done with one point" attendi "calibration not done"
+verifica "the program ends with 0" attendi "EXIT=0"
+verifica "the terminal is restored" attendi "TERMINAL RESTORED"
+fine

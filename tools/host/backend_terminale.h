@@ -1,0 +1,68 @@
+// The dialogs of the toolkit drawn in a terminal and worked with the
+// keyboard. The dialog on top is drawn by the toolkit's text renderer, the
+// control with the focus in reverse video, a line of keys below it:
+//
+//   Tab, Down / Shift-Tab, Up   focus to the next / previous control
+//   Left, Right                 previous / next entry of a list
+//   Space                       clicks a button or radio, next entry of a list
+//   Enter                       a focused push button, else the default button
+//   Escape                      cancels
+//   characters, Backspace       type into a focused entry field
+//
+// Message boxes and beeps come through TInterfacciaTerminale, which draws
+// over the same screen.
+#ifndef VELMARIN_HOST_BACKEND_TERMINALE_H
+#define VELMARIN_HOST_BACKEND_TERMINALE_H
+
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/toldeko/backend_dialoghi.h"
+#include "platform/toldeko/disegno_testo.h"
+#include "platform/toldeko/finestra_dialogo.h"
+#include "terminale.h"
+
+// Where a control stands in the drawing: row and first column (from 0 in
+// the dialog's lines) and its width in cells.
+struct TPosizione {
+    int riga, colonna, larghezza;
+};
+TPosizione PosizioneControllo(const TStatoElemento& e);
+bool PrendeFuoco(const TStatoElemento& e);
+
+// What one key does to a dialog as it stands: the input to post (false when
+// none) and the new focus, an index into stato.elementi or -1.
+bool InputPerTasto(const TStatoDialogo& stato, const TLettura& tasto, int& fuoco, TInput& input);
+
+class TBackendTerminale : public TBackendDialoghi {
+public:
+    explicit TBackendTerminale(TTerminale& terminale);
+
+    void Aperto(TFinestraDialogo& finestra) override;
+    void Chiuso(TFinestraDialogo& finestra) override;
+    std::chrono::milliseconds Inattivo(TFinestraDialogo& finestra) override;
+    void Cambiato(TFinestraDialogo& finestra) override;
+
+    // A line shown under the dialog until the next key (a refused entry).
+    void Avviso(const std::string& testo);
+    // Called on the dialog's thread when a dialog of template `modello` opens.
+    void AlAperto(std::function<void(unsigned modello)> f);
+    // A line drawn above every dialog: which tablet the dialogs work on.
+    void Intestazione(const std::string& testo);
+    // Draws the dialog on top again, or clears the screen when none is open.
+    void Ridisegna();
+
+private:
+    TTerminale& terminale;
+    std::mutex mutex;
+    std::vector<TFinestraDialogo*> aperti;
+    std::map<TFinestraDialogo*, int> fuoco;
+    std::string avviso;
+    std::string intestazione;
+    std::function<void(unsigned)> alAperto;
+};
+
+#endif

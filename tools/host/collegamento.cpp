@@ -1,0 +1,100 @@
+#include "collegamento.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "digit.h"
+#include "record_predefiniti.h"
+
+bool VerificaDispositivo(const std::string& percorso, std::string& errore)
+{
+    struct stat st {};
+    if (stat(percorso.c_str(), &st) != 0) {
+        errore = "no device at " + percorso + " (" + std::strerror(errno) + ")";
+        return false;
+    }
+    const int fd = open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        errore = errno == EBUSY ? percorso + " is busy: another program holds it"
+                                : "cannot open " + percorso + " (" + std::strerror(errno) + ")";
+        return false;
+    }
+    // The library takes the same lock when it opens the port.
+    bool ok = true;
+    if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        errore = percorso + " is busy: another program holds it";
+        ok = false;
+    } else if (!isatty(fd)) {
+        errore = percorso + " is not a serial line";
+        ok = false;
+    }
+    close(fd);  // the lock goes with it
+    return ok;
+}
+
+bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore)
+{
+    if (!o.dispositivo.empty()) {
+        if (!VerificaDispositivo(o.dispositivo, errore)) return false;
+        IODevMapPort(o.porta, o.dispositivo.c_str());
+        descrizione = std::string(NomeModello(o.tipo)) + " on " + o.dispositivo;
+        return true;
+    }
+    simulata = std::make_unique<TTavolettaPty>(o.porta);
+    if (!simulata->Valida()) {
+        errore = "cannot open a pseudo-terminal for the simulated tablet";
+        simulata.reset();
+        return false;
+    }
+    riproduttore = std::make_unique<TRiproduttore>(*simulata, o.tipo, passo);
+    riproduttore->Percorso(FiguraGriglia(), true);
+    riproduttore->Avvia();
+    descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave() +
+                  " (it digitizes each point asked for by itself)";
+    return true;
+}
+
+TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
+{
+    TDataDigit d = RecordPredefinito(o.tipo, o.porta);
+    if (simulata) {
+        d.parita = 'N';
+        d.bitDati = 8;
+        d.limitiDefiniti = true;
+        d.xMin = d.yMin = 0;
+        d.xMax = d.yMax = 10000;
+    }
+    if (o.limiti) {
+        d.limitiDefiniti = true;
+        d.xMin = o.xMin;
+        d.yMin = o.yMin;
+        d.xMax = o.xMax;
+        d.yMax = o.yMax;
+    }
+    return d;
+}
+
+void TCollegamento::Calibrazione(bool in)
+{
+    if (!riproduttore) return;
+    inCalibrazione = in;
+    punto = 0;
+    riproduttore->Percorso(in ? TPercorso{} : FiguraGriglia(), !in);
+}
+
+void TCollegamento::PuntoRichiesto()
+{
+    if (!riproduttore || !inCalibrazione) return;
+    const int n = punto++;
+    std::int32_t x = 2000 + (n / 3) * 3000, y = 2000 + (n % 3) * 3000;
+    if (n >= 9) {
+        x = 1500 + (n * 1237) % 7000;
+        y = 1500 + (n * 2741) % 7000;
+    }
+    riproduttore->VaiEPremi(x, y, 1, 10);
+}

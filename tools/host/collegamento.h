@@ -1,0 +1,52 @@
+// Where the tablet is: a serial device the user named, checked before the
+// library opens it so that a missing or busy device gets a clear message, or
+// the built-in simulated tablet on a pseudo-terminal in this process. Either
+// way the device is mapped to COM<porta>, the port of the host's record.
+#ifndef VELMARIN_HOST_COLLEGAMENTO_H
+#define VELMARIN_HOST_COLLEGAMENTO_H
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "argomenti.h"
+#include "digit.h"
+#include "sim/riproduttore.h"
+#include "sim/tavoletta_pty.h"
+
+// Checks that `percorso` is a serial line nobody holds; false with the
+// reason in `errore`.
+bool VerificaDispositivo(const std::string& percorso, std::string& errore);
+
+class TCollegamento {
+public:
+    // The simulated tablet shows each state for `passo`, and walks the nine
+    // nodes of a grid of 2 by 2 squares, x from 2000 to 8000 counts and y
+    // likewise, pressing button 1 on each.
+    bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
+    // The record the host connects with. A pseudo-terminal has no line: it
+    // carries eight bits and keeps no parity, and a port opened a second
+    // time in one process refuses a parity it cannot keep. So the built-in
+    // tablet is driven without parity, on eight bits, which its reports fit.
+    // The built-in tablet has limits 0 to 10000 on both axes; --limits
+    // sets those of any tablet.
+    TDataDigit Record(const TOpzioniHost& o) const;
+    // During a calibration the simulated tablet stands still and presses
+    // only when a point is asked for (PuntoRichiesto), two seconds later so
+    // that a person sees the request: the first nine at the nodes of a 2 by
+    // 2 grid in the order a grid calibration asks them (East along x), then
+    // at scattered points. Nothing happens with a real tablet.
+    void Calibrazione(bool in);
+    void PuntoRichiesto();
+    std::string Descrizione() const { return descrizione; }
+    bool Simulata() const { return simulata != nullptr; }
+
+private:
+    std::unique_ptr<TTavolettaPty> simulata;
+    std::unique_ptr<TRiproduttore> riproduttore;
+    std::string descrizione;
+    bool inCalibrazione = false;
+    int punto = 0;
+};
+
+#endif

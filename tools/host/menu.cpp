@@ -1,0 +1,85 @@
+#include "menu.h"
+
+#include <cstdio>
+
+#include "configura.h"
+#include "osserva.h"
+
+namespace {
+
+void Stato(CDigit& digit)
+{
+    if (!digit.IsCalibrato()) {
+        std::printf("not calibrated\n");
+        return;
+    }
+    double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
+    if (digit.IsCalibratoGriglia() && digit.GetSoloAreaCalibrata(e1, n1, e2, n2))
+        std::printf("calibrated by grid: East %.3f to %.3f, North %.3f to %.3f\n", e1, e2, n1, n2);
+    else
+        std::printf("calibrated by %s\n", digit.IsCalibratoGriglia() ? "grid" : "sparse points");
+}
+
+}  // namespace
+
+bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale,
+                   TCollegamento& collegamento)
+{
+    switch (c) {
+    case TComando::config:
+        if (Configura(digit, dati) == 1) std::printf("tablet set up: model %d on COM%d\n", dati.tipo, dati.porta);
+        return true;
+    case TComando::calibraPunti:
+    case TComando::calibraGriglia: {
+        // The tablet is programmed first, and that takes a few seconds.
+        std::printf("preparing the tablet for the calibration...\n");
+        std::fflush(stdout);
+        collegamento.Calibrazione(true);
+        const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
+        collegamento.Calibrazione(false);
+        std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
+        if (!digit.IsScelto()) std::printf("the tablet has no limits (config or --limits sets them); ");
+        Stato(digit);
+        std::fflush(stdout);
+        return ok;
+    }
+    case TComando::osserva:
+        if (!Osserva(digit, o.conteggio, o.secondi, &terminale, stdout)) {
+            std::fprintf(stderr, "velmarin-host: the tablet's port could not be opened\n");
+            return false;
+        }
+        return true;
+    case TComando::menu:
+        return true;
+    case TComando::demo:
+        return false;  // runs on its own, never on a host's tablet
+    }
+    return false;
+}
+
+void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, TCollegamento& collegamento)
+{
+    for (;;) {
+        std::printf("\nvelmarin-host: %s\n", collegamento.Descrizione().c_str());
+        Stato(digit);
+        std::printf("  c  Scelta tavoletta\n"
+                    "  p  Calibrazione per punti sparsi\n"
+                    "  g  Calibrazione per griglia\n"
+                    "  w  Osserva la tavoletta\n"
+                    "  q  Esci\n> ");
+        std::fflush(stdout);
+        TLettura t;
+        do t = terminale.LeggiTasto(500);
+        while (t.tasto == TTasto::nessuno);
+        std::printf("\n");
+        if (t.tasto == TTasto::fine || t.tasto == TTasto::esc) return;
+        switch (t.tasto == TTasto::carattere ? t.carattere : 0) {
+        case 'c': EseguiComando(TComando::config, digit, dati, o, terminale, collegamento); break;
+        case 'p': EseguiComando(TComando::calibraPunti, digit, dati, o, terminale, collegamento); break;
+        case 'g': EseguiComando(TComando::calibraGriglia, digit, dati, o, terminale, collegamento); break;
+        case 'w': EseguiComando(TComando::osserva, digit, dati, o, terminale, collegamento); break;
+        case 'q': return;
+        default: break;
+        }
+    }
+}

@@ -1,0 +1,82 @@
+// velmarin-host: a host program on the library's public interface and the
+// terminal front end of the dialog toolkit. See usoHost for the commands.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "argomenti.h"
+#include "backend_terminale.h"
+#include "collegamento.h"
+#include "digit.h"
+#include "dimostrazione.h"
+#include "interfaccia_terminale.h"
+#include "menu.h"
+#include "terminale.h"
+
+namespace {
+
+bool VuoleTerminale(const std::vector<TComando>& comandi)
+{
+    for (TComando c : comandi)
+        if (c != TComando::osserva) return true;
+    return false;
+}
+
+// The simulated tablet walks slowly enough for a person to follow it: a grid
+// node, and a press, every three seconds; in a calibration the press comes two
+// seconds after the point is asked for.
+constexpr std::chrono::milliseconds passoSimulata(200);
+constexpr unsigned modelloDigitalizza = 10042;  // the dialog that waits for a point on the tablet
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    TOpzioniHost o;
+    std::string errore;
+    if (!AnalizzaArgomenti(std::vector<std::string>(argv + 1, argv + argc), o, errore)) {
+        std::fprintf(stderr, "velmarin-host: %s\n(velmarin-host --help lists the commands)\n", errore.c_str());
+        return 2;
+    }
+    if (o.aiuto) {
+        std::fputs(usoHost, stdout);
+        return 0;
+    }
+    if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
+
+    TTerminale terminale;
+    if (VuoleTerminale(o.comandi) && !terminale.Attivo()) {
+        std::fprintf(stderr, "velmarin-host: the dialogs need a terminal on standard input and output\n");
+        return 2;
+    }
+    TCollegamento collegamento;
+    if (!collegamento.Prepara(o, passoSimulata, errore)) {
+        std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+        return 1;
+    }
+    TBackendTerminale backend(terminale);
+    TInterfacciaTerminale interfaccia(terminale, backend);
+    backend.AlAperto([&collegamento](unsigned modello) {
+        if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
+    });
+    backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
+    if (terminale.Attivo()) {
+        ImpostaBackendDialoghi(&backend);
+        ImpostaInterfacciaUtente(&interfaccia);
+    }
+
+    int esito = 0;
+    {
+        TDataDigit dati = collegamento.Record(o);
+        CDigit digit(dati);
+        if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
+        std::fflush(stdout);
+        for (TComando c : o.comandi) {
+            if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
+            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) && c == TComando::osserva) esito = 1;
+        }
+    }
+    ImpostaInterfacciaUtente(nullptr);
+    ImpostaBackendDialoghi(nullptr);
+    return esito;
+}
