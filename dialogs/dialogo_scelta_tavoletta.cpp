@@ -158,15 +158,7 @@ void GChooseDigitDlg::OnTipo()
     if (voce < 0) return;
     const std::intptr_t tipo = comboTipo->getItemData(voce);
     if (!TipoInCatalogo(static_cast<int>(tipo))) return;
-    const TTipoDigit& riga = catalogoDigit[tipo];
-    dati.tipo = static_cast<std::int16_t>(tipo);
-    dati.velocita = riga.velocita;
-    dati.parita = riga.parita;
-    dati.bitDati = riga.bitDati;
-    dati.bitStop = riga.bitStop;
-    dati.reset = riga.reset;
-    dati.risoluzione = riga.risoluzione;
-    dati.numBottoni = riga.numBottoni;
+    ImpostaDaCatalogo(dati, static_cast<int>(tipo));
     MostraDati();
 }
 

@@ -21,3 +21,17 @@ const TTipoDigit catalogoDigit[numTipiDigit] = {
     {" Numonics Binary     ", 9600, 'N', 8, 1, 2, 2, 1, 1,
      {" 1000 lpi            ", VUOTO, VUOTO}, 4},
 };
+
+void ImpostaDaCatalogo(TDataDigit& dati, int tipo)
+{
+    if (!TipoInCatalogo(tipo)) return;
+    const TTipoDigit& riga = catalogoDigit[tipo];
+    dati.tipo = static_cast<std::int16_t>(tipo);
+    dati.velocita = riga.velocita;
+    dati.parita = riga.parita;
+    dati.bitDati = riga.bitDati;
+    dati.bitStop = riga.bitStop;
+    dati.reset = riga.reset;
+    dati.risoluzione = riga.risoluzione;
+    dati.numBottoni = riga.numBottoni;
+}

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+#include "digit.h"
+
 constexpr int lungNome = 21;  // names and labels are padded with blanks to 21 characters
 
 struct TTipoDigit {
@@ -27,5 +29,10 @@ extern const TTipoDigit catalogoDigit[numTipiDigit];
 
 // True for a model number that names a row of the catalogue.
 inline bool TipoInCatalogo(int tipo) { return tipo >= 0 && tipo < numTipiDigit; }
+
+// Takes model `tipo` with its row's settings: line, reset, resolution and
+// button count. The port, the button functions and the limits stay. A model
+// outside the catalogue changes nothing.
+void ImpostaDaCatalogo(TDataDigit& dati, int tipo);
 
 #endif

@@ -18,14 +18,10 @@
 // settings of model 1.
 inline TDataDigit DatiModello(int tipo, int porta, int reset = 1)
 {
-    const TTipoDigit& riga = catalogoDigit[TipoInCatalogo(tipo) && tipo > 0 ? tipo : 1];
     TDataDigit d = CDigit().GetDataDigit();
+    ImpostaDaCatalogo(d, TipoInCatalogo(tipo) && tipo > 0 ? tipo : 1);
     d.tipo = static_cast<std::int16_t>(tipo);
     d.porta = static_cast<std::int16_t>(porta);
-    d.velocita = riga.velocita;
-    d.parita = riga.parita;
-    d.bitDati = riga.bitDati;
-    d.bitStop = riga.bitStop;
     d.reset = static_cast<std::int16_t>(reset);
     d.risoluzione = 1;
     return d;
