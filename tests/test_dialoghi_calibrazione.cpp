@@ -14,7 +14,7 @@
 #include "reports/digit_link.h"
 #include "dialogs/dialogo_digitalizza.h"
 #include "platform/toldeko/disegno_testo.h"
-#include "support/utente_finto.h"
+#include "support/prova_dialoghi.h"
 
 namespace {
 
@@ -24,21 +24,9 @@ using ::testing::IsEmpty;
 constexpr double intatto = 777.0;  // what the caller's variables hold before
 constexpr int intattoInt = 777;
 
-class DialoghiCalibrazioneTest : public ::testing::Test {
+class DialoghiCalibrazioneTest : public TProvaDialoghi {
 protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(utente.script.Scaduti(), 0) << "a dialog waited for input that never came";
-        EXPECT_EQ(utente.script.AzioniInAttesa(), 0u);
-    }
-    TStatoDialogo UltimoChiuso() const
-    {
-        const auto chiusi = utente.script.Chiusi();
-        return chiusi.empty() ? TStatoDialogo{} : chiusi.back().stato;
-    }
 
-    TUtenteFinto utente;
-    TBackendScript& script = utente.script;
 };
 
 // ---------------------------------------------------------------------------

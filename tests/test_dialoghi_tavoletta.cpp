@@ -17,7 +17,7 @@
 #include "dialogs/dialogo_limiti.h"
 #include "dialogs/dialogo_prova.h"
 #include "reports/digit_link.h"
-#include "support/utente_finto.h"
+#include "support/prova_dialoghi.h"
 
 namespace {
 
@@ -29,18 +29,8 @@ const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine fu
                                             "Inizia Polilinea - Fine Ent."};
 const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
 
-class DialoghiTavolettaTest : public ::testing::Test {
+class DialoghiTavolettaTest : public TProvaDialoghi {
 protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(utente.script.Scaduti(), 0) << "a dialog waited for input that never came";
-        EXPECT_EQ(utente.script.AzioniInAttesa(), 0u);
-    }
-    TStatoDialogo UltimoChiuso() const
-    {
-        const auto chiusi = utente.script.Chiusi();
-        return chiusi.empty() ? TStatoDialogo{} : chiusi.back().stato;
-    }
     // Runs `dialogo` on this thread while `tavoletta` plays the reader thread
     // on the dialog's target once it is open.
     int Esegui(GDlg& dialogo, unsigned modello, const std::function<void(CDigitNtfy&)>& tavoletta)
@@ -56,8 +46,6 @@ protected:
         return risultato;
     }
 
-    TUtenteFinto utente;
-    TBackendScript& script = utente.script;
     TDataDigit dati = CDigit().GetDataDigit();
 };
 

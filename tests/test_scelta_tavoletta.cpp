@@ -16,7 +16,7 @@
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
 #include "tablet/catalogo.h"
-#include "support/utente_finto.h"
+#include "support/prova_dialoghi.h"
 
 namespace {
 
@@ -27,13 +27,8 @@ using ::testing::IsEmpty;
 constexpr int idOpzioni[] = {2122, 2123, 2124, 2125, 2127, 2128, 2129, 2131, 2132, 2133, 2135,
                              2136, 2138, 2139, 2141, 2142, 2144, 2145, 2146, 2148, 2149};
 
-class SceltaTest : public ::testing::Test {
+class SceltaTest : public TProvaDialoghi {
 protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(script.Scaduti(), 0) << "a dialog waited for input that never came";
-        EXPECT_EQ(script.AzioniInAttesa(), 0u);
-    }
     std::vector<unsigned> Aperti() const
     {
         std::vector<unsigned> m;
@@ -51,8 +46,6 @@ protected:
     // A record of model 5 on COM2 with limits.
     static TDataDigit Modello5() { return {5, 2, 9600, 'E', 7, 2, 2, 3, 16, {1, 2, 4, 8}, true, 10, 20, 3000, 4000}; }
 
-    TUtenteFinto utente;
-    TBackendScript& script = utente.script;
     CDigit digit;
 };
 
