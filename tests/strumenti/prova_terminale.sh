@@ -3,7 +3,8 @@
 # go in with send-keys and the screen comes back with capture-pane. A sparse
 # point calibration is drawn, a letter and an empty field are refused, a good
 # entry is taken and the point is waited for on the tablet; Escape ends it and
-# the terminal is as it was. Skipped (77) without tmux.
+# the terminal is as it was. Then the tablet selection: drawn with the
+# simulated model chosen, and Enter takes it. Skipped (77) without tmux.
 HOST=$1
 command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
 . "$(dirname "$0")/comune.sh"
@@ -49,4 +50,13 @@ tmux send-keys -t "$sessione" Escape
 verifica "Escape ends the calibration, not done with one point" attendi "calibration not done"
 verifica "the program ends with 0" attendi "EXIT=0"
 verifica "the terminal is restored" attendi "TERMINAL RESTORED"
+
+tmux kill-session -t "$sessione"
+tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; sleep 30"
+verifica "the tablet selection is drawn" attendi "Scelta tavoletta"
+verifica "with the simulated model chosen" contiene "$temp/schermo" "Tipo tavoletta \[ Summa MicroGrid 3"
+verifica "and its buttons" contiene "$temp/schermo" "<  Limiti  >"
+tmux send-keys -t "$sessione" Enter
+verifica "Enter takes the choice" attendi "tablet set up: model 5 on COM1"
+verifica "and the program ends with 0" attendi "EXIT=0"
 fine
