@@ -12,11 +12,9 @@
 #include <thread>
 #include <vector>
 
-#include <pthread.h>
-#include <time.h>
 
 #include "digit.h"
-#include "link/iodev_info.h"
+#include "tests/support/tempo_lettore.h"
 #include "sim/tavoletta_pty.h"
 
 namespace {
@@ -56,16 +54,6 @@ TDataDigit Numonics()
     dati.bitStop = 1;
     dati.reset = 1;
     return dati;
-}
-
-// CPU time the reader thread has used so far, in milliseconds.
-double CpuLettore()
-{
-    clockid_t orologio;
-    if (!devInfo || pthread_getcpuclockid(devInfo->hThread.native_handle(), &orologio) != 0) return 0;
-    timespec t{};
-    clock_gettime(orologio, &t);
-    return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
 }
 
 double Percentile(std::vector<double> v, double p)
@@ -121,9 +109,9 @@ void BM_LettoreARiposo(benchmark::State& state)
     else
         digit.StopCommNotification();
     for (auto _ : state) {
-        const double prima = CpuLettore();
+        const auto prima = TempoLettore();
         std::this_thread::sleep_for(std::chrono::seconds(10));
-        state.counters["reader_cpu_ms"] = CpuLettore() - prima;
+        state.counters["reader_cpu_ms"] = std::chrono::duration<double, std::milli>(TempoLettore() - prima).count();
     }
     digit.StopCommNotification();
     state.SetLabel(state.range(0) ? "quiet line" : "held delivery");

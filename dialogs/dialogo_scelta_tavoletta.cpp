@@ -259,8 +259,7 @@ int configDigit(GWnd* parent, CDigit* digit, TDataDigit& dati)
         const std::string titolo = LoadResString(idsTitolo);
         const std::string testo = LoadResString(idsGiaCalibrata);
         MessageBeep(MB_ICONQUESTION);
-        const int risposta = parent ? parent->messageBox(testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION)
-                                    : MessageBoxA(nullptr, testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION);
+        const int risposta = MessageBoxA(HandleDi(parent), testo.c_str(), titolo.c_str(), MB_YESNO | MB_ICONQUESTION);
         if (risposta == IDNO) return IDNO;
     }
     GChooseDigitDlg dialogo(parent, &ModuloLibreria(), nullptr);

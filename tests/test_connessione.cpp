@@ -106,10 +106,7 @@ TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
 TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 {
     const auto PollDopo = [](const TTavolettaPty& s, int quanti) {
-        const auto fine = std::chrono::steady_clock::now() + 5s;
-        while (s.PollRicevuti() < quanti && std::chrono::steady_clock::now() < fine)
-            std::this_thread::sleep_for(2ms);
-        return s.PollRicevuti() >= quanti;
+        return AttendiFinche([&] { return s.PollRicevuti() >= quanti; });
     };
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());

@@ -4,8 +4,6 @@
 // back.
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-#include <time.h>
 
 #include <chrono>
 #include <cstdio>
@@ -21,22 +19,13 @@
 #include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
+#include "support/tempo_lettore.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using Orologio = std::chrono::steady_clock;
 constexpr int portaProva = 2;
-
-// CPU time the reader thread has used so far.
-std::chrono::nanoseconds TempoLettore()
-{
-    clockid_t orologio;
-    if (!devInfo || pthread_getcpuclockid(devInfo->hThread.native_handle(), &orologio) != 0) return {};
-    timespec t{};
-    clock_gettime(orologio, &t);
-    return std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec);
-}
 
 template <class F>
 std::chrono::milliseconds Durata(F f)

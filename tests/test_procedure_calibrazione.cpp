@@ -15,6 +15,7 @@
 #include "resources/modelli_dialogo.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
+#include "support/suona.h"
 #include "support/tick_finto.h"
 #include "support/utente_finto.h"
 
@@ -87,7 +88,7 @@ protected:
         ASSERT_TRUE(utente.script.AttendiDialogo(dialogoDigitalizza));
         const std::size_t chiusi = Chiusi(dialogoDigitalizza) + 1;
         for (int k = 0; k < 2; ++k) ASSERT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
-        ASSERT_TRUE(Finche([&] { return Chiusi(dialogoDigitalizza) >= chiusi; },
+        ASSERT_TRUE(RipetiFinche([&] { return Chiusi(dialogoDigitalizza) >= chiusi; },
                            [&] { sim.InviaStato(tipo, {x, y, bottone}, lenReport); }));
     }
     void Digitalizza(const TPunto& p)
@@ -105,18 +106,6 @@ protected:
         for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
         utente.script.Invio();
     }
-    // Runs `passo` every 100 ms until `fatto` holds, at most 5 s.
-    template <class F, class P>
-    static bool Finche(F fatto, P passo)
-    {
-        const auto fine = std::chrono::steady_clock::now() + 5s;
-        while (!fatto() && std::chrono::steady_clock::now() < fine) {
-            passo();
-            const auto prossimo = std::chrono::steady_clock::now() + 100ms;
-            while (!fatto() && std::chrono::steady_clock::now() < prossimo) std::this_thread::sleep_for(2ms);
-        }
-        return fatto();
-    }
     std::size_t Chiusi(unsigned modello) const
     {
         std::size_t n = 0;
@@ -129,7 +118,7 @@ protected:
         TTerreno terreno(digit);
         EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
         for (int k = 0; k < 2; ++k) EXPECT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
-        Finche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
+        RipetiFinche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
         digit.StopCommNotification();
         const auto letture = terreno.Letture();
         return letture.empty() ? TTerreno::TLettura{false, 0, 0, 0} : letture.front();
@@ -204,7 +193,7 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
     ASSERT_TRUE(sim.Valida());
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
     Griglia({"22", "1", "0", "0", "1", "1"});
-    ASSERT_TRUE(Finche([&] { return Chiusi(dialogoGriglia) == 1; }, [] {}));
+    ASSERT_TRUE(AttendiFinche([&] { return Chiusi(dialogoGriglia) == 1; }));
     ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
     utente.script.Esc();
     EXPECT_FALSE(esito.get());

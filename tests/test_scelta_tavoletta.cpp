@@ -17,6 +17,7 @@
 #include "support/digit_accesso.h"
 #include "tablet/catalogo.h"
 #include "support/prova_dialoghi.h"
+#include "support/suona.h"
 
 namespace {
 
@@ -227,12 +228,7 @@ protected:
     // Sends the state until `fatto`, at most 5 s.
     bool SuonaFinche(const TStatoPuntatore& stato, const std::function<bool()>& fatto)
     {
-        for (int i = 0; i < 50; ++i) {
-            if (fatto()) return true;
-            sim.InviaStato(1, stato, 15);
-            std::this_thread::sleep_for(100ms);
-        }
-        return fatto();
+        return RipetiFinche(fatto, [&] { sim.InviaStato(1, stato, 15); });
     }
 
     TTavolettaPty sim{1};

@@ -1,0 +1,22 @@
+// The CPU time the reader thread of the open connection has used so far, to
+// tell a reader at rest from one that spins. Zero with no reader.
+#ifndef VELMARIN_TEST_TEMPO_LETTORE_H
+#define VELMARIN_TEST_TEMPO_LETTORE_H
+
+#include <pthread.h>
+#include <time.h>
+
+#include <chrono>
+
+#include "link/iodev_info.h"
+
+inline std::chrono::nanoseconds TempoLettore()
+{
+    clockid_t orologio;
+    if (!devInfo || pthread_getcpuclockid(devInfo->hThread.native_handle(), &orologio) != 0) return {};
+    timespec t{};
+    clock_gettime(orologio, &t);
+    return std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec);
+}
+
+#endif
