@@ -1,5 +1,6 @@
 #!/bin/sh
 # The demonstration ends by itself with 100 presses in ground coordinates,
+# after the limits were digitized in the selection dialog;
 # each one where the four calibration points put it: their map is a scale and
 # a shift on each axis, so East follows from x and North from y through the
 # first and third points.
@@ -8,6 +9,9 @@ HOST=$1
 
 timeout 120 "$HOST" demo >"$temp/demo" 2>&1
 verifica "the demo ends by itself and succeeds" test $? -eq 0
+verifica "the demo digitizes both corners of the limits in the selection dialog" \
+    test "$(grep -c '^limits: ".*" digitized at' "$temp/demo")" -eq 2
+verifica "the limits taken are the corners pressed" grep -q '^limits: x 0 to 10000, y 0 to 10000$' "$temp/demo"
 verifica "the demo digitizes four points" test "$(grep -c '^point' "$temp/demo")" -eq 4
 verifica "the demo prints 100 presses" test "$(grep -c '^press' "$temp/demo")" -eq 100
 

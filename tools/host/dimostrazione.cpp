@@ -1,10 +1,12 @@
 #include "dimostrazione.h"
 
 #include <condition_variable>
+#include <string>
 #include <mutex>
 #include <thread>
 
 #include "digit.h"
+#include "configura.h"
 #include "platform/toldeko/backend_script.h"
 #include "record_predefiniti.h"
 #include "sim/riproduttore.h"
@@ -17,7 +19,18 @@ constexpr int portaDemo = 1;
 constexpr int numPressioni = 100;
 constexpr unsigned modelloPunto = 10040;       // the entry of a point's ground coordinates
 constexpr unsigned modelloDigitalizza = 10042; // the wait for the point on the tablet
+constexpr unsigned modelloScelta = 10043;      // the tablet selection
+constexpr unsigned modelloLimiti = 10045;      // the two corners of the limits
 constexpr int idEst = 2000, idNord = 2001;
+constexpr int idTipo = 2120, idPrimaPorta = 2122, idLimiti = 2151;
+constexpr int idRichiestaAngolo = 2240;
+constexpr int bottoneConferma = 1;  // the library's default functions: button 1 confirms
+
+struct TAngolo {
+    std::int32_t x, y;
+};
+// The tablet's working area, lower left first.
+constexpr TAngolo angoli[] = {{0, 0}, {10000, 10000}};
 
 struct TPuntoControllo {
     std::int32_t x, y;  // tablet counts
@@ -32,6 +45,52 @@ const TPuntoControllo punti[] = {
     {9000, 9000, 1520900.0, 5030900.0},
     {1000, 9000, 1520100.0, 5030900.0},
 };
+
+// Presses until `fatto` says the dialog took the press: a press lost on a
+// busy machine (the line drops a gather it cannot read whole) is pressed again.
+template <class Fatto>
+bool PremiFinche(TRiproduttore& tavoletta, std::int32_t x, std::int32_t y, int bottone, Fatto fatto)
+{
+    for (int prova = 0; prova < 3; ++prova) {
+        tavoletta.Premi(x, y, bottone);
+        if (fatto()) return true;
+    }
+    return false;
+}
+
+bool PromptCambiato(TBackendScript& script, const std::string& prima)
+{
+    const auto limite = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    while (std::chrono::steady_clock::now() < limite) {
+        const TStatoDialogo ora = script.Corrente();
+        if (ora.modello != modelloLimiti || ora.Testo(idRichiestaAngolo) != prima) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return false;
+}
+
+// Plays the user of the tablet selection: picks the model from the list and
+// the port, opens "Limiti", digitizes the two corners with the confirming
+// button and accepts the choice.
+void Configuratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* out, bool& riuscito)
+{
+    riuscito = false;
+    if (!script.AttendiDialogo(modelloScelta)) return;
+    script.Scegli(idTipo, tipoDemo);
+    script.Clic(idPrimaPorta + portaDemo - 1);
+    script.Clic(idLimiti);
+    if (!script.AttendiDialogo(modelloLimiti)) return;
+    for (const TAngolo& a : angoli) {
+        const std::string prompt = script.Corrente().Testo(idRichiestaAngolo);
+        std::fprintf(out, "limits: \"%s\" digitized at x %d y %d\n", prompt.c_str(), a.x, a.y);
+        std::fflush(out);
+        if (!PremiFinche(tavoletta, a.x, a.y, bottoneConferma, [&] { return PromptCambiato(script, prompt); }))
+            return;
+    }
+    if (!script.AttendiDialogo(modelloScelta)) return;
+    script.Invio();
+    riuscito = script.AttendiNessuno();
+}
 
 // Plays the user of the calibration: types each point's ground coordinates
 // and, once the library waits for the point, has the tablet press it (again,
@@ -53,12 +112,9 @@ void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* ou
         std::fprintf(out, "point %d: ground East %.3f North %.3f, digitized at x %d y %d\n", ++n, p.est, p.nord,
                      p.x, p.y);
         std::fflush(out);
-        bool preso = false;
-        for (int prova = 0; prova < 3 && !preso; ++prova) {
-            tavoletta.Premi(p.x, p.y, 1);
-            preso = script.AttendiDialogo(modelloPunto, std::chrono::seconds(3));
-        }
-        if (!preso) return;
+        if (!PremiFinche(tavoletta, p.x, p.y, bottoneConferma,
+                         [&] { return script.AttendiDialogo(modelloPunto, std::chrono::seconds(3)); }))
+            return;
     }
     script.Esc();
     riuscito = true;
@@ -98,27 +154,31 @@ private:
     int stampate = 0;
 };
 
-TDataDigit DatiDemo()
-{
-    TDataDigit d = RecordPredefinito(tipoDemo, portaDemo);
-    d.limitiDefiniti = true;
-    d.xMin = 0;
-    d.yMin = 0;
-    d.xMax = 10000;
-    d.yMax = 10000;
-    return d;
-}
-
-bool Calibra(CDigit& digit, TRiproduttore& tavoletta, std::FILE* out)
+// Runs `passo` on this thread while `utente` plays the person at the
+// dialogs on another; true when both went through.
+template <class Passo, class Utente>
+bool ConDialoghi(Passo passo, Utente utente)
 {
     TBackendScript script;
     ImpostaBackendDialoghi(&script);
     bool guidato = false;
-    std::thread calibratore([&] { Calibratore(script, tavoletta, out, guidato); });
-    const bool ok = digit.CalibraPtSparsi(nullptr);
-    calibratore.join();
+    std::thread persona([&] { utente(script, guidato); });
+    const bool ok = passo();
+    persona.join();
     ImpostaBackendDialoghi(nullptr);
-    return ok && guidato && digit.IsCalibrato();
+    return ok && guidato;
+}
+
+bool Sceglie(CDigit& digit, TDataDigit& dati, TRiproduttore& tavoletta, std::FILE* out)
+{
+    return ConDialoghi([&] { return Configura(digit, dati) == 1 && dati.limitiDefiniti; },
+                       [&](TBackendScript& s, bool& r) { Configuratore(s, tavoletta, out, r); });
+}
+
+bool Calibra(CDigit& digit, TRiproduttore& tavoletta, std::FILE* out)
+{
+    return ConDialoghi([&] { return digit.CalibraPtSparsi(nullptr) && digit.IsCalibrato(); },
+                       [&](TBackendScript& s, bool& r) { Calibratore(s, tavoletta, out, r); });
 }
 
 }  // namespace
@@ -133,10 +193,17 @@ int Dimostrazione(std::FILE* out)
     TRiproduttore tavoletta(sim, tipoDemo, std::chrono::milliseconds(10));
     tavoletta.Avvia();
     {
-        const TDataDigit dati = DatiDemo();
-        CDigit digit(dati);
+        CDigit digit;
+        TDataDigit dati;
+        digit.GetDataDigit(dati);
         std::fprintf(out, "tablet: %s, simulated on %s (COM%d)\n", NomeModello(tipoDemo), sim.PercorsoSlave().c_str(),
                      portaDemo);
+        std::fprintf(out, "choosing the tablet and digitizing its limits...\n");
+        std::fflush(out);
+        if (!Sceglie(digit, dati, tavoletta, out)) {
+            std::fprintf(stderr, "velmarin-host: the tablet selection did not go through\n");
+            return 1;
+        }
         std::fprintf(out, "set up: %d baud, parity %c, %d data bits, %d stop bits, %d buttons\n", dati.velocita,
                      dati.parita, dati.bitDati, dati.bitStop, dati.numBottoni);
         std::fprintf(out, "limits: x %d to %d, y %d to %d\n", dati.xMin, dati.xMax, dati.yMin, dati.yMax);
