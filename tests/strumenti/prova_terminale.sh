@@ -3,8 +3,8 @@
 # go in with send-keys and the screen comes back with capture-pane. A sparse
 # point calibration is drawn, a letter and an empty field are refused, a good
 # entry is taken and the point is waited for on the tablet; Escape ends it and
-# the terminal is as it was. Then the tablet selection: drawn with the
-# simulated model chosen, and Enter takes it. Skipped (77) without tmux.
+# the terminal is as it was. Then the tablet selection, all of it. Skipped
+# (77) without tmux.
 HOST=$1
 command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
 . "$(dirname "$0")/comune.sh"
@@ -51,12 +51,57 @@ verifica "Escape ends the calibration, not done with one point" attendi "calibra
 verifica "the program ends with 0" attendi "EXIT=0"
 verifica "the terminal is restored" attendi "TERMINAL RESTORED"
 
+# The tablet selection, worked through as a person would: Tab from group to
+# group, the arrows within one, Space to choose; "Limiti" has the simulated
+# tablet digitize two corners, "Prova" shows it live; Enter takes it all.
 tmux kill-session -t "$sessione"
 tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; sleep 30"
 verifica "the tablet selection is drawn" attendi "Scelta tavoletta"
 verifica "with the simulated model chosen" contiene "$temp/schermo" "Tipo tavoletta \[ Summa MicroGrid 3"
-verifica "and its buttons" contiene "$temp/schermo" "<  Limiti  >"
+
+esc=$(printf '\033')
+# Waits up to 5 s for the control in reverse video to read $1.
+fuoco() {
+    for _ in $(seq 50); do
+        tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//" >"$temp/fuoco"
+        grep -q -- "$1" "$temp/fuoco" && return 0
+        sleep 0.1
+    done
+    echo "--- the focus is on: $(cat "$temp/fuoco")"
+    return 1
+}
+tmux send-keys -t "$sessione" Tab
+verifica "Tab enters the port group at its checked radio" fuoco "(\*) Com1"
+tmux send-keys -t "$sessione" Tab
+verifica "the next Tab skips the other ports to the speed chosen" fuoco "(\*) 9600"
+tmux send-keys -t "$sessione" Down Down
+verifica "Down walks the group round to its first radio" fuoco "( ) 4800"
+tmux send-keys -t "$sessione" Up Space
+verifica "Up goes back, Space chooses 19200" fuoco "(\*) 19200"
+verifica "and 9600 is no longer chosen" attendi "( ) 9600"
+
+tmux send-keys -t "$sessione" BTab BTab BTab BTab
+verifica "Shift-Tab goes back round the list to Limiti" fuoco "<  Limiti  >"
 tmux send-keys -t "$sessione" Enter
-verifica "Enter takes the choice" attendi "tablet set up: model 5 on COM1"
+verifica "Enter opens the limits" attendi "Limiti tavoletta"
+verifica "which ask for the lower left corner first" attendi "il punto inferiore a sinistra"
+verifica "then the upper right one" attendi "il punto superiore a destra"
+verifica "and close after it" attendi "Scelta tavoletta"
+
+tmux send-keys -t "$sessione" Tab
+verifica "Tab goes on to Prova" fuoco "<  Prova   >"
+tmux send-keys -t "$sessione" Space
+verifica "the live test shows the counts" attendi "Prova tavoletta"
+verifica "with the tablet's presses" attendi "<1>"
+verifica "and the counts of a grid node" attendi "\[00[258]000\]"
+verifica "and the cross in its frame" attendi "|  | *#"
+tmux send-keys -t "$sessione" Escape
+verifica "Escape leaves the test for the selection" attendi "Scelta tavoletta"
+
+tmux send-keys -t "$sessione" Tab
+verifica "Tab goes round to the model list" fuoco "\[ Summa MicroGrid 3"
+tmux send-keys -t "$sessione" Enter
+verifica "Enter there presses OK and takes the choice with the speed and the limits digitized" \
+    attendi "tablet set up: model 5 on COM1 at 19200 baud, limits x 2000 to 8000, y 2000 to 8000"
 verifica "and the program ends with 0" attendi "EXIT=0"
 fine

@@ -4,9 +4,11 @@
 
 namespace {
 
-const char* const aiuto = "Tab/frecce: sposta   Spazio: scegli   Invio: conferma   Esc: annulla";
+const char* const aiuto = "Tab: campo  frecce: nel gruppo  Spazio: scegli  Invio: conferma  Esc: annulla";
 
 bool IsPulsante(TTipoElemento t) { return t == TTipoElemento::pulsante || t == TTipoElemento::predefinito; }
+
+const TStatoElemento& El(const TStatoDialogo& s, int i) { return s.elementi[static_cast<std::size_t>(i)]; }
 
 // The next control from `da` in direction `verso` that takes the focus; `da`
 // itself when there is no other.
@@ -15,9 +17,62 @@ int Sposta(const TStatoDialogo& s, int da, int verso)
     const int n = static_cast<int>(s.elementi.size());
     for (int passo = 1; passo <= n; ++passo) {
         const int i = ((da + verso * passo) % n + n) % n;
-        if (PrendeFuoco(s.elementi[static_cast<std::size_t>(i)])) return i;
+        if (PrendeFuoco(El(s, i))) return i;
     }
     return da;
+}
+
+bool IsRadio(const TStatoDialogo& s, int i)
+{
+    return i >= 0 && i < static_cast<int>(s.elementi.size()) && El(s, i).tipo == TTipoElemento::radio;
+}
+
+// A radio group runs from a radio that starts one through the radios that
+// follow it, up to the next start or the next control of another kind.
+int InizioGruppo(const TStatoDialogo& s, int i)
+{
+    while (i > 0 && !(El(s, i).stile & stileInizioGruppo) && IsRadio(s, i - 1)) --i;
+    return i;
+}
+
+bool StessoGruppo(const TStatoDialogo& s, int a, int b)
+{
+    return IsRadio(s, a) && IsRadio(s, b) && InizioGruppo(s, a) == InizioGruppo(s, b);
+}
+
+// The radios of i's group that take the focus, in order.
+std::vector<int> MembriGruppo(const TStatoDialogo& s, int i)
+{
+    std::vector<int> membri;
+    for (int j = InizioGruppo(s, i); StessoGruppo(s, j, i); ++j)
+        if (PrendeFuoco(El(s, j))) membri.push_back(j);
+    return membri;
+}
+
+// Tab and Shift-Tab go from group to group, as in the dialogs of the
+// platform: a radio group is one stop, entered at its checked radio (at its
+// first enabled one when none is checked, as after a change of model).
+int SpostaTab(const TStatoDialogo& s, int da, int verso)
+{
+    int i = Sposta(s, da, verso);
+    while (i != da && StessoGruppo(s, i, da)) i = Sposta(s, i, verso);
+    if (!IsRadio(s, i)) return i;
+    const std::vector<int> membri = MembriGruppo(s, i);
+    for (int j : membri)
+        if (El(s, j).check == 1) return j;
+    return membri.empty() ? i : membri.front();
+}
+
+// The arrows move within a radio group, round from its last radio to its
+// first; they only move the focus, Space chooses.
+int SpostaNelGruppo(const TStatoDialogo& s, int da, int verso)
+{
+    const std::vector<int> membri = MembriGruppo(s, da);
+    const auto dove = std::find(membri.begin(), membri.end(), da);
+    if (dove == membri.end()) return da;
+    const int m = static_cast<int>(membri.size());
+    const int k = static_cast<int>(dove - membri.begin());
+    return membri[static_cast<std::size_t>(((k + verso) % m + m) % m)];
 }
 
 // UTF-8 cells of a line, as the renderer counts them.
@@ -78,22 +133,23 @@ bool InputPerTasto(const TStatoDialogo& s, const TLettura& t, int& fuoco, TInput
     const int voci = lista ? static_cast<int>(e->voci.size()) : 0;
     switch (t.tasto) {
     case TTasto::tab:
-    case TTasto::giu:
-        if (n > 0) fuoco = Sposta(s, fuoco, 1);
-        return false;
     case TTasto::tabIndietro:
-    case TTasto::su:
-        if (n > 0) fuoco = Sposta(s, fuoco, -1);
+        if (n > 0) fuoco = SpostaTab(s, fuoco, t.tasto == TTasto::tab ? 1 : -1);
         return false;
+    case TTasto::giu:
+    case TTasto::su:
     case TTasto::sinistra:
-    case TTasto::destra:
-        if (!lista || voci == 0) {
-            if (n > 0) fuoco = Sposta(s, fuoco, t.tasto == TTasto::destra ? 1 : -1);
+    case TTasto::destra: {
+        const int verso = t.tasto == TTasto::giu || t.tasto == TTasto::destra ? 1 : -1;
+        const bool suLista = t.tasto == TTasto::sinistra || t.tasto == TTasto::destra;
+        if (!suLista || !lista || voci == 0) {
+            if (n > 0) fuoco = IsRadio(s, fuoco) ? SpostaNelGruppo(s, fuoco, verso) : SpostaTab(s, fuoco, verso);
             return false;
         }
         input.tipo = TTipoInput::scegli;
-        input.indice = std::min(voci - 1, std::max(0, e->selezione + (t.tasto == TTasto::destra ? 1 : -1)));
+        input.indice = std::min(voci - 1, std::max(0, e->selezione + verso));
         return true;
+    }
     case TTasto::spazio:
         if (!e) return false;
         if (lista) {

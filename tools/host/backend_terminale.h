@@ -2,8 +2,12 @@
 // keyboard. The dialog on top is drawn by the toolkit's text renderer, the
 // control with the focus in reverse video, a line of keys below it:
 //
-//   Tab, Down / Shift-Tab, Up   focus to the next / previous control
-//   Left, Right                 previous / next entry of a list
+//   Tab / Shift-Tab             focus to the next / previous control; a
+//                               radio group is one stop, entered at its
+//                               checked radio
+//   Down, Right / Up, Left      next / previous radio of the group, round;
+//                               elsewhere like Tab / Shift-Tab, except that
+//   Left, Right                 on a list give the previous / next entry
 //   Space                       clicks a button or radio, next entry of a list
 //   Enter                       a focused push button, else the default button
 //   Escape                      cancels

@@ -63,8 +63,6 @@ TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
 {
     TDataDigit d = RecordPredefinito(o.tipo, o.porta);
     if (simulata) {
-        d.parita = 'N';
-        d.bitDati = 8;
         d.limitiDefiniti = true;
         d.xMin = d.yMin = 0;
         d.xMax = d.yMax = 10000;
@@ -97,4 +95,11 @@ void TCollegamento::PuntoRichiesto()
         y = 1500 + (n * 2741) % 7000;
     }
     riproduttore->VaiEPremi(x, y, 1, 10);
+}
+
+void TCollegamento::LimitiRichiesti()
+{
+    if (!riproduttore) return;
+    riproduttore->VaiEPremi(2000, 2000, 1, 10);
+    riproduttore->VaiEPremi(8000, 8000, 1, 10);
 }

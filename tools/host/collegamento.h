@@ -24,12 +24,9 @@ public:
     // nodes of a grid of 2 by 2 squares, x from 2000 to 8000 counts and y
     // likewise, pressing button 1 on each.
     bool Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore);
-    // The record the host connects with. A pseudo-terminal has no line: it
-    // carries eight bits and keeps no parity, and a port opened a second
-    // time in one process refuses a parity it cannot keep. So the built-in
-    // tablet is driven without parity, on eight bits, which its reports fit.
-    // The built-in tablet has limits 0 to 10000 on both axes; --limits
-    // sets those of any tablet.
+    // The record the host connects with: the model's own line settings (a
+    // pseudo-terminal carries them all alike). The built-in tablet has
+    // limits 0 to 10000 on both axes; --limits sets those of any tablet.
     TDataDigit Record(const TOpzioniHost& o) const;
     // During a calibration the simulated tablet stands still and presses
     // only when a point is asked for (PuntoRichiesto), two seconds later so
@@ -38,6 +35,10 @@ public:
     // at scattered points. Nothing happens with a real tablet.
     void Calibrazione(bool in);
     void PuntoRichiesto();
+    // When the limits are asked for, the simulated tablet glides to the
+    // lower left and then the upper right corner of the grid it walks
+    // (2000 and 8000 counts on both axes) and presses button 1 at each.
+    void LimitiRichiesti();
     std::string Descrizione() const { return descrizione; }
     bool Simulata() const { return simulata != nullptr; }
 

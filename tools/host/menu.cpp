@@ -27,7 +27,11 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
 {
     switch (c) {
     case TComando::config:
-        if (Configura(digit, dati) == 1) std::printf("tablet set up: model %d on COM%d\n", dati.tipo, dati.porta);
+        if (Configura(digit, dati) != 1) return true;
+        std::printf("tablet set up: model %d on COM%d at %d baud", dati.tipo, dati.porta, dati.velocita);
+        if (dati.limitiDefiniti)
+            std::printf(", limits x %d to %d, y %d to %d", dati.xMin, dati.xMax, dati.yMin, dati.yMax);
+        std::printf("\n");
         return true;
     case TComando::calibraPunti:
     case TComando::calibraGriglia: {

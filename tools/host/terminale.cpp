@@ -79,21 +79,49 @@ void TTerminale::Scrivi(const std::string& testo)
     }
 }
 
+TTerminale::TRicezione TTerminale::Ricevi(int ms)
+{
+    pollfd p{STDIN_FILENO, POLLIN, 0};
+    if (poll(&p, 1, ms) <= 0) return TRicezione::niente;
+    if ((p.revents & (POLLHUP | POLLERR)) && !(p.revents & POLLIN)) return TRicezione::fine;
+    unsigned char byte[64];
+    const ssize_t n = read(STDIN_FILENO, byte, sizeof byte);
+    if (n <= 0) return TRicezione::fine;
+    ricevuti.append(reinterpret_cast<const char*>(byte), static_cast<std::size_t>(n));
+    return TRicezione::dati;
+}
+
+// Bytes that came together (keys typed fast, or pasted) are kept and handed
+// out one key at a time. An escape sequence cut by a read is waited for
+// 30 ms; an ESC with nothing after it is the Escape key.
 TLettura TTerminale::LeggiTasto(int ms)
 {
     std::lock_guard<std::mutex> g(tastiera);
-    pollfd p{STDIN_FILENO, POLLIN, 0};
-    if (poll(&p, 1, ms) <= 0) return {};
-    if (p.revents & (POLLHUP | POLLERR)) return {TTasto::fine, 0};
-    unsigned char byte[8];
-    ssize_t n = read(STDIN_FILENO, byte, 1);
-    if (n <= 0) return {TTasto::fine, 0};
-    // An escape sequence arrives at once; a lone ESC is the Escape key.
-    if (byte[0] == 0x1b && poll(&p, 1, 30) > 0) {
-        const ssize_t resto = read(STDIN_FILENO, byte + 1, sizeof byte - 1);
-        if (resto > 0) n += resto;
+    if (ricevuti.empty()) {
+        const TRicezione r = Ricevi(ms);
+        if (r != TRicezione::dati) return r == TRicezione::fine ? TLettura{TTasto::fine, 0} : TLettura{};
     }
-    return DecodificaTasto(byte, static_cast<int>(n));
+    auto dati = [this] { return reinterpret_cast<const unsigned char*>(ricevuti.data()); };
+    int n = static_cast<int>(ricevuti.size());
+    while (LunghezzaTasto(dati(), n) == 0 && Ricevi(30) == TRicezione::dati) n = static_cast<int>(ricevuti.size());
+    int k = LunghezzaTasto(dati(), n);
+    if (k == 0) k = n;  // a sequence that never ended: dropped whole
+    const TLettura t = DecodificaTasto(dati(), k);
+    ricevuti.erase(0, static_cast<std::size_t>(k));
+    return t;
+}
+
+int LunghezzaTasto(const unsigned char* b, int n)
+{
+    if (n <= 0) return 0;
+    if (b[0] != 0x1b) return 1;
+    if (n == 1) return 0;  // Escape, or the start of a sequence
+    if (b[1] == 'O') return n >= 3 ? 3 : 0;
+    if (b[1] != '[') return 2;  // Alt with a key: not one of ours
+    // Parameters and intermediates up to the final byte, '@' to '~'.
+    for (int i = 2; i < n; ++i)
+        if (b[i] >= 0x40 && b[i] <= 0x7e) return i + 1;
+    return 0;
 }
 
 TLettura DecodificaTasto(const unsigned char* b, int n)
@@ -101,6 +129,7 @@ TLettura DecodificaTasto(const unsigned char* b, int n)
     if (n <= 0) return {};
     if (b[0] == 0x1b) {
         if (n == 1) return {TTasto::esc, 0};
+        if (n != LunghezzaTasto(b, n)) return {};  // more, or less, than one sequence
         if (n >= 3 && (b[1] == '[' || b[1] == 'O')) {
             switch (b[2]) {
             case 'A': return {TTasto::su, 0};

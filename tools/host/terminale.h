@@ -51,11 +51,21 @@ public:
     void SchermoAlternativo(bool si);
 
 private:
+    // Waits at most `ms` and appends what came to `ricevuti`.
+    enum class TRicezione { dati, niente, fine };
+    TRicezione Ricevi(int ms);
+
     bool attivo = false;
     bool alternativo = false;
     std::recursive_mutex schermo;
     std::mutex tastiera;
+    std::string ricevuti;  // read but not yet handed out, under `tastiera`
 };
+
+// How many of the `n` bytes the first key takes: one, or a whole escape
+// sequence; 0 while they are an escape sequence not yet complete (a lone
+// ESC among them: it stands for Escape only when nothing follows it).
+int LunghezzaTasto(const unsigned char* byte, int n);
 
 // Translates the bytes of one key as a terminal sends them; `n` is their
 // count. Exposed for the tests.

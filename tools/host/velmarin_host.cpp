@@ -27,6 +27,7 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
 // seconds after the point is asked for.
 constexpr std::chrono::milliseconds passoSimulata(200);
 constexpr unsigned modelloDigitalizza = 10042;  // the dialog that waits for a point on the tablet
+constexpr unsigned modelloLimiti = 10045;       // the dialog that waits for the two corners
 
 }  // namespace
 
@@ -58,6 +59,7 @@ int main(int argc, char** argv)
     TInterfacciaTerminale interfaccia(terminale, backend);
     backend.AlAperto([&collegamento](unsigned modello) {
         if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
+        if (modello == modelloLimiti) collegamento.LimitiRichiesti();
     });
     backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
     if (terminale.Attivo()) {
