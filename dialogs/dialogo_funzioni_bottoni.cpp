@@ -24,6 +24,13 @@ constexpr int numVoci = static_cast<int>(sizeof voci / sizeof voci[0]);
 
 }  // namespace
 
+unsigned IdsEtichettaFunzione(int codice)
+{
+    for (const TVoceFunzione& v : voci)
+        if (v.codice == codice) return v.ids;
+    return 0;
+}
+
 GDigitFunzBottDlg::GDigitFunzBottDlg(GWnd* parent, TDataDigit* record, GModule* module, GThread* thread)
     : GDlg(parent, modelloFunzioniBottoni, module, thread), dati(record)
 {

@@ -17,6 +17,10 @@
 constexpr unsigned modelloFunzioniBottoni = 10044;
 constexpr int maxBottoni = 16;
 
+// The string table entry of the label of function `codice`, as the lists
+// show it; 0 for a code that names no function.
+unsigned IdsEtichettaFunzione(int codice);
+
 class GDigitFunzBottDlg : public GDlg {
 public:
     GDigitFunzBottDlg(GWnd* parent, TDataDigit* dati, GModule* module = nullptr, GThread* thread = nullptr);

@@ -135,7 +135,7 @@ public:
             std::fprintf(out, "press at x %d y %d: no ground coordinates\n", x, y);
         } else {
             std::fprintf(out, "press %3d: x %6d y %6d -> East %.3f North %.3f, button %d %s\n", ++stampate, x, y,
-                         est, nord, button, NomeFunzione(digit.GetFunzButt(button)));
+                         est, nord, button, NomeFunzione(digit.GetFunzButt(button)).c_str());
         }
         std::fflush(out);
         cv.notify_all();

@@ -51,7 +51,7 @@ void TOsservatore::NotifyButton(std::int32_t button, std::int32_t x, std::int32_
             std::snprintf(terra, sizeof terra, " -> East %.3f North %.3f", est, nord);
     }
     std::lock_guard<std::mutex> g(mutex);
-    std::fprintf(out, "press %3d: x %6d y %6d%s, button %d %s\n", n, x, y, terra, button, NomeFunzione(funzione));
+    std::fprintf(out, "press %3d: x %6d y %6d%s, button %d %s\n", n, x, y, terra, button, NomeFunzione(funzione).c_str());
     std::fflush(out);
 }
 
