@@ -81,7 +81,11 @@ public:
         }
         for (int c : {c0, c1})
             for (int r : {r0, r1}) Scrivi(c, r, "+");
-        if (!titolo.empty()) Scrivi(c0 + 2, r0, " " + titolo + " ");
+        // The caption stays inside the corners: a long one is cut.
+        if (titolo.empty()) return;
+        TCelle t = Caratteri(" " + titolo + " ");
+        t.resize(std::min(t.size(), static_cast<std::size_t>(std::max(0, c1 - c0 - 3))));
+        Scrivi(c0 + 2, r0, t);
     }
 
     std::vector<std::string> Righe() const
