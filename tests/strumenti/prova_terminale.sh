@@ -14,18 +14,22 @@ export TMUX_TMPDIR="$temp"
 fine_tmux() { tmux kill-server 2>/dev/null; pulisci; }
 trap fine_tmux EXIT
 
-schermo() { tmux capture-pane -p -t "$sessione" >"$temp/schermo"; }
-# Waits up to 15 s for a text on the screen.
-attendi() {
+esc=$(printf '\033')
+schermo() { tmux capture-pane -p -t "$sessione"; }
+# The control in reverse video.
+fuoco() { tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//"; }
+# Waits up to 15 s for the text $2 in what $1 shows, kept in $temp/$1.
+aspetta() {
     for _ in $(seq 150); do
-        schermo
-        grep -q -- "$1" "$temp/schermo" && return 0
+        "$1" >"$temp/$1"
+        grep -q -- "$2" "$temp/$1" && return 0
         sleep 0.1
     done
-    echo "--- not on the screen: $1"
-    cat "$temp/schermo"
+    echo "--- $1 does not show: $2"
+    cat "$temp/$1"
     return 1
 }
+attendi() { aspetta schermo "$1"; }
 
 tmux new-session -d -s "$sessione" -x 100 -y 32 \
     "prima=\$(stty -g); '$HOST' calibrate points; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 30"
@@ -59,29 +63,18 @@ tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; 
 verifica "the tablet selection is drawn" attendi "Scelta tavoletta"
 verifica "with the simulated model chosen" contiene "$temp/schermo" "Tipo tavoletta \[ Summa MicroGrid 3"
 
-esc=$(printf '\033')
-# Waits up to 5 s for the control in reverse video to read $1.
-fuoco() {
-    for _ in $(seq 50); do
-        tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//" >"$temp/fuoco"
-        grep -q -- "$1" "$temp/fuoco" && return 0
-        sleep 0.1
-    done
-    echo "--- the focus is on: $(cat "$temp/fuoco")"
-    return 1
-}
 tmux send-keys -t "$sessione" Tab
-verifica "Tab enters the port group at its checked radio" fuoco "(\*) Com1"
+verifica "Tab enters the port group at its checked radio" aspetta fuoco "(\*) Com1"
 tmux send-keys -t "$sessione" Tab
-verifica "the next Tab skips the other ports to the speed chosen" fuoco "(\*) 9600"
+verifica "the next Tab skips the other ports to the speed chosen" aspetta fuoco "(\*) 9600"
 tmux send-keys -t "$sessione" Down Down
-verifica "Down walks the group round to its first radio" fuoco "( ) 4800"
+verifica "Down walks the group round to its first radio" aspetta fuoco "( ) 4800"
 tmux send-keys -t "$sessione" Up Space
-verifica "Up goes back, Space chooses 19200" fuoco "(\*) 19200"
+verifica "Up goes back, Space chooses 19200" aspetta fuoco "(\*) 19200"
 verifica "and 9600 is no longer chosen" attendi "( ) 9600"
 
 tmux send-keys -t "$sessione" BTab BTab BTab BTab
-verifica "Shift-Tab goes back round the list to Limiti" fuoco "<  Limiti  >"
+verifica "Shift-Tab goes back round the list to Limiti" aspetta fuoco "<  Limiti  >"
 tmux send-keys -t "$sessione" Enter
 verifica "Enter opens the limits" attendi "Limiti tavoletta"
 verifica "which ask for the lower left corner first" attendi "il punto inferiore a sinistra"
@@ -89,7 +82,7 @@ verifica "then the upper right one" attendi "il punto superiore a destra"
 verifica "and close after it" attendi "Scelta tavoletta"
 
 tmux send-keys -t "$sessione" Tab
-verifica "Tab goes on to Prova" fuoco "<  Prova   >"
+verifica "Tab goes on to Prova" aspetta fuoco "<  Prova   >"
 tmux send-keys -t "$sessione" Space
 verifica "the live test shows the counts" attendi "Prova tavoletta"
 verifica "with the tablet's presses" attendi "<1>"
@@ -99,7 +92,7 @@ tmux send-keys -t "$sessione" Escape
 verifica "Escape leaves the test for the selection" attendi "Scelta tavoletta"
 
 tmux send-keys -t "$sessione" Tab
-verifica "Tab goes round to the model list" fuoco "\[ Summa MicroGrid 3"
+verifica "Tab goes round to the model list" aspetta fuoco "\[ Summa MicroGrid 3"
 tmux send-keys -t "$sessione" Enter
 verifica "Enter there presses OK and takes the choice with the speed and the limits digitized" \
     attendi "tablet set up: model 5 on COM1 at 19200 baud, limits x 2000 to 8000, y 2000 to 8000"
