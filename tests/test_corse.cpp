@@ -33,14 +33,8 @@ public:
                   sim.InviaStato(8, {i % 5000, (i * 7) % 5000, 0}, 15);
                   std::this_thread::sleep_for(1ms);
               }
-          })
-    {
-    }
-    ~TFlusso()
-    {
-        fine = true;
-        invio.join();
-    }
+          }) {}
+    ~TFlusso() { fine = true; invio.join(); }
 
 private:
     std::atomic<bool> fine{false};
@@ -87,10 +81,8 @@ TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
 }
 
 // Stops from inside each move it hears, and at once restarts if asked to.
-class TRiavvio : public CDigitNtfy {
-public:
-    TRiavvio(CDigit& d, bool riparte) : digit(d), riparte(riparte) {}
-    std::atomic<int> mosse{0};
+struct TRiavvio : CDigitNtfy {
+    explicit TRiavvio(CDigit& d) : digit(d) {}
     void NotifyMove(std::int32_t, std::int32_t) override
     {
         ++mosse;
@@ -98,41 +90,30 @@ public:
         if (riparte) digit.SetCommNotificationTo(this);
     }
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
-
-private:
     CDigit& digit;
-    const bool riparte;
+    std::atomic<bool> riparte{false};
+    std::atomic<int> mosse{0};
 };
 
+// A stop from inside the notification holds delivery: the stream goes on,
+// the target hears nothing more. Then it stops and restarts, again and again.
 TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
 {
     CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
-    TRiavvio riavvio(d, true);
+    TRiavvio riavvio(d);
     TFlusso flusso(sim);
     d.SetCommNotificationTo(&riavvio);
-    const auto fine = std::chrono::steady_clock::now() + 5s;
-    while (riavvio.mosse < 50 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
-    d.StopCommNotification();
-    EXPECT_GE(riavvio.mosse, 50);
-}
-
-// A stop from inside the notification holds delivery: the stream goes on,
-// the target hears nothing more.
-TEST_F(CorseTest, AStopFromInsideItsNotificationHoldsDelivery)
-{
-    CDigit d(Dati(8));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TRiavvio fermo(d, false);
-    TFlusso flusso(sim);
-    d.SetCommNotificationTo(&fermo);
-    const auto fine = std::chrono::steady_clock::now() + 5s;
-    while (fermo.mosse == 0 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
+    ASSERT_TRUE(AttendiFinche([&] { return riavvio.mosse > 0; }));
     std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(fermo.mosse, 1);
+    EXPECT_EQ(riavvio.mosse, 1);
     EXPECT_EQ(d.GetCommNotification(), nullptr);
+
+    riavvio.riparte = true;
+    d.SetCommNotificationTo(&riavvio);
+    EXPECT_TRUE(AttendiFinche([&] { return riavvio.mosse > 50; }));
+    d.StopCommNotification();
 }
 
 TEST_F(CorseTest, ANewObjectBuiltUnderARunningReaderSilencesIt)

@@ -62,23 +62,21 @@ TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
     }
 }
 
-TEST_F(ProcessaReportTest, RejectedGatherBetweenHeldReportsKeepsTheLatch)
+// A rejected gather between two reports of a held button keeps the latch; a
+// press heard with no target is not announced once a target is there.
+TEST_F(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
 {
     Leggi(10, 10, 1);
     Consegna(std::string(15, '\0'));  // no sync byte: rejected
     Leggi(10, 10, 1);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10)}));
-}
-
-TEST_F(ProcessaReportTest, PressWithoutTargetIsNotAnnouncedLater)
-{
     Scrivi(digitLink.ntfy, nullptr);
-    Leggi(10, 10, 1);
+    Leggi(20, 20, 0);
+    Leggi(20, 20, 1);
     Scrivi(digitLink.ntfy, &target);
     Leggi(20, 20, 1);
     Leggi(20, 20, 0);
-    Leggi(20, 20, 1);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 20, 20)}));
+    Leggi(20, 20, 2);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10), Pressione(2, 20, 20)}));
 }
 
 // Records bottonePremuto as the report path shows it during each call.
@@ -118,22 +116,24 @@ TEST_F(ProcessaReportTest, RoomClampTakesOnlyWhatTheGatherLacks)
     EXPECT_EQ(digitLink.numLetti, 5);
 }
 
-TEST_F(ProcessaReportTest, WithoutFormatEveryReadIsDropped)
+// No format drops every read; a format beyond the table (or below it, as
+// the int8 of a host's negative model) decodes nothing and keeps the gather.
+TEST_F(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
 {
     Scrivi(digitLink.tipoReport, 0);
     Scrivi(digitLink.lenReport, 0);
     EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0)), 0);
     EXPECT_EQ(digitLink.numLetti, 0);
     EXPECT_EQ(digitLink.numAccum, 0);
-}
-
-TEST_F(ProcessaReportTest, FormatOutsideTheTableKeepsTheGather)
-{
-    Scrivi(digitLink.tipoReport, 9);
-    EXPECT_EQ(Consegna(std::string(15, '\x80')), 0);
-    EXPECT_EQ(digitLink.numAccum, 15);
-    EXPECT_EQ(Consegna(std::string(4, '\x80')), 0);
-    EXPECT_EQ(digitLink.numLetti, 0) << "a full gather takes no further byte";
+    for (int formato : {9, -5}) {
+        SetUp();
+        Scrivi(digitLink.tipoReport, formato);
+        EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0) + std::string(10, '\x80')), 0);
+        EXPECT_EQ(digitLink.numAccum, 15);
+        EXPECT_EQ(Consegna(std::string(4, '\x80')), 0);
+        EXPECT_EQ(digitLink.numLetti, 0) << "a full gather takes no further byte";
+    }
+    EXPECT_TRUE(target.Notifiche().empty());
 }
 
 TEST_F(ProcessaReportTest, LoweredLengthCopiesNothingAndDecodesWhatIsThere)
