@@ -2,8 +2,12 @@
 // shared by all objects, the delivery gate, and one tablet at a time.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <atomic>
 #include <chrono>
+#include <cstdio>
+#include <string>
 #include <thread>
 
 #include "digit.h"
@@ -30,7 +34,9 @@ GWnd* const finestra = &proprietaria;
 class ConnessioneTest : public TProvaSuLinea {
 protected:
     ConnessioneTest() : TProvaSuLinea(portaProva) {}
+    void SetUp() override { ASSERT_TRUE(sim.Valida()); }
     TDataDigit Dati(int tipo, int reset = 2) const { return TProvaSuLinea::Dati(tipo, reset); }
+    TTavolettaPty sim{portaProva};
 };
 
 TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheNewSettings)
@@ -43,24 +49,31 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
     altro.StopCommNotification();
     EXPECT_EQ(d.GetCommNotification(), nullptr);
 
-    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
-    const HCURSOR prima = CursoreCorrente();
-    EXPECT_FALSE(d.Init(finestra));
-    EXPECT_EQ(CursoreCorrente(), prima);
-    EXPECT_EQ(A::HPorta(d), 0);
-    ASSERT_EQ(ui.Messaggi().size(), 1u) << "the record was made: only the open fails";
-    const TMessaggio b = ui.Messaggi()[0];
-    EXPECT_EQ(b.owner, proprietaria.handle());
-    EXPECT_EQ(b.titolo, "Porta Seriale");
-    EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
-    EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
-    EXPECT_EQ(ui.Beep(), std::vector<unsigned>{MB_ICONEXCLAMATION});
-    EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
-    d.StopCommNotification();
+    // Paths with no terminal behind them: nothing there, a plain file.
+    const std::string file = testing::TempDir() + "velmarin_non_porta_" + std::to_string(getpid());
+    std::fclose(std::fopen(file.c_str(), "w"));
+    for (const std::string& percorso : {std::string("/nonexistent/velmarin-tty"), file}) {
+        SCOPED_TRACE(percorso);
+        IODevMapPort(portaProva, percorso.c_str());
+        const std::size_t prima = ui.Messaggi().size();
+        const HCURSOR cursore = CursoreCorrente();
+        EXPECT_FALSE(d.Init(finestra));
+        EXPECT_EQ(CursoreCorrente(), cursore);
+        EXPECT_EQ(A::HPorta(d), 0);
+        ASSERT_EQ(ui.Messaggi().size(), prima + 1) << "the record was made: only the open fails";
+        const TMessaggio b = ui.Messaggi().back();
+        EXPECT_EQ(b.owner, proprietaria.handle());
+        EXPECT_EQ(b.titolo, "Porta Seriale");
+        EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
+        EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
+        EXPECT_EQ(ui.Beep(), std::vector<unsigned>(prima + 1, MB_ICONEXCLAMATION));
+        EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
+        d.StopCommNotification();
+    }
+    std::remove(file.c_str());
 
     // A retry once the port is there takes the new settings, not the old record's.
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
+    IODevMapPort(portaProva, sim.PercorsoSlave().c_str());
     TDataDigit dati = Dati(5);  // two stop bits
     dati.velocita = 19200;
     d.SetDataDigit(dati);
@@ -75,8 +88,6 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
 // still take the rest of the settings and connect.
 TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     for (int tipo : {1, 3, 5, 1, 3, 5}) {  // odd; even with two stop bits; even
         CDigit d(Dati(tipo));
         EXPECT_TRUE(d.Init(nullptr)) << "model " << tipo;
@@ -90,8 +101,6 @@ TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
 // last line is not sent), and a new target starts it again with one poll.
 TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     const auto PollDopo = [&](int quanti) { return AttendiFinche([&] { return sim.PollRicevuti() >= quanti; }); };
     CDigit d(Dati(4, 1));
     ASSERT_TRUE(d.Init(nullptr));
@@ -120,22 +129,33 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     EXPECT_EQ(reg.Notifiche().front(), Mossa(100, 200));
 }
 
-// The destructor of a connected object sends the reset only while delivery
-// is on; either way it closes and frees the record without a box.
-TEST_F(ConnessioneTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
+// Init on a connected object reconnects without a reset and drops the
+// target. The destructor of a connected object sends the reset only while
+// delivery is on; either way it closes and frees the record without a box.
+TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    for (bool consegna : {true, false}) {
+    for (bool consegna : {false, true}) {
         {
             CDigit d(Dati(8, 2));
             ASSERT_TRUE(d.Init(nullptr));
+            const std::intptr_t primo = A::HPorta(d);
+            TRegistratore reg;
+            d.SetCommNotificationTo(&reg);
+            ASSERT_TRUE(d.Init(nullptr));
+            EXPECT_NE(A::HPorta(d), primo);
+            EXPECT_EQ(A::HPorta(d), IODevHandleAperto());
+            EXPECT_EQ(d.GetCommNotification(), nullptr);
+            EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+            EXPECT_EQ(sim.ByteRicevuti(), "") << "no reset command on a reconnection";
+
             d.SendInitString();
             ASSERT_TRUE(sim.AttendiByte(3, 2s));
             EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
             sim.Dimentica();
-            if (!consegna) d.StopCommNotification();
-            ImpostaSorgenteTick(nullptr);  // the reset's wait in real time: the close drops what is on its way
+            if (consegna)
+                ImpostaSorgenteTick(nullptr);  // the reset's wait in real time: the close drops what is on its way
+            else
+                d.StopCommNotification();
         }
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         EXPECT_EQ(sim.ByteRicevuti(), consegna ? ":Z\r" : "");
@@ -164,30 +184,10 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
     }
 }
 
-TEST_F(ConnessioneTest, InitOnAConnectedObjectReconnectsWithoutAReset)
-{
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(8, 2));
-    ASSERT_TRUE(d.Init(nullptr));
-    const std::intptr_t primo = A::HPorta(d);
-    TRegistratore reg;
-    d.SetCommNotificationTo(&reg);
-    ASSERT_TRUE(d.Init(nullptr));
-    EXPECT_NE(A::HPorta(d), primo);
-    EXPECT_EQ(A::HPorta(d), IODevHandleAperto());
-    EXPECT_EQ(d.GetCommNotification(), nullptr);
-    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
-    EXPECT_EQ(sim.ByteRicevuti(), "") << "no reset command on a reconnection";
-    d.StopCommNotification();
-}
-
 // A second object cannot take the port while the first one's connection
 // runs: it is refused with the open-failure box, and the first goes on.
 TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     CDigit primo(Dati(8, 1));
     CDigit secondo(Dati(1, 1));
     ASSERT_TRUE(primo.Init(nullptr));
@@ -220,8 +220,6 @@ struct TLento : CDigitNtfy {
 // Both a stop and a close wait for a notification under way.
 TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     for (bool chiudi : {false, true}) {
         CDigit d(Dati(8, 1));
         ASSERT_TRUE(d.Init(nullptr));

@@ -5,6 +5,7 @@
 
 #include <ostream>
 
+#include <array>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -276,12 +277,11 @@ TEST_P(AndataRitorno, EncodedReportDecodesToItsValues)
     const TModello& m = GetParam();
     for (std::int32_t x : m.valori)
         for (std::int32_t y : m.valori)
-            for (int b = 0; b <= m.bottoneMassimo; ++b) {
-                const std::string report = CodificaReport(m.tipo, x, y, b);
-                ASSERT_TRUE(Decodifica(m, report)) << "x=" << x << " y=" << y << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.xReport), x) << "y=" << y << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.yReport), y) << "x=" << x << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.bottone), b) << "x=" << x << " y=" << y;
+            for (std::int32_t b = 0; b <= m.bottoneMassimo; ++b) {
+                ASSERT_TRUE(Decodifica(m, CodificaReport(m.tipo, x, y, b))) << x << " " << y << " " << b;
+                const std::array<std::int32_t, 3> letti{Leggi(digitLink.xReport), Leggi(digitLink.yReport),
+                                                        Leggi(digitLink.bottone)};
+                ASSERT_EQ(letti, (std::array<std::int32_t, 3>{x, y, b}));
             }
 }
 
