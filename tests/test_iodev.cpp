@@ -163,7 +163,7 @@ TEST_F(IODevTest, LineSettingsOfTheRecord)
         EXPECT_EQ(devInfo->abilitato, 1) << "delivery on from the configuration";
 
         t.c_cflag = CS5 | PARENB | PARODD | CSTOPB | CRTSCTS | HUPCL;  // what a port might hold before
-        t.c_iflag = IXON | IXOFF | IXANY | ICRNL | ISTRIP;
+        t.c_iflag = INPCK | IXON | IXOFF | IXANY | ICRNL | ISTRIP;
         t.c_lflag = ICANON | ECHO | ISIG;
         t.c_oflag = OPOST;
         ASSERT_TRUE(TermiosDelRecord(*devInfo, t));
