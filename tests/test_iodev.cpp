@@ -231,7 +231,7 @@ TEST_F(IODevTest, CloseOnAQuietLineAndDestroyWhileHeldOnAHungUpLine)
 }
 
 // Writes pass only while delivery is on. A report gathered in part before a
-// hold is completed after the resume, and what arrived during the hold is gone.
+// hold is completed after the resume; what arrives during a hold is gone.
 TEST_F(IODevTest, AHoldStopsWritesAndDropsWhatArrivesButKeepsAHalfGatheredReport)
 {
     TTavolettaPty sim(portaProva);
@@ -255,10 +255,19 @@ TEST_F(IODevTest, AHoldStopsWritesAndDropsWhatArrivesButKeepsAHalfGatheredReport
     EXPECT_EQ(IODevWrite("e\0f", 3), 1);
     ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {300, 400, 0}, 5)));
 
-    AttendiNotifiche(reg, 1);
+    ASSERT_TRUE(AttendiNotifiche(reg, 1));
+    ASSERT_TRUE(AttendiFinche([] { TCancelloConsegna cancello; return digitLink.numAccum == 0; }));
+
+    // With nothing gathered, what arrived during a hold is gone as well.
+    IODevHold();
+    ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {700, 800, 3}, 15)));
+    std::this_thread::sleep_for(200ms);
+    IODevResume();
+    ASSERT_TRUE(sim.Invia(TTavolettaPty::Raffica(1, {300, 400, 0}, 15)));
+    AttendiNotifiche(reg, 2);
     EXPECT_TRUE(sim.AttendiQuiete(100ms, 2s));
     EXPECT_EQ(sim.ByteRicevuti(), std::string("ab" "e\0f", 5));
-    EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(100, 200)});
+    EXPECT_EQ(reg.Notifiche(), (std::vector<TNotifica>{Mossa(100, 200), Mossa(300, 400)}));
     Scrivi(digitLink.ntfy, nullptr);
 }
 
