@@ -227,7 +227,8 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
         TLento lento;
         d.SetCommNotificationTo(&lento);
         int i = 0;
-        ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); }, [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
+        ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); },
+                                 [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
         if (chiudi)
             EXPECT_EQ(IODevClose(), 1);
         else
