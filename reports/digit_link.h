@@ -7,8 +7,10 @@
 // One static record, digitLink, serves the whole process. The host's thread
 // writes the target and the format while the reader runs, and reads the last
 // report from outside a notification, so those fields are relaxed atomics:
-// plain aligned words, as the design wants, without a data race. The gather
-// state belongs to the reader thread alone.
+// plain aligned words, as the design wants, without a data race. The target
+// alone is set with release and read with acquire, since the reader calls
+// into the object it points to. The gather state belongs to the reader
+// thread alone.
 #ifndef VELMARIN_DIGIT_LINK_H
 #define VELMARIN_DIGIT_LINK_H
 

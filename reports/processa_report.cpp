@@ -42,7 +42,9 @@ void ApplicaFronte(TDigitLink& link)
     const std::int32_t x = Leggi(link.xReport);
     const std::int32_t y = Leggi(link.yReport);
     const std::int32_t bottone = Leggi(link.bottone);
-    CDigitNtfy* const ntfy = Leggi(link.ntfy);  // loaded once: the value tested is the value called
+    // Loaded once, so that the value tested is the value called; acquired, as
+    // the host releases a target it may have made just now.
+    CDigitNtfy* const ntfy = link.ntfy.load(std::memory_order_acquire);
     if (bottone >= 1) {
         if (link.premuto == 0) {
             link.premuto = 1;

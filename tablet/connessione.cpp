@@ -103,7 +103,9 @@ bool CDigit::Init(GWnd* owner)
 
 int CDigit::SetCommNotificationTo(CDigitNtfy* target)
 {
-    Scrivi(digitLink.ntfy, target);
+    // Released, and acquired by the reader: a target made just before this
+    // call, while delivery is on, is whole when the reader calls it.
+    digitLink.ntfy.store(target, std::memory_order_release);
     const int esito = IODevResume();
     if (esito != 0 && dati.tipo == 4) IODevWrite("?\r\n", 3);
     return esito;

@@ -36,42 +36,32 @@ std::uint32_t LeggiCopione()
     return i < copione.size() ? copione[i] : 0xFFFFFFFFu;
 }
 
-struct TAttesa {
-    const char* caso;
-    std::int32_t ms;
-    std::vector<std::uint32_t> tick;
-    std::size_t lettureAttese;
-};
-// Named by its case: the bytes of the record hold padding.
-void PrintTo(const TAttesa& a, std::ostream* os) { *os << a.caso; }
-
-class RitardaTest : public ::testing::TestWithParam<TAttesa> {
-protected:
-    void TearDown() override { ImpostaSorgenteTick(nullptr); }
-};
-
-TEST_P(RitardaTest, ReadsTheCounterUntilTheWaitIsOver)
+TEST(RitardaTest, ReadsTheCounterUntilTheWaitIsOver)
 {
-    const TAttesa& a = GetParam();
-    copione = a.tick;
-    letture = 0;
-    ImpostaSorgenteTick(&LeggiCopione);
-    CDigit d;
-    CDigitTestAccess::Ritarda(d, a.ms);
-    EXPECT_EQ(letture.load(), a.lettureAttese);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Casi, RitardaTest,
-    ::testing::Values(
-        TAttesa{"zero", 0, {700, 700}, 2},
-        TAttesa{"plain", 5, {100, 101, 104, 105}, 4},
-        TAttesa{"standstill", 10, {500, 500, 505, 509, 510}, 5},
+    const struct {
+        const char* caso;
+        std::int32_t ms;
+        std::vector<std::uint32_t> tick;
+        std::size_t lettureAttese;
+    } casi[] = {
+        {"zero", 0, {700, 700}, 2},
+        {"plain", 5, {100, 101, 104, 105}, 4},
+        {"standstill", 10, {500, 500, 505, 509, 510}, 5},
         // The counter wraps during the wait: it starts again at 5 and lasts to 105.
-        TAttesa{"wrap_restarts", 100, {0xFFFFFF00u, 0xFFFFFF50u, 5, 90, 104, 105}, 6},
+        {"wrap restarts", 100, {0xFFFFFF00u, 0xFFFFFF50u, 5, 90, 104, 105}, 6},
         // Begun so near the wrap that start + ms wraps: over at the next read.
-        TAttesa{"sum_wraps", 100, {0xFFFFFFF0u, 0xFFFFFFF1u}, 2}),
-    [](const ::testing::TestParamInfo<TAttesa>& i) { return std::string(i.param.caso); });
+        {"sum wraps", 100, {0xFFFFFFF0u, 0xFFFFFFF1u}, 2},
+    };
+    CDigit d;
+    ImpostaSorgenteTick(&LeggiCopione);
+    for (const auto& a : casi) {
+        copione = a.tick;
+        letture = 0;
+        CDigitTestAccess::Ritarda(d, a.ms);
+        EXPECT_EQ(letture.load(), a.lettureAttese) << a.caso;
+    }
+    ImpostaSorgenteTick(nullptr);
+}
 
 // ---------------------------------------------------------------------------
 // The sequences on the line. Each model's pieces, written out byte for byte.
@@ -120,20 +110,6 @@ struct TSequenza {
 };
 void PrintTo(const TSequenza& p, std::ostream* os) { *os << "tipo " << p.tipo << " reset " << p.reset << " risoluzione " << p.risoluzione; }
 
-std::string Nome(const ::testing::TestParamInfo<TSequenza>& i)
-{
-    return "tipo" + std::to_string(i.param.tipo) + "_reset" + std::to_string(i.param.reset) + "_ris" +
-           std::to_string(i.param.risoluzione);
-}
-
-// Counter reads that a list of waits costs on the injected tick: ms + 1 each.
-std::uint32_t Costo(const std::vector<int>& attese)
-{
-    std::uint32_t c = 0;
-    for (int ms : attese) c += static_cast<std::uint32_t>(ms) + 1;
-    return c;
-}
-
 class SequenzaTest : public ::testing::TestWithParam<TSequenza> {
 protected:
     void TearDown() override { AzzeraDigitLink(digitLink); }
@@ -147,6 +123,13 @@ TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
     ASSERT_TRUE(sim.Valida());
     TDataDigit dati = DatiModello(s.tipo, portaProva, s.reset);
     dati.risoluzione = static_cast<std::int16_t>(s.risoluzione);
+    // The bytes expected, and the counter reads their waits cost on the injected tick: ms + 1 each.
+    std::string attesi;
+    std::uint32_t costo = s.tipo == 6 ? 1001 : 0;  // after the lines, whatever the reset
+    for (const TPezzo& p : {s.reset != 1 ? Reset(s.tipo) : TPezzo{}, Avvio(s.tipo, s.risoluzione)}) {
+        attesi += p.byte;
+        for (int ms : p.attese) costo += static_cast<std::uint32_t>(ms) + 1;
+    }
     {
         TTickFinto tick;  // also speeds up the destructor's purge and reset
         CDigit d(dati);
@@ -156,20 +139,7 @@ TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
         const HCURSOR prima = CursoreCorrente();
         d.SendInitString();
         EXPECT_EQ(CursoreCorrente(), prima) << "cursor restored";
-
-        std::string attesi;
-        std::vector<int> attese;
-        if (s.tipo == 6) attese.push_back(1000);  // after the lines, whatever the reset
-        if (s.reset != 1) {
-            const TPezzo r = Reset(s.tipo);
-            attesi += r.byte;
-            attese.insert(attese.end(), r.attese.begin(), r.attese.end());
-        }
-        const TPezzo a = Avvio(s.tipo, s.risoluzione);
-        attesi += a.byte;
-        attese.insert(attese.end(), a.attese.begin(), a.attese.end());
-
-        EXPECT_EQ(tick.Adesso() - base, Costo(attese)) << "the waits of the sequence";
+        EXPECT_EQ(tick.Adesso() - base, costo) << "the waits of the sequence";
         EXPECT_TRUE(sim.AttendiByte(attesi.size(), 2s));
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         EXPECT_EQ(sim.ByteRicevuti(), attesi);
@@ -190,7 +160,7 @@ std::vector<TSequenza> TutteLeSequenze()
     return v;
 }
 
-INSTANTIATE_TEST_SUITE_P(Modelli, SequenzaTest, ::testing::ValuesIn(TutteLeSequenze()), Nome);
+INSTANTIATE_TEST_SUITE_P(Modelli, SequenzaTest, ::testing::ValuesIn(TutteLeSequenze()));
 
 // The edges: no model, model 9 with model 1's commands, a resolution that
 // names nothing, a reset of 0 from a record no dialog filled, a model number
@@ -199,48 +169,27 @@ INSTANTIATE_TEST_SUITE_P(Bordi, SequenzaTest,
                          ::testing::Values(TSequenza{0, 2, 1, -1}, TSequenza{9, 2, 3, 15},
                                            TSequenza{1, 2, 0, 15}, TSequenza{5, 1, 0, 20},
                                            TSequenza{6, 2, 0, 40}, TSequenza{8, 0, 1, 15},
-                                           TSequenza{3, 0, 4, 40}, TSequenza{12, 2, 1, -1}),
-                         Nome);
+                                           TSequenza{3, 0, 4, 40}, TSequenza{12, 2, 1, -1}));
 
-// The two complete sequences on the real tick: the bytes on each side of a
-// wait are apart by at least a good part of it.
-struct TCompleta {
-    int tipo, risoluzione;
-    std::string prima, dopo;  // the bytes before and after the reset's wait
-    std::chrono::milliseconds durataMinima;
-};
-void PrintTo(const TCompleta& p, std::ostream* os) { *os << "tipo " << p.tipo << " risoluzione " << p.risoluzione; }
-
-class CompletaTest : public ::testing::TestWithParam<TCompleta> {};
-
-TEST_P(CompletaTest, WaitsHappenWhereTheyStand)
+// A complete sequence on the real tick: the bytes on each side of the
+// reset's 1000 ms wait are apart by at least a good part of it.
+TEST(CompletaTest, WaitsHappenWhereTheyStand)
 {
-    const TCompleta& c = GetParam();
     TTavolettaPty sim(portaProva);
     ASSERT_TRUE(sim.Valida());
-    TDataDigit dati = DatiModello(c.tipo, portaProva, 2);
-    dati.risoluzione = static_cast<std::int16_t>(c.risoluzione);
+    TDataDigit dati = DatiModello(5, portaProva, 2);
+    dati.risoluzione = 2;
     std::optional<TTickFinto> veloce;  // for the destructor, once the sequence is measured
     CDigit d(dati);
     ASSERT_TRUE(d.Init(nullptr));
-    const auto inizio = std::chrono::steady_clock::now();
     d.SendInitString();
-    EXPECT_GE(std::chrono::steady_clock::now() - inizio, c.durataMinima);
-    ASSERT_TRUE(sim.AttendiByte(c.prima.size() + c.dopo.size(), 2s));
+    const std::string prima = "\x1B" "Z", dopo = "\x1B" "MB" "\x1B" "M0" "\x1B" "C2";
+    ASSERT_TRUE(sim.AttendiByte(prima.size() + dopo.size(), 2s));
+    ASSERT_EQ(sim.ByteRicevuti(), prima + dopo);
     const std::vector<TByteRicevuto> r = sim.Ricevuti();
-    ASSERT_EQ(sim.ByteRicevuti(), c.prima + c.dopo);
-    const auto pausa = r[c.prima.size()].arrivo - r[c.prima.size() - 1].arrivo;
-    EXPECT_GE(pausa, 500ms) << "the reset's 1000 ms wait";
+    EXPECT_GE(r[prima.size()].arrivo - r[prima.size() - 1].arrivo, 500ms);
     veloce.emplace();
 }
-
-INSTANTIATE_TEST_SUITE_P(Due, CompletaTest,
-                         ::testing::Values(TCompleta{1, 3, std::string(1, '\0'), "@j", 1000ms},
-                                           TCompleta{5, 2, "\x1B" "Z", "\x1B" "MB" "\x1B" "M0" "\x1B" "C2",
-                                                     2500ms}),
-                         [](const ::testing::TestParamInfo<TCompleta>& i) {
-                             return "tipo" + std::to_string(i.param.tipo);
-                         });
 
 // With no port record at all the sequences touch no port and spend no wait.
 TEST(SequenzaSenzaPortaTest, SetsTheFormatAndLengthOnly)

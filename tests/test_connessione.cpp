@@ -2,11 +2,12 @@
 // shared by all objects, the delivery gate, and one tablet at a time.
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
-#include <utility>
+#include <cstdio>
+#include <string>
 #include <thread>
 
 #include "digit.h"
@@ -33,70 +34,65 @@ GWnd* const finestra = &proprietaria;
 class ConnessioneTest : public TProvaSuLinea {
 protected:
     ConnessioneTest() : TProvaSuLinea(portaProva) {}
+    void SetUp() override { ASSERT_TRUE(sim.Valida()); }
     TDataDigit Dati(int tipo, int reset = 2) const { return TProvaSuLinea::Dati(tipo, reset); }
+    TTavolettaPty sim{portaProva};
 };
 
 TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheNewSettings)
 {
-    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
     CDigit d(Dati(8));
-    const HCURSOR prima = CursoreCorrente();
-    EXPECT_FALSE(d.Init(finestra));
-    EXPECT_EQ(CursoreCorrente(), prima);
-    EXPECT_EQ(A::HPorta(d), 0);
-    ASSERT_EQ(ui.Messaggi().size(), 1u) << "the record was made: only the open fails";
-    const TMessaggio b = ui.Messaggi()[0];
-    EXPECT_EQ(b.owner, proprietaria.handle());
-    EXPECT_EQ(b.titolo, "Porta Seriale");
-    EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
-    EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
-    EXPECT_EQ(ui.Beep(), std::vector<unsigned>{MB_ICONEXCLAMATION});
-    EXPECT_NE(devInfo, nullptr) << "the port record stays";
-
+    CDigit altro(Dati(1));
     TRegistratore reg;
-    EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
-    EXPECT_EQ(d.GetCommNotification(), &reg);
-    d.StopCommNotification();
+    EXPECT_EQ(d.SetCommNotificationTo(&reg), 0) << "no record yet";
+    EXPECT_EQ(altro.GetCommNotification(), &reg) << "one target for all objects";
+    altro.StopCommNotification();
     EXPECT_EQ(d.GetCommNotification(), nullptr);
 
+    // Paths with no terminal behind them: nothing there, a plain file.
+    const std::string file = testing::TempDir() + "velmarin_non_porta_" + std::to_string(getpid());
+    std::fclose(std::fopen(file.c_str(), "w"));
+    for (const std::string& percorso : {std::string("/nonexistent/velmarin-tty"), file}) {
+        SCOPED_TRACE(percorso);
+        IODevMapPort(portaProva, percorso.c_str());
+        const std::size_t prima = ui.Messaggi().size();
+        const HCURSOR cursore = CursoreCorrente();
+        EXPECT_FALSE(d.Init(finestra));
+        EXPECT_EQ(CursoreCorrente(), cursore);
+        EXPECT_EQ(A::HPorta(d), 0);
+        ASSERT_EQ(ui.Messaggi().size(), prima + 1) << "the record was made: only the open fails";
+        const TMessaggio b = ui.Messaggi().back();
+        EXPECT_EQ(b.owner, proprietaria.handle());
+        EXPECT_EQ(b.titolo, "Porta Seriale");
+        EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
+        EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
+        EXPECT_EQ(ui.Beep(), std::vector<unsigned>(prima + 1, MB_ICONEXCLAMATION));
+        EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
+        d.StopCommNotification();
+    }
+    std::remove(file.c_str());
+
     // A retry once the port is there takes the new settings, not the old record's.
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    TDataDigit dati = Dati(8);
+    IODevMapPort(portaProva, sim.PercorsoSlave().c_str());
+    TDataDigit dati = Dati(5);  // two stop bits
     dati.velocita = 19200;
     d.SetDataDigit(dati);
     ASSERT_TRUE(d.Init(nullptr));
     termios t{};
     ASSERT_TRUE(sim.LeggiImpostazioni(t));
     EXPECT_EQ(cfgetospeed(&t), B19200);
-    EXPECT_EQ(devInfo->velocita, 19200);
+    EXPECT_NE(t.c_cflag & CSTOPB, 0u);
 }
 
 // A pseudo-terminal drops parity; every later open of the same line must
 // still take the rest of the settings and connect.
 TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    for (int tipo : {1, 3, 5}) {  // odd; even with two stop bits; even
-        for (int volta = 0; volta < 2; ++volta) {
-            CDigit d(Dati(tipo));
-            EXPECT_TRUE(d.Init(nullptr)) << "model " << tipo << ", open " << volta + 1;
-        }
+    for (int tipo : {1, 3, 5, 1, 3, 5}) {  // odd; even with two stop bits; even
+        CDigit d(Dati(tipo));
+        EXPECT_TRUE(d.Init(nullptr)) << "model " << tipo;
     }
     EXPECT_TRUE(ui.Messaggi().empty());
-}
-
-TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
-{
-    ASSERT_EQ(devInfo, nullptr);
-    CDigit d(Dati(4));
-    CDigit altro(Dati(1));
-    TRegistratore reg;
-    EXPECT_EQ(d.SetCommNotificationTo(&reg), 0);
-    EXPECT_EQ(altro.GetCommNotification(), &reg) << "one target for all objects";
-    altro.StopCommNotification();
-    EXPECT_EQ(d.GetCommNotification(), nullptr);
 }
 
 // Model 4 is polled: no byte before a target is set, then one poll, even
@@ -105,11 +101,7 @@ TEST_F(ConnessioneTest, NotificationTargetWithoutARecord)
 // last line is not sent), and a new target starts it again with one poll.
 TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 {
-    const auto PollDopo = [](const TTavolettaPty& s, int quanti) {
-        return AttendiFinche([&] { return s.PollRicevuti() >= quanti; });
-    };
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
+    const auto PollDopo = [&](int quanti) { return AttendiFinche([&] { return sim.PollRicevuti() >= quanti; }); };
     CDigit d(Dati(4, 1));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
@@ -119,14 +111,12 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     ASSERT_TRUE(sim.AttendiByte(3, 2s));
     EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
     EXPECT_EQ(sim.ByteRicevuti(), "?\r\n");
-    EXPECT_EQ(sim.PollRicevuti(), 1);
     d.StopCommNotification();
 
     sim.RispondiAlPoll({100, 200, 0});
     TRegistratore reg;
     ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
-    ASSERT_TRUE(PollDopo(sim, 10)) << "the chain runs by itself";
-
+    ASSERT_TRUE(PollDopo(10)) << "the chain runs by itself";
     d.StopCommNotification();
     ASSERT_TRUE(sim.AttendiQuiete(100ms, 2s));
     const int fermo = sim.PollRicevuti();
@@ -134,47 +124,47 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     EXPECT_EQ(sim.PollRicevuti(), fermo) << "no poll goes out while held";
 
     ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
-    EXPECT_TRUE(PollDopo(sim, fermo + 10)) << "a new target restarts the chain";
+    EXPECT_TRUE(PollDopo(fermo + 10)) << "a new target restarts the chain";
     d.StopCommNotification();
     EXPECT_EQ(reg.Notifiche().front(), Mossa(100, 200));
 }
 
-// The destructor of a connected object sends the reset only while delivery
-// is on; either way it closes and frees the record without a box.
-struct TFine {
-    bool consegna;
-    std::string attesi;
-};
-void PrintTo(const TFine& p, std::ostream* os) { *os << (p.consegna ? "delivering" : "held"); }
-
-class FineTest : public ConnessioneTest, public ::testing::WithParamInterface<TFine> {};
-
-TEST_P(FineTest, TheDestructorResetsOnlyWhileDeliveryIsOn)
+// Init on a connected object reconnects without a reset and drops the
+// target. The destructor of a connected object sends the reset only while
+// delivery is on; either way it closes and frees the record without a box.
+TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    {
-        CDigit d(Dati(8, 2));
-        ASSERT_TRUE(d.Init(nullptr));
-        d.SendInitString();
-        ASSERT_TRUE(sim.AttendiByte(3, 2s));
+    for (bool consegna : {false, true}) {
+        {
+            CDigit d(Dati(8, 2));
+            ASSERT_TRUE(d.Init(nullptr));
+            const std::intptr_t primo = A::HPorta(d);
+            TRegistratore reg;
+            d.SetCommNotificationTo(&reg);
+            ASSERT_TRUE(d.Init(nullptr));
+            EXPECT_NE(A::HPorta(d), primo);
+            EXPECT_EQ(A::HPorta(d), IODevHandleAperto());
+            EXPECT_EQ(d.GetCommNotification(), nullptr);
+            EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+            EXPECT_EQ(sim.ByteRicevuti(), "") << "no reset command on a reconnection";
+
+            d.SendInitString();
+            ASSERT_TRUE(sim.AttendiByte(3, 2s));
+            EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+            sim.Dimentica();
+            if (consegna)
+                ImpostaSorgenteTick(nullptr);  // the reset's wait in real time: the close drops what is on its way
+            else
+                d.StopCommNotification();
+        }
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
+        EXPECT_EQ(sim.ByteRicevuti(), consegna ? ":Z\r" : "");
+        EXPECT_EQ(devInfo, nullptr);
+        EXPECT_EQ(IODevHandleAperto(), 0);
         sim.Dimentica();
-        if (!GetParam().consegna) d.StopCommNotification();
-        // The reset's wait in real time: the close drops what is still on its way.
-        ImpostaSorgenteTick(nullptr);
     }
-    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
-    EXPECT_EQ(sim.ByteRicevuti(), GetParam().attesi);
-    EXPECT_EQ(devInfo, nullptr);
-    EXPECT_EQ(IODevHandleAperto(), 0);
     EXPECT_TRUE(ui.Messaggi().empty());
 }
-
-INSTANTIATE_TEST_SUITE_P(Consegna, FineTest, ::testing::Values(TFine{true, ":Z\r"}, TFine{false, ""}),
-                         [](const ::testing::TestParamInfo<TFine>& i) {
-                             return std::string(i.param.consegna ? "attiva" : "sospesa");
-                         });
 
 TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
 {
@@ -182,6 +172,7 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
         CDigit d(Dati(8));
         A::HPorta(d) = 5;  // believes itself connected; no record exists
     }
+    { CDigit d(Dati(8)); }  // never connected: no box at all
     const std::vector<TMessaggio> box = ui.Messaggi();
     ASSERT_EQ(box.size(), 2u);
     EXPECT_EQ(box[0].testo, "Disconnessione non effettuata");
@@ -191,36 +182,12 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
         EXPECT_EQ(b.owner, nullptr);
         EXPECT_EQ(b.flags, MB_OK);
     }
-    {
-        CDigit d(Dati(8));  // never connected: no box at all
-    }
-    EXPECT_EQ(ui.Messaggi().size(), 2u);
-}
-
-TEST_F(ConnessioneTest, InitOnAConnectedObjectReconnectsWithoutAReset)
-{
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
-    CDigit d(Dati(8, 2));
-    ASSERT_TRUE(d.Init(nullptr));
-    const std::intptr_t primo = A::HPorta(d);
-    TRegistratore reg;
-    d.SetCommNotificationTo(&reg);
-    ASSERT_TRUE(d.Init(nullptr));
-    EXPECT_NE(A::HPorta(d), primo);
-    EXPECT_EQ(A::HPorta(d), IODevHandleAperto());
-    EXPECT_EQ(d.GetCommNotification(), nullptr);
-    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
-    EXPECT_EQ(sim.ByteRicevuti(), "") << "no reset command on a reconnection";
-    d.StopCommNotification();
 }
 
 // A second object cannot take the port while the first one's connection
 // runs: it is refused with the open-failure box, and the first goes on.
 TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     CDigit primo(Dati(8, 1));
     CDigit secondo(Dati(1, 1));
     ASSERT_TRUE(primo.Init(nullptr));
@@ -233,15 +200,13 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
     EXPECT_EQ(ui.Messaggi()[0].testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(A::HPorta(secondo), 0);
     EXPECT_EQ(IODevHandleAperto(), A::HPorta(primo));
-
     EXPECT_TRUE(SuonaFinoA(sim, 8, {321, 654, 0}, 15, reg, 1));
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(321, 654)});
     primo.StopCommNotification();
 }
 
 // A target that is slow in its notification.
-class TLento : public CDigitNtfy {
-public:
+struct TLento : CDigitNtfy {
     std::atomic<bool> iniziata{false}, finita{false};
     void NotifyMove(std::int32_t, std::int32_t) override
     {
@@ -255,20 +220,15 @@ public:
 // Both a stop and a close wait for a notification under way.
 TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
-    TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     for (bool chiudi : {false, true}) {
         CDigit d(Dati(8, 1));
         ASSERT_TRUE(d.Init(nullptr));
         d.SendInitString();
         TLento lento;
         d.SetCommNotificationTo(&lento);
-        const auto limite = std::chrono::steady_clock::now() + 5s;
-        for (int i = 0; !lento.iniziata && std::chrono::steady_clock::now() < limite; ++i) {
-            sim.InviaStato(8, {50 + i, 60, 0}, 15);
-            std::this_thread::sleep_for(20ms);
-        }
-        ASSERT_TRUE(lento.iniziata);
+        int i = 0;
+        ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); },
+                                 [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
         if (chiudi)
             EXPECT_EQ(IODevClose(), 1);
         else
@@ -278,15 +238,12 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
     }
 }
 
+// The one text of the connection that no test can make it show: the record
+// that cannot be made.
 TEST(TestiTest, TheConnectionsTextsStandInTheTableOfTheModuleLoadedWithItsInstance)
 {
-    const std::pair<unsigned, const char*> testi[] = {
-        {10058, "Porta Seriale"}, {10060, "ERRORE\nPorta non configurata"}, {10069, "Disconnessione non effettuata"},
-        {10070, "Errore"}, {10071, "Deallocazione fallita"}, {10072, "Creazione parametri conness. non effettuata"}};
-    for (const auto& [id, testo] : testi) {
-        EXPECT_EQ(LoadResString(id), testo) << id;
-        EXPECT_EQ(ModuloLibreria().loadString(id), testo) << id;
-    }
+    EXPECT_EQ(LoadResString(10072), "Creazione parametri conness. non effettuata");
+    EXPECT_EQ(ModuloLibreria().loadString(10072), "Creazione parametri conness. non effettuata");
     EXPECT_NE(IstanzaLibreria(), nullptr);
     EXPECT_EQ(ModuloLibreria().instance(), IstanzaLibreria());
 }

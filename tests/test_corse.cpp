@@ -33,14 +33,8 @@ public:
                   sim.InviaStato(8, {i % 5000, (i * 7) % 5000, 0}, 15);
                   std::this_thread::sleep_for(1ms);
               }
-          })
-    {
-    }
-    ~TFlusso()
-    {
-        fine = true;
-        invio.join();
-    }
+          }) {}
+    ~TFlusso() { fine = true; invio.join(); }
 
 private:
     std::atomic<bool> fine{false};
@@ -55,42 +49,31 @@ protected:
     TTavolettaPty sim{portaProva};
 };
 
-TEST_F(CorseTest, ATargetMayBeFreedAsSoonAsTheStopReturns)
-{
-    CDigit d(Dati(8));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TFlusso flusso(sim);
-    for (int i = 0; i < 50; ++i) {
-        auto reg = std::make_unique<TRegistratore>();
-        d.SetCommNotificationTo(reg.get());
-        ASSERT_TRUE(Sentito(*reg)) << "iteration " << i;
-        d.StopCommNotification();
-        reg.reset();
-    }
-}
-
-TEST_F(CorseTest, AnObjectMayBeDestroyedWhileItsReaderNotifies)
+// Each object hears three targets, each freed as soon as its stop returns,
+// and is destroyed while its reader notifies a fourth.
+TEST_F(CorseTest, TargetsAndObjectsMayGoAsSoonAsTheyAreDoneWith)
 {
     TFlusso flusso(sim);
     for (int i = 0; i < 20; ++i) {
-        auto reg = std::make_unique<TRegistratore>();
         auto d = std::make_unique<CDigit>(Dati(8));
         ASSERT_TRUE(d->Init(nullptr)) << "iteration " << i;
         d->SendInitString();
-        d->SetCommNotificationTo(reg.get());
-        ASSERT_TRUE(Sentito(*reg)) << "iteration " << i;
-        d.reset();
-        reg.reset();
+        for (int t = 0; t < 4; ++t) {
+            auto reg = std::make_unique<TRegistratore>();
+            d->SetCommNotificationTo(reg.get());
+            ASSERT_TRUE(Sentito(*reg)) << "iteration " << i;
+            if (t < 3)
+                d->StopCommNotification();
+            else
+                d.reset();
+        }
     }
     EXPECT_TRUE(ui.Messaggi().empty());
 }
 
 // Stops from inside each move it hears, and at once restarts if asked to.
-class TRiavvio : public CDigitNtfy {
-public:
-    TRiavvio(CDigit& d, bool riparte) : digit(d), riparte(riparte) {}
-    std::atomic<int> mosse{0};
+struct TRiavvio : CDigitNtfy {
+    explicit TRiavvio(CDigit& d) : digit(d) {}
     void NotifyMove(std::int32_t, std::int32_t) override
     {
         ++mosse;
@@ -98,41 +81,30 @@ public:
         if (riparte) digit.SetCommNotificationTo(this);
     }
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
-
-private:
     CDigit& digit;
-    const bool riparte;
+    std::atomic<bool> riparte{false};
+    std::atomic<int> mosse{0};
 };
 
+// A stop from inside the notification holds delivery: the stream goes on,
+// the target hears nothing more. Then it stops and restarts, again and again.
 TEST_F(CorseTest, ATargetMayStopAndRestartFromInsideItsNotification)
 {
     CDigit d(Dati(8));
     ASSERT_TRUE(d.Init(nullptr));
     d.SendInitString();
-    TRiavvio riavvio(d, true);
+    TRiavvio riavvio(d);
     TFlusso flusso(sim);
     d.SetCommNotificationTo(&riavvio);
-    const auto fine = std::chrono::steady_clock::now() + 5s;
-    while (riavvio.mosse < 50 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
-    d.StopCommNotification();
-    EXPECT_GE(riavvio.mosse, 50);
-}
-
-// A stop from inside the notification holds delivery: the stream goes on,
-// the target hears nothing more.
-TEST_F(CorseTest, AStopFromInsideItsNotificationHoldsDelivery)
-{
-    CDigit d(Dati(8));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TRiavvio fermo(d, false);
-    TFlusso flusso(sim);
-    d.SetCommNotificationTo(&fermo);
-    const auto fine = std::chrono::steady_clock::now() + 5s;
-    while (fermo.mosse == 0 && std::chrono::steady_clock::now() < fine) std::this_thread::sleep_for(1ms);
+    ASSERT_TRUE(AttendiFinche([&] { return riavvio.mosse > 0; }));
     std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(fermo.mosse, 1);
+    EXPECT_EQ(riavvio.mosse, 1);
     EXPECT_EQ(d.GetCommNotification(), nullptr);
+
+    riavvio.riparte = true;
+    d.SetCommNotificationTo(&riavvio);
+    EXPECT_TRUE(AttendiFinche([&] { return riavvio.mosse > 50; }));
+    d.StopCommNotification();
 }
 
 TEST_F(CorseTest, ANewObjectBuiltUnderARunningReaderSilencesIt)

@@ -1,8 +1,6 @@
 // CDigit as an object: defaults, queries, button functions, assignment.
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <cstring>
 #include <string>
 
@@ -42,34 +40,25 @@ TEST(CDigitTest, DefaultsOfANewObject)
     EXPECT_FALSE(d.IsScelto());
 }
 
-struct TQuery {
-    int tipo;
-    bool limiti;
-    int stato;
-    bool scelto, calibrato, griglia;
-};
-void PrintTo(const TQuery& p, std::ostream* os) { *os << "tipo " << p.tipo << (p.limiti ? " limits " : " no limits ") << "state " << p.stato; }
-
-class QueryTest : public ::testing::TestWithParam<TQuery> {};
-
-TEST_P(QueryTest, TruthTable)
+TEST(CDigitTest, QueriesOfTheChoiceAndTheCalibration)
 {
-    const TQuery& q = GetParam();
-    CDigit d(Scelto(q.tipo, q.limiti));
-    A::StatoCalibr(d) = q.stato;
-    EXPECT_EQ(d.IsScelto(), q.scelto);
-    EXPECT_EQ(d.IsCalibrato(), q.calibrato);
-    EXPECT_EQ(d.IsCalibratoGriglia(), q.griglia);
+    const struct {
+        int tipo;
+        bool limiti;
+        int stato;
+        bool scelto, calibrato, griglia;
+    } righe[] = {{5, false, calibGriglia, false, false, false}, {0, true, calibGriglia, false, false, false},
+                 {5, true, calibNessuna, true, false, false},   {5, true, calibPtSparsi, true, true, false},
+                 {5, true, calibGriglia, true, true, true},     {-3, true, calibGriglia, false, false, false}};
+    for (const auto& q : righe) {
+        CDigit d(Scelto(q.tipo, q.limiti));
+        A::StatoCalibr(d) = q.stato;
+        SCOPED_TRACE(testing::Message() << q.tipo << " " << q.limiti << " " << q.stato);
+        EXPECT_EQ(d.IsScelto(), q.scelto);
+        EXPECT_EQ(d.IsCalibrato(), q.calibrato);
+        EXPECT_EQ(d.IsCalibratoGriglia(), q.griglia);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Stati, QueryTest,
-                         ::testing::Values(TQuery{5, false, calibGriglia, false, false, false},
-                                           TQuery{0, true, calibGriglia, false, false, false},
-                                           TQuery{5, true, calibNessuna, true, false, false},
-                                           TQuery{5, true, calibPtSparsi, true, true, false},
-                                           TQuery{5, true, calibGriglia, true, true, true},
-                                           TQuery{-3, true, calibGriglia, false, false, false}),
-                         [](const ::testing::TestParamInfo<TQuery>& i) { return "riga" + std::to_string(i.index); });
 
 TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
 {

@@ -62,23 +62,21 @@ TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
     }
 }
 
-TEST_F(ProcessaReportTest, RejectedGatherBetweenHeldReportsKeepsTheLatch)
+// A rejected gather between two reports of a held button keeps the latch; a
+// press heard with no target is not announced once a target is there.
+TEST_F(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
 {
     Leggi(10, 10, 1);
     Consegna(std::string(15, '\0'));  // no sync byte: rejected
     Leggi(10, 10, 1);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10)}));
-}
-
-TEST_F(ProcessaReportTest, PressWithoutTargetIsNotAnnouncedLater)
-{
     Scrivi(digitLink.ntfy, nullptr);
-    Leggi(10, 10, 1);
+    Leggi(20, 20, 0);
+    Leggi(20, 20, 1);
     Scrivi(digitLink.ntfy, &target);
     Leggi(20, 20, 1);
     Leggi(20, 20, 0);
-    Leggi(20, 20, 1);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 20, 20)}));
+    Leggi(20, 20, 2);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10), Pressione(2, 20, 20)}));
 }
 
 // Records bottonePremuto as the report path shows it during each call.
@@ -86,10 +84,7 @@ class TSpiaPremuto : public CDigitNtfy {
 public:
     std::vector<std::int32_t> visti;
     void NotifyMove(std::int32_t, std::int32_t) override { visti.push_back(::Leggi(digitLink.bottonePremuto)); }
-    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
-    {
-        visti.push_back(::Leggi(digitLink.bottonePremuto));
-    }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override { NotifyMove(0, 0); }
 };
 
 TEST_F(ProcessaReportTest, BottonePremutoHoldsThePressOnlyDuringItsNotification)
@@ -101,53 +96,48 @@ TEST_F(ProcessaReportTest, BottonePremutoHoldsThePressOnlyDuringItsNotification)
     EXPECT_EQ(spia.visti, (std::vector<std::int32_t>{-1, 4}));
 
     Consegna(std::string(3, '\0'));  // too few bytes for a decode
-    EXPECT_EQ(::Leggi(digitLink.bottonePremuto), -1);
-    EXPECT_EQ(::Leggi(digitLink.xReport), -1);
-    EXPECT_EQ(::Leggi(digitLink.yReport), -1);
-    EXPECT_EQ(::Leggi(digitLink.bottone), -1);
+    for (const auto* campo : {&digitLink.bottonePremuto, &digitLink.xReport, &digitLink.yReport, &digitLink.bottone})
+        EXPECT_EQ(::Leggi(*campo), -1);
 }
 
-TEST_F(ProcessaReportTest, RoomClampTakesOnlyWhatTheGatherLacks)
-{
-    Consegna(std::string(10, '\0'));
-    ASSERT_EQ(digitLink.numAccum, 10);
-    std::string lettura = CodificaReport(8, 1, 2, 0) + std::string(24, '\0');
-    std::memcpy(digitLink.bufLettura, lettura.data(), lettura.size());
-    digitLink.numLetti = 30;
-    EXPECT_EQ(ProcessaReport(digitLink), 0) << "the 5 bytes taken hold no whole report";
-    EXPECT_EQ(digitLink.numLetti, 5);
-}
-
-TEST_F(ProcessaReportTest, WithoutFormatEveryReadIsDropped)
+// No format drops every read; a format beyond the table (or below it, as
+// the int8 of a host's negative model) decodes nothing and keeps the gather.
+TEST_F(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
 {
     Scrivi(digitLink.tipoReport, 0);
     Scrivi(digitLink.lenReport, 0);
     EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0)), 0);
     EXPECT_EQ(digitLink.numLetti, 0);
     EXPECT_EQ(digitLink.numAccum, 0);
+    for (int formato : {9, -5}) {
+        SetUp();
+        Scrivi(digitLink.tipoReport, formato);
+        EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0) + std::string(10, '\x80')), 0);
+        EXPECT_EQ(digitLink.numAccum, 15);
+        EXPECT_EQ(Consegna(std::string(4, '\x80')), 0);
+        EXPECT_EQ(digitLink.numLetti, 0) << "a full gather takes no further byte";
+    }
+    EXPECT_TRUE(target.Notifiche().empty());
 }
 
-TEST_F(ProcessaReportTest, FormatOutsideTheTableKeepsTheGather)
+// A read adds to the gather only what its length still lacks; a length
+// lowered under what is gathered copies nothing and decodes what is there; a
+// length beyond the buffer never overruns it.
+TEST_F(ProcessaReportTest, TheGatherTakesOnlyWhatItsLengthHasRoomFor)
 {
-    Scrivi(digitLink.tipoReport, 9);
-    EXPECT_EQ(Consegna(std::string(15, '\x80')), 0);
-    EXPECT_EQ(digitLink.numAccum, 15);
-    EXPECT_EQ(Consegna(std::string(4, '\x80')), 0);
-    EXPECT_EQ(digitLink.numLetti, 0) << "a full gather takes no further byte";
-}
+    Consegna(std::string(10, '\0'));
+    ASSERT_EQ(digitLink.numAccum, 10);
+    EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0) + std::string(24, '\0')), 0) << "5 bytes hold no report";
+    EXPECT_EQ(digitLink.numLetti, 5);
 
-TEST_F(ProcessaReportTest, LoweredLengthCopiesNothingAndDecodesWhatIsThere)
-{
+    SetUp();
     Consegna(CodificaReport(8, 7, 9, 0) + std::string(6, '\0'));
     ASSERT_EQ(digitLink.numAccum, 12);
     Scrivi(digitLink.lenReport, 8);
     EXPECT_EQ(Consegna(std::string(5, '\0')), 1);
     EXPECT_LT(digitLink.numLetti, 0);
     EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Mossa(7, 9)}));
-}
 
-TEST_F(ProcessaReportTest, LengthBeyondTheBufferNeverOverrunsIt)
-{
     Scrivi(digitLink.lenReport, 5000);
     for (int i = 0; i < 3; ++i) Consegna(std::string(dimBuffer, '\0'));
     EXPECT_EQ(digitLink.numAccum, 0) << "a full buffer is decoded and dropped";

@@ -1,8 +1,4 @@
-// Plays pointer states from a simulated tablet until the target has heard
-// them: one gather's worth of a state is sent, and sent again every 100 ms
-// until the expected count of notifications is reached. A repeat of a state
-// that was already heard adds nothing (same position, or a button still
-// down), so the repeats only make up for reads that merged two sends.
+// Waits on a line: repeats a step until what the target has heard is enough.
 #ifndef VELMARIN_TEST_SUONA_H
 #define VELMARIN_TEST_SUONA_H
 
@@ -41,6 +37,8 @@ inline bool AttendiNotifiche(const TRegistratore& reg, std::size_t quante)
     return AttendiFinche([&] { return reg.Notifiche().size() >= quante; });
 }
 
+// Sends one gather's worth of a pointer state until the target has heard
+// `quante` notifications in all; false also when a send fails.
 inline bool SuonaFinoA(TTavolettaPty& sim, int tipo, const TStatoPuntatore& stato, std::size_t lunghezza,
                        const TRegistratore& reg, std::size_t quante)
 {

@@ -1,9 +1,11 @@
-// The text report formats: lines found in a gather, fields, buttons, the
-// cases that the wire leaves open, and the simulated tablets' lines.
+// The report formats: sync and completeness of the binary ones, lines found
+// in a gather for the text ones, fields, buttons, the cases that the wire
+// leaves open, and the simulated tablets' reports.
 #include <gtest/gtest.h>
 
 #include <ostream>
 
+#include <array>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -14,24 +16,64 @@
 
 namespace {
 
+using namespace std::string_literals;
 constexpr std::int32_t massimo32 = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t minimo32 = std::numeric_limits<std::int32_t>::min();
 
 struct TCaso {
     const char* legenda;
     int formato;
-    int lenReport;     // formats 2, 3, 6, 7: the read is padded with spaces to it
+    int lenReport;     // 0: the read's length; but in format 4 a shorter read is padded to it
     std::string byte;  // one read
     int esito;
     std::int32_t x, y, bottone;
-    int accumDopo;     // bytes left gathered after the call
+    int accumDopo;     // bytes left gathered after the call; not 0: no padding
 };
 
 void PrintTo(const TCaso& c, std::ostream* os) { *os << c.legenda; }
 
 const std::string gatherSumma = "0,3\r\n00123,00456,1\r\n00123,00456,1\r\n00123";
 
+// Text reads are padded with spaces; binary ones with 0x00, which passes none
+// of their sync tests.
 const TCaso casi[] = {
+    {"f1 sync after two junk bytes, y negative", 1, 15, "\x01\x02\x91\x2C\x01\x40\x03"s, 1, 172, -448, 1, 0},
+    {"f1 both positive, no button", 1, 15, "\x98\x34\x12\x05\x01"s, 1, 2356, 133, 0, 0},
+    {"f1 both negative, button 1", 1, 15, "\x81\x34\x12\x05\x01"s, 1, -2356, -133, 1, 0},
+    {"f1 data byte with bit 7 counts as negative", 1, 15, "\x98\xC5\x00\x00\x00"s, 1, -59, 0, 0, 0},
+    {"f1 bit 5 of b0 is ignored", 1, 15, "\xB8\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
+    {"f1 button 7 taken unchanged", 1, 15, "\x9F\x01\x00\x02\x00"s, 1, 1, 2, 7, 0},
+    {"f1 0xC0 fails the sync test", 1, 15, "\xC0\x98\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
+    {"f1 last usable sync at 10", 1, 15, std::string(10, '\0') + "\x98\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
+    {"f1 sync at 11 lacks its tail", 1, 15, std::string(11, '\0') + "\x98\x01\x00\x02"s, 0, -1, -1, -1, 0},
+    {"f1 no sync at all", 1, 15, "\x01\x7F\x40"s, 0, -1, -1, -1, 0},
+    {"f1 first sync wins over a later report", 1, 15, "\x90\x01\x00\x02\x00\x98\x05\x00\x06\x00"s, 1, 1, -2, 0, 0},
+
+    {"f5 worked example", 5, 20, "\x40\x21\x15\x0A\x00\x3F\x01\x00"s, 1, 661, 127, 1, 0},
+    {"f5 b4 bit 0 adds 4096", 5, 20, "\x40\x21\x15\x0A\x01\x3F\x01\x00"s, 1, 4757, 127, 1, 0},
+    {"f5 b4 bit 5 rejects", 5, 20, "\x40\x21\x15\x0A\x23\x3F\x01\x00"s, 0, -1, -1, -1, 0},
+    {"f5 b7 bit 5 rejects", 5, 20, "\x40\x21\x15\x0A\x00\x3F\x01\x20"s, 0, -1, -1, -1, 0},
+    {"f5 bits 7..6 of data ignored", 5, 20, "\x40\xE1\xD5\xCA\x00\xFF\xC1\x00"s, 1, 661, 127, 1, 0},
+    {"f5 largest values", 5, 20, "\x40\x1F\x3F\x3F\x1F\x3F\x3F\x1F"s, 1, 131071, 131071, 31, 0},
+    {"f5 last usable sync at 12", 5, 20, std::string(12, '\0') + "\x40\x01\x02\x00\x00\x03\x00\x00"s, 1, 2, 3, 1, 0},
+    {"f5 sync at 13 lacks its tail", 5, 20, std::string(13, '\0') + "\x40\x01\x02\x00\x00\x03\x00"s, 0, -1, -1, -1, 0},
+    {"f5 data 0x40 ahead of the true report is taken for sync", 5, 20, "\x40\x00\x01\x00\x20\x00\x40\x01\x15\x0A\x00\x3F\x01\x00"s, 0, -1, -1, -1, 0},
+
+    {"f8 worked example", 8, 15, "\xC4\x02\x34\x00\x05\x06"s, 1, 308, 646, 1, 0},
+    {"f8 b0 bit 0 adds 16384", 8, 15, "\xC5\x02\x34\x00\x05\x06"s, 1, 16692, 646, 1, 0},
+    {"f8 no button pattern", 8, 15, "\x80\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
+    {"f8 b3 bit 7 rejects", 8, 15, "\xC4\x02\x34\x82\x05\x06"s, 0, -1, -1, -1, 0},
+    {"f8 b5 bit 7 rejects", 8, 15, "\xC4\x02\x34\x00\x05\x86"s, 0, -1, -1, -1, 0},
+    {"f8 two button bits give no button", 8, 15, "\xCC\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
+    {"f8 button bit without bit 6 gives none", 8, 15, "\x84\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
+    {"f8 button 2", 8, 15, "\xC8\x00\x01\x00\x00\x02"s, 1, 1, 2, 2, 0},
+    {"f8 button 3", 8, 15, "\xD0\x00\x01\x00\x00\x02"s, 1, 1, 2, 3, 0},
+    {"f8 button 4", 8, 15, "\xE0\x00\x01\x00\x00\x02"s, 1, 1, 2, 4, 0},
+    {"f8 b3 bits 6..2 ignored, y top bits", 8, 15, "\x80\x00\x01\x7F\x00\x02"s, 1, 1, 49154, 0, 0},
+    {"f8 last usable sync at 9", 8, 15, std::string(9, '\0') + "\x80\x00\x01\x00\x00\x02"s, 1, 1, 2, 0, 0},
+    {"f8 short gather waits", 8, 15, "\xC4\x02\x34\x00\x05\x06"s + std::string(8, '\0'), 0, -1, -1, -1, 14},
+    {"f8 sync at 10 lacks its tail", 8, 15, std::string(10, '\0') + "\x80\x00\x01\x00\x00"s, 0, -1, -1, -1, 0},
+
     {"f2 worked example", 2, 40, gatherSumma, 1, 123, 456, 1, 0},
     {"f2 one comma before the LF", 2, 40, "9\n12,34\n5,6,7\n", 0, -1, -1, -1, 0},
     {"f2 third comma skipped, digits run on", 2, 40, "\n1,2,3,4\n", 1, 1, 2, 34, 0},
@@ -114,15 +156,16 @@ void Consegna(int formato, int lenReport, const std::string& lettura)
     digitLink.numLetti = static_cast<std::int32_t>(lettura.size());
 }
 
-class DecodificaTesto : public ::testing::TestWithParam<TCaso> {};
+class Decodifica : public ::testing::TestWithParam<TCaso> {};
 
-TEST_P(DecodificaTesto, ReadGivesTheReport)
+TEST_P(Decodifica, ReadGivesTheReport)
 {
     const TCaso& c = GetParam();
     std::string lettura = c.byte;
-    int len = c.lenReport == 0 ? static_cast<int>(lettura.size()) : c.lenReport;
+    const int len = c.lenReport == 0 ? static_cast<int>(lettura.size()) : c.lenReport;
+    const bool binario = c.formato == 1 || c.formato == 5 || c.formato == 8;
     if (c.formato != 4 && lettura.size() < static_cast<std::size_t>(len) && c.accumDopo == 0)
-        lettura.resize(static_cast<std::size_t>(len), ' ');
+        lettura.resize(static_cast<std::size_t>(len), binario ? '\0' : ' ');
     ASSERT_LE(lettura.size(), sizeof digitLink.bufLettura);
     Consegna(c.formato, len, lettura);
 
@@ -133,7 +176,7 @@ TEST_P(DecodificaTesto, ReadGivesTheReport)
     EXPECT_EQ(digitLink.numAccum, c.accumDopo);
 }
 
-INSTANTIATE_TEST_SUITE_P(Casi, DecodificaTesto, ::testing::ValuesIn(casi),
+INSTANTIATE_TEST_SUITE_P(Casi, Decodifica, ::testing::ValuesIn(casi),
                          [](const ::testing::TestParamInfo<TCaso>& i) { return "caso" + std::to_string(i.index); });
 
 TEST(DecodificaTesto, OceLineCompletedByTheNextRead)
@@ -234,12 +277,11 @@ TEST_P(AndataRitorno, EncodedReportDecodesToItsValues)
     const TModello& m = GetParam();
     for (std::int32_t x : m.valori)
         for (std::int32_t y : m.valori)
-            for (int b = 0; b <= m.bottoneMassimo; ++b) {
-                const std::string report = CodificaReport(m.tipo, x, y, b);
-                ASSERT_TRUE(Decodifica(m, report)) << "x=" << x << " y=" << y << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.xReport), x) << "y=" << y << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.yReport), y) << "x=" << x << " b=" << b;
-                ASSERT_EQ(Leggi(digitLink.bottone), b) << "x=" << x << " y=" << y;
+            for (std::int32_t b = 0; b <= m.bottoneMassimo; ++b) {
+                ASSERT_TRUE(Decodifica(m, CodificaReport(m.tipo, x, y, b))) << x << " " << y << " " << b;
+                const std::array<std::int32_t, 3> letti{Leggi(digitLink.xReport), Leggi(digitLink.yReport),
+                                                        Leggi(digitLink.bottone)};
+                ASSERT_EQ(letti, (std::array<std::int32_t, 3>{x, y, b}));
             }
 }
 
