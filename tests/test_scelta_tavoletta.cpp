@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "digit.h"
@@ -73,13 +74,9 @@ TEST_P(RigaTest, ModelListAppliesTheRow)
     const TTipoDigit& r = catalogoDigit[c.riga];
     EXPECT_EQ(dati.tipo, c.riga);
     EXPECT_EQ(dati.porta, 2) << "the port does not depend on the model";
-    EXPECT_EQ(dati.velocita, r.velocita);
-    EXPECT_EQ(dati.parita, r.parita);
-    EXPECT_EQ(dati.bitDati, r.bitDati);
-    EXPECT_EQ(dati.bitStop, r.bitStop);
-    EXPECT_EQ(dati.reset, r.reset);
-    EXPECT_EQ(dati.risoluzione, r.risoluzione);
-    EXPECT_EQ(dati.numBottoni, r.numBottoni);
+    EXPECT_EQ(std::tie(dati.velocita, dati.parita, dati.bitDati, dati.bitStop, dati.reset, dati.risoluzione,
+                       dati.numBottoni),
+              std::tie(r.velocita, r.parita, r.bitDati, r.bitStop, r.reset, r.risoluzione, r.numBottoni));
 
     const TStatoDialogo s = Scelta();
     EXPECT_EQ(s.titolo, "Scelta tavoletta");

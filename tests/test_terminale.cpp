@@ -2,6 +2,9 @@
 // them, what each key does to a dialog, and Backspace in an entry field.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include "backend_terminale.h"
 #include "digit.h"
 #include "support/utente_finto.h"
@@ -9,36 +12,23 @@
 
 namespace {
 
-struct TCasoTasto {
-    const char* nome;
-    std::string byte;
-    TTasto tasto;
-    char carattere;
-};
-
-class DecodificaTastoTest : public ::testing::TestWithParam<TCasoTasto> {};
-
-TEST_P(DecodificaTastoTest, NomeIlTasto)
+TEST(DecodificaTasto, NomeIlTasto)
 {
-    const TCasoTasto& c = GetParam();
-    const TLettura l =
-        DecodificaTasto(reinterpret_cast<const unsigned char*>(c.byte.data()), static_cast<int>(c.byte.size()));
-    EXPECT_EQ(l.tasto, c.tasto);
-    EXPECT_EQ(l.carattere, c.carattere);
+    struct TCaso { std::string byte; TTasto tasto; char carattere; };
+    const TCaso casi[] = {{"\x1b[A", TTasto::su, 0},          {"\x1bOB", TTasto::giu, 0},  // cursor and application keys
+                          {"\x1b[C", TTasto::destra, 0},      {"\x1b[Z", TTasto::tabIndietro, 0},
+                          {"\x1b", TTasto::esc, 0},           {"\x1b[5~", TTasto::nessuno, 0},
+                          {"\x7f", TTasto::cancella, 0},      {"\x08", TTasto::cancella, 0},
+                          {"\r", TTasto::invio, 0},           {"\t", TTasto::tab, 0},
+                          {" ", TTasto::spazio, ' '},         {"-", TTasto::carattere, '-'},
+                          {"\x04", TTasto::fine, 0},          {"\x01", TTasto::nessuno, 0}};
+    for (const TCaso& c : casi) {
+        const TLettura l =
+            DecodificaTasto(reinterpret_cast<const unsigned char*>(c.byte.data()), static_cast<int>(c.byte.size()));
+        EXPECT_EQ(l.tasto, c.tasto) << "case " << (&c - casi);
+        EXPECT_EQ(l.carattere, c.carattere) << "case " << (&c - casi);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Tasti, DecodificaTastoTest,
-    ::testing::Values(TCasoTasto{"Su", "\x1b[A", TTasto::su, 0}, TCasoTasto{"GiuApplicazione", "\x1bOB", TTasto::giu, 0},
-                      TCasoTasto{"Destra", "\x1b[C", TTasto::destra, 0},
-                      TCasoTasto{"TabIndietro", "\x1b[Z", TTasto::tabIndietro, 0},
-                      TCasoTasto{"EscSolo", "\x1b", TTasto::esc, 0},
-                      TCasoTasto{"SequenzaIgnota", "\x1b[5~", TTasto::nessuno, 0},
-                      TCasoTasto{"Canc", "\x7f", TTasto::cancella, 0}, TCasoTasto{"CtrlH", "\x08", TTasto::cancella, 0},
-                      TCasoTasto{"Invio", "\r", TTasto::invio, 0}, TCasoTasto{"Tab", "\t", TTasto::tab, 0},
-                      TCasoTasto{"Spazio", " ", TTasto::spazio, ' '}, TCasoTasto{"Meno", "-", TTasto::carattere, '-'},
-                      TCasoTasto{"CtrlD", "\x04", TTasto::fine, 0}, TCasoTasto{"CtrlA", "\x01", TTasto::nessuno, 0}),
-    [](const ::testing::TestParamInfo<TCasoTasto>& i) { return std::string(i.param.nome); });
 
 // A dialog with one control of every kind that takes the focus, and a
 // disabled entry that must be skipped.
@@ -140,15 +130,9 @@ TEST(PosizioneControllo, CoincideConIlDisegno)
     s.modello = 1;
     s.cx = 160;
     s.cy = 40;
-    TStatoElemento e;
-    e.id = 2000;
-    e.tipo = TTipoElemento::edit;
-    e.x = 20;
-    e.y = 14;
-    e.cx = 40;
-    e.cy = 12;
-    e.testo = "42";
-    s.elementi = {e};
+    s.elementi.resize(1);
+    TStatoElemento& e = s.elementi[0];
+    std::tie(e.id, e.tipo, e.x, e.y, e.cx, e.cy, e.testo) = std::make_tuple(2000, TTipoElemento::edit, 20, 14, 40, 12, "42");
     const std::vector<std::string> righe = DisegnaDialogo(s);
     const TPosizione p = PosizioneControllo(e);
     ASSERT_LT(p.riga, static_cast<int>(righe.size()));
