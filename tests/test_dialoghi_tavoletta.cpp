@@ -197,9 +197,10 @@ protected:
 
 TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
 {
-    const auto passi = Passi({{0, 1000, 2000}, {0, 5000, 8000}, {3, 3000, 5000}, {0, -12, 999}}, false, IDCANCEL);
+    const auto passi =
+        Passi({{0, 1000, 2000}, {0, 5000, 8000}, {3, 3000, 5000}, {0, -12, 999}, {0, 975, 5000}}, false, IDCANCEL);
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "Fine stops the notification";
-    ASSERT_EQ(passi.size(), 5u);
+    ASSERT_EQ(passi.size(), 6u);
     // The client rectangle shrunk by one pixel; its right and bottom are its
     // ends, so R and B fall on the frame's own border.
     const TTela t = passi[0].Elemento(2280)->tela;
@@ -214,12 +215,15 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
                               {"[-00012]", "[000999]", "<=>"}};
     for (int k = 0; k < 3; ++k)
         for (int c = 0; c < 3; ++c) EXPECT_EQ(passi[k + 2].Testo(2281 + c), testi[k][c]) << "step " << k + 2;
-    // Beyond the limits: x = -12 falls left of the frame, truncated toward zero.
+    EXPECT_TRUE(Inchiostro(passi[4]).empty()) << "x = -12 falls far left of the frame";
+    // Positions are truncated toward zero: x = 975 falls just left of the
+    // frame's left edge and draws on column 0, not -1.
     const double scalaX = double(R - L) / 4000, scalaY = double(T - B) / 6000;
-    const int cx = static_cast<int>(-12 * scalaX + (L - scalaX * 1000));
-    const int cy = static_cast<int>(999 * scalaY + (B - scalaY * 2000));
-    EXPECT_LT(cx, 0);
-    EXPECT_EQ(Inchiostro(passi[4]), Croce(t, cx, cy));
+    const double x = 975 * scalaX + (L - scalaX * 1000);
+    const int cy = static_cast<int>(5000 * scalaY + (B - scalaY * 2000));
+    ASSERT_TRUE(x < 0 && x > -1);
+    ASSERT_TRUE(t.Dentro(1, cy));
+    EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, cy));
 }
 
 // No OK button: the platform's id 1 ends it all the same.

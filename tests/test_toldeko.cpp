@@ -199,6 +199,16 @@ TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
     EXPECT_TRUE(UltimoChiuso().Abilitato(2186));
 }
 
+// The answer comes back to the caller; the dialog owns the box.
+TEST_F(ToolkitTest, MessageBoxesGoThroughThePlatformHandler)
+{
+    GDlg d(nullptr, 10043);
+    utente.Rispondi(IDNO);
+    EXPECT_EQ(d.messageBox("Continuo ?", "Scelta Tavoletta", MB_YESNO | MB_ICONQUESTION), IDNO);
+    ASSERT_EQ(utente.Messaggi().size(), 1u);
+    EXPECT_EQ(utente.Messaggi()[0].owner, d.handle());
+}
+
 TEST(BackendPredefinitoTest, CancelsEveryDialog)
 {
     ImpostaBackendDialoghi(nullptr);
