@@ -33,25 +33,25 @@ struct TPunto {
     const char* nord;
 };
 
+struct TLettura {
+    bool ok;
+    double est, nord;
+    int bottone;
+};
+
 // Hears presses and turns them into ground coordinates on the reader thread,
-// as a host does.
+// inside the notification, as a host does.
 class TTerreno : public CDigitNtfy {
 public:
     explicit TTerreno(CDigit& d) : digit(d) {}
     void NotifyMove(std::int32_t, std::int32_t) override {}
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
     {
-        double est = 0, nord = 0;
-        int bottone = 0;
-        const bool ok = digit.TrasformaCoordDigit(est, nord, bottone);
+        TLettura l{false, 0, 0, 0};
+        l.ok = digit.TrasformaCoordDigit(l.est, l.nord, l.bottone);
         std::lock_guard<std::mutex> g(mutex);
-        letture.push_back({ok, est, nord, bottone});
+        letture.push_back(l);
     }
-    struct TLettura {
-        bool ok;
-        double est, nord;
-        int bottone;
-    };
     std::vector<TLettura> Letture()
     {
         std::lock_guard<std::mutex> g(mutex);
@@ -113,7 +113,7 @@ protected:
         return n;
     }
     // Presses at (x, y) with the map in force, and what the host heard.
-    TTerreno::TLettura Misura(std::int32_t x, std::int32_t y)
+    TLettura Misura(std::int32_t x, std::int32_t y)
     {
         TTerreno terreno(digit);
         EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
@@ -121,7 +121,7 @@ protected:
         RipetiFinche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
         digit.StopCommNotification();
         const auto letture = terreno.Letture();
-        return letture.empty() ? TTerreno::TLettura{false, 0, 0, 0} : letture.front();
+        return letture.empty() ? TLettura{false, 0, 0, 0} : letture.front();
     }
 
     TTickFinto tick;  // the tablet's command waits cost no real time

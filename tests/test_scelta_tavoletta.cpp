@@ -37,14 +37,6 @@ protected:
         for (const TDialogoChiuso& c : script.Chiusi()) m.push_back(c.stato.modello);
         return m;
     }
-    // The selection dialog as it closed last.
-    TStatoDialogo Scelta() const
-    {
-        TStatoDialogo s;
-        for (const TDialogoChiuso& c : script.Chiusi())
-            if (c.stato.modello == 10043) s = c.stato;
-        return s;
-    }
     // A record of model 5 on COM2 with limits.
     static TDataDigit Modello5() { return {5, 2, 9600, 'E', 7, 2, 2, 3, 16, {1, 2, 4, 8}, true, 10, 20, 3000, 4000}; }
 
@@ -78,7 +70,7 @@ TEST_P(RigaTest, ModelListAppliesTheRow)
                        dati.numBottoni),
               std::tie(r.velocita, r.parita, r.bitDati, r.bitStop, r.reset, r.risoluzione, r.numBottoni));
 
-    const TStatoDialogo s = Scelta();
+    const TStatoDialogo s = UltimoChiuso();
     EXPECT_EQ(s.titolo, "Scelta tavoletta");
     EXPECT_EQ(s.Testo(2120), "");
     const TStatoElemento* lista = s.Elemento(2120);
@@ -164,8 +156,8 @@ TEST_F(SceltaTest, WithoutATabletTheButtonsOnlyBeep)
         script.Invio();
         EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
         EXPECT_EQ(dati.tipo, tipo) << "stored as it was";
-        EXPECT_EQ(Scelta().Selezione(2120), tipo == 0 ? 0 : -1);
-        EXPECT_FALSE(Scelta().Abilitato(2122));
+        EXPECT_EQ(UltimoChiuso().Selezione(2120), tipo == 0 ? 0 : -1);
+        EXPECT_FALSE(UltimoChiuso().Abilitato(2122));
     }
     EXPECT_THAT(Aperti(), ElementsAre(10043u, 10043u, 10043u));
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>(9, 32u));
