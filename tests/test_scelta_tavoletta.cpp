@@ -238,11 +238,8 @@ TEST_F(SceltaLineaTest, LimitsFromTwoConfirmedPresses)
     const int risultato = configDigit(nullptr, &digit, dati);
     tavoletta.join();
     EXPECT_EQ(risultato, IDOK);
-    EXPECT_TRUE(dati.limitiDefiniti);
-    EXPECT_EQ(dati.xMin, 100);
-    EXPECT_EQ(dati.yMin, 200);
-    EXPECT_EQ(dati.xMax, 4000);
-    EXPECT_EQ(dati.yMax, 3000);
+    EXPECT_EQ(std::tie(dati.limitiDefiniti, dati.xMin, dati.yMin, dati.xMax, dati.yMax),
+              std::make_tuple(true, 100, 200, 4000, 3000));
     EXPECT_EQ(Inizializzazioni(), 1u);
     EXPECT_EQ(digit.GetCommNotification(), nullptr);
 }
