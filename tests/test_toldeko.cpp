@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -14,6 +15,7 @@
 
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -49,33 +51,29 @@ TEST(GCharSetTest, RangesAndSingleCharacters)
 // ---------------------------------------------------------------------------
 using ToolkitTest = TProvaDialoghi;
 
+// The message of the logic error that `lega` throws; empty when none.
+std::string Errore(const std::function<void()>& lega)
+{
+    try {
+        lega();
+    } catch (const std::logic_error& e) {
+        return e.what();
+    }
+    return "";
+}
+
+// No such id; an edit is no static; a button is no list; a group box is no
+// radio; no such template.
 TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
 {
-    struct TCaso { unsigned modello; int id, classe; const char* attesa; };  // 0 GEdit, 1 GStatic, 2 GComboBox, 3 GCheckButton
-    // No such id; an edit is no static; a button is no list; a group box is no radio.
-    const TCaso casi[] = {{10040, 2099, 0, "controllo 2099"}, {10040, 2000, 1, "adatto a GStatic"},
-                          {10040, 1, 2, "adatto a GComboBox"}, {10043, 2121, 3, "adatto a GCheckButton"}};
-    for (const TCaso& c : casi) {
-        GDlg d(nullptr, c.modello);
-        try {
-            switch (c.classe) {
-            case 0: new GEdit(&d, c.id, new GDoubleValidator()); break;
-            case 1: new GStatic(&d, c.id); break;
-            case 2: new GComboBox(&d, c.id); break;
-            default: new GCheckButton(&d, c.id); break;
-            }
-            ADD_FAILURE() << "no error for id " << c.id;
-        } catch (const std::logic_error& e) {
-            EXPECT_THAT(e.what(), HasSubstr(std::to_string(c.modello)));
-            EXPECT_THAT(e.what(), HasSubstr(c.attesa));
-        }
-    }
-    try {
-        GDlg d(nullptr, 9999);
-        ADD_FAILURE() << "no error for a missing template";
-    } catch (const std::logic_error& e) {
-        EXPECT_THAT(e.what(), HasSubstr("9999"));
-    }
+    GDlg punto(nullptr, 10040), scelta(nullptr, 10043);
+    EXPECT_THAT(Errore([&] { new GEdit(&punto, 2099, new GDoubleValidator()); }),
+                AllOf(HasSubstr("10040"), HasSubstr("controllo 2099")));
+    EXPECT_THAT(Errore([&] { new GStatic(&punto, 2000); }), AllOf(HasSubstr("10040"), HasSubstr("adatto a GStatic")));
+    EXPECT_THAT(Errore([&] { new GComboBox(&punto, 1); }), AllOf(HasSubstr("10040"), HasSubstr("adatto a GComboBox")));
+    EXPECT_THAT(Errore([&] { new GCheckButton(&scelta, 2121); }),
+                AllOf(HasSubstr("10043"), HasSubstr("adatto a GCheckButton")));
+    EXPECT_THAT(Errore([] { GDlg d(nullptr, 9999); }), HasSubstr("9999"));
 }
 
 // A dialog on the selection template with a message map of its own.
