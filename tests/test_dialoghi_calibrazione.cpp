@@ -5,181 +5,107 @@
 
 #include <climits>
 #include <ostream>
-#include <cmath>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "digit.h"
-#include "reports/digit_link.h"
 #include "dialogs/dialogo_digitalizza.h"
 #include "platform/toldeko/disegno_testo.h"
 #include "support/prova_dialoghi.h"
 
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr double intatto = 777.0;  // what the caller's variables hold before
 constexpr int intattoInt = 777;
 
-class DialoghiCalibrazioneTest : public TProvaDialoghi {
-protected:
-
-};
+using DialoghiCalibrazioneTest = TProvaDialoghi;
 
 // ---------------------------------------------------------------------------
-struct TCasoPunto {
-    const char* est;
-    const char* nord;
+// The entry dialogs: the point's two fields (2000, 2001) or the grid's six
+// (2040 to 2045) typed, then Enter; a refused entry beeps and stays open,
+// and only Escape ends it.
+struct TCasoEntrata {
+    int campi;
+    const char* testi[6];
     bool accettato;
-    double attesoEst, attesoNord;
+    double attesi[6];
 };
 
-std::ostream& operator<<(std::ostream& os, const TCasoPunto& c)
+std::ostream& operator<<(std::ostream& os, const TCasoEntrata& c)
 {
-    return os << "est \"" << c.est << "\", nord \"" << c.nord << "\"";
-}
-
-class PuntoSparsoTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoPunto> {};
-
-TEST_P(PuntoSparsoTest, OkAcceptsOrBeepsAndStaysOpen)
-{
-    const TCasoPunto& c = GetParam();
-    script.Digita(2000, c.est);
-    script.Digita(2001, c.nord);
-    script.Invio();
-    if (!c.accettato) script.Esc();  // still open: only Escape ends it
-
-    double est = intatto, nord = intatto;
-    const int risultato = dialogSelectPtiSparsi(nullptr, est, nord);
-
-    EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL) << DisegnaDialogoTesto(UltimoChiuso());
-    if (c.accettato) {
-        EXPECT_EQ(est, c.attesoEst);
-        EXPECT_EQ(nord, c.attesoNord);
-        EXPECT_THAT(utente.Beep(), IsEmpty());
-    } else {
-        EXPECT_EQ(est, intatto);
-        EXPECT_EQ(nord, intatto);
-        EXPECT_THAT(utente.Beep(), ElementsAre(48u));
-        EXPECT_EQ(UltimoChiuso().Testo(2000), c.est) << "texts stay as typed";
-        EXPECT_EQ(UltimoChiuso().Testo(2001), c.nord);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Casi, PuntoSparsoTest,
-    ::testing::Values(TCasoPunto{"", "5", false, 0, 0}, TCasoPunto{"5", "", false, 0, 0},
-                      TCasoPunto{"", "", false, 0, 0}, TCasoPunto{"1.7e200", "0", false, 0, 0},
-                      TCasoPunto{"0", "2e201", false, 0, 0}, TCasoPunto{"-1e999", "0", false, 0, 0},
-                      TCasoPunto{"1.69e200", "-3", true, 1.69e200, -3}, TCasoPunto{"0", "0", true, 0, 0},
-                      TCasoPunto{"-12.5", "1e3", true, -12.5, 1000}, TCasoPunto{".", "-", true, 0, 0}));
-
-TEST_F(DialoghiCalibrazioneTest, EntryDialogsOpenEmptyUnderTheirCaptionsAndFilterWhatIsTyped)
-{
-    script.Esc();
-    script.Esc();
-    double est = intatto, nord = intatto, a = intatto, b = intatto, c = intatto, d = intatto;
-    int n1 = intattoInt, n2 = intattoInt;
-    EXPECT_EQ(dialogSelectPtiSparsi(nullptr, est, nord), IDCANCEL);
-    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per punti sparsi");
-    for (int id : {2000, 2001}) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
-    EXPECT_EQ(dialogCalibraGriglia(nullptr, n1, n2, a, b, c, d), IDCANCEL);
-    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per griglia");
-    for (int id = 2040; id <= 2045; ++id) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
-    EXPECT_EQ(est, intatto);
-    EXPECT_EQ(n1, intattoInt);
-    EXPECT_EQ(a, intatto);
-
-    script.Digita(2000, "1x2,5");
-    script.Digita(2001, "--7");
-    script.Invio();
-    EXPECT_EQ(dialogSelectPtiSparsi(nullptr, est, nord), IDOK);
-    EXPECT_EQ(est, 125);
-    EXPECT_EQ(nord, -7);
-}
-
-TEST_F(DialoghiCalibrazioneTest, RefusedPointCanBeCorrectedAndAccepted)
-{
-    script.Digita(2001, "4");
-    script.Invio();
-    script.Digita(2000, "3");
-    script.Invio();
-    double est = intatto, nord = intatto;
-    EXPECT_EQ(dialogSelectPtiSparsi(nullptr, est, nord), IDOK);
-    EXPECT_EQ(est, 3);
-    EXPECT_EQ(nord, 4);
-    EXPECT_THAT(utente.Beep(), ElementsAre(48u));
-}
-
-// ---------------------------------------------------------------------------
-struct TCasoGriglia {
-    const char* testi[6];  // 2040 to 2045
-    bool accettato;
-    int numEst, numNord;
-    double iniEst, iniNord, passoEst, passoNord;
-};
-
-std::ostream& operator<<(std::ostream& os, const TCasoGriglia& c)
-{
-    for (const char* t : c.testi) os << '"' << t << "\" ";
+    for (int k = 0; k < c.campi; ++k) os << '"' << c.testi[k] << "\" ";
     return os;
 }
 
-class GrigliaTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoGriglia> {};
+class EntrataTest : public TProvaDialoghi, public ::testing::WithParamInterface<TCasoEntrata> {};
 
-TEST_P(GrigliaTest, OkRules)
+TEST_P(EntrataTest, OkAcceptsOrBeepsAndStaysOpen)
 {
-    const TCasoGriglia& c = GetParam();
-    for (int i = 0; i < 6; ++i) script.Digita(2040 + i, c.testi[i]);
+    const TCasoEntrata& c = GetParam();
+    const bool griglia = c.campi == 6;
+    const int primo = griglia ? 2040 : 2000;
+    for (int k = 0; k < c.campi; ++k) script.Digita(primo + k, c.testi[k]);
     script.Invio();
     if (!c.accettato) script.Esc();
 
+    double v[6] = {intatto, intatto, intatto, intatto, intatto, intatto};
     int numEst = intattoInt, numNord = intattoInt;
-    double iniEst = intatto, iniNord = intatto, passoEst = intatto, passoNord = intatto;
-    const int risultato = dialogCalibraGriglia(nullptr, numEst, numNord, iniEst, iniNord, passoEst, passoNord);
+    const int risultato = griglia ? dialogCalibraGriglia(nullptr, numEst, numNord, v[2], v[3], v[4], v[5])
+                                  : dialogSelectPtiSparsi(nullptr, v[0], v[1]);
+    if (griglia) v[0] = numEst, v[1] = numNord;
 
     EXPECT_EQ(risultato, c.accettato ? IDOK : IDCANCEL) << DisegnaDialogoTesto(UltimoChiuso());
-    if (c.accettato) {
-        EXPECT_EQ(numEst, c.numEst);
-        EXPECT_EQ(numNord, c.numNord);
-        EXPECT_EQ(iniEst, c.iniEst);
-        EXPECT_EQ(iniNord, c.iniNord);
-        EXPECT_EQ(passoEst, c.passoEst);
-        EXPECT_EQ(passoNord, c.passoNord);
-        EXPECT_THAT(utente.Beep(), IsEmpty());
-    } else {
-        EXPECT_EQ(numEst, intattoInt);
-        EXPECT_EQ(numNord, intattoInt);
-        for (double v : {iniEst, iniNord, passoEst, passoNord}) EXPECT_EQ(v, intatto);
-        EXPECT_THAT(utente.Beep(), ElementsAre(48u));
-    }
+    for (int k = 0; k < c.campi; ++k) EXPECT_EQ(v[k], c.accettato ? c.attesi[k] : intatto) << "field " << k;
+    EXPECT_EQ(utente.Beep(), c.accettato ? std::vector<unsigned>{} : std::vector<unsigned>{48});
+    for (int k = 0; k < 2 && !c.accettato && !griglia; ++k)
+        EXPECT_EQ(UltimoChiuso().Testo(primo + k), c.testi[k]) << "texts stay as typed";
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Casi, GrigliaTest,
+    Punto, EntrataTest,
+    ::testing::Values(TCasoEntrata{2, {"", "5"}, false, {}}, TCasoEntrata{2, {"5", ""}, false, {}},
+                      TCasoEntrata{2, {"", ""}, false, {}}, TCasoEntrata{2, {"1.7e200", "0"}, false, {}},
+                      TCasoEntrata{2, {"0", "2e201"}, false, {}}, TCasoEntrata{2, {"-1e999", "0"}, false, {}},
+                      TCasoEntrata{2, {"1.69e200", "-3"}, true, {1.69e200, -3}},
+                      TCasoEntrata{2, {"0", "0"}, true, {0, 0}}, TCasoEntrata{2, {"-12.5", "1e3"}, true, {-12.5, 1000}},
+                      TCasoEntrata{2, {".", "-"}, true, {0, 0}},
+                      // What the validator refuses is never typed.
+                      TCasoEntrata{2, {"1x2,5", "--7"}, true, {125, -7}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Griglia, EntrataTest,
     ::testing::Values(
-        TCasoGriglia{{"3", "4", "100.5", "200", "10", "-10"}, true, 3, 4, 100.5, 200, 10, -10},
-        TCasoGriglia{{"1", "1", "0", "-1e5", "0", "-0.5"}, true, 1, 1, 0, -1e5, 0, -0.5},
-        TCasoGriglia{{"0", "4", "1", "1", "1", "1"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"3", "", "1", "1", "1", "1"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"3", "x", "1", "1", "1", "1"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"3", "4", "", "1", "1", "1"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"3", "4", "1", "1", "1", "1.7e200"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"3", "4", "1", "1", "1e300", "1"}, false, 0, 0, 0, 0, 0, 0},
-        TCasoGriglia{{"50", "99999999999", ".", "1", "1", "1"}, true, 50, INT_MAX, 0, 1, 1, 1}));
+        TCasoEntrata{6, {"3", "4", "100.5", "200", "10", "-10"}, true, {3, 4, 100.5, 200, 10, -10}},
+        TCasoEntrata{6, {"1", "1", "0", "-1e5", "0", "-0.5"}, true, {1, 1, 0, -1e5, 0, -0.5}},
+        TCasoEntrata{6, {"0", "4", "1", "1", "1", "1"}, false, {}},
+        TCasoEntrata{6, {"3", "", "1", "1", "1", "1"}, false, {}},
+        TCasoEntrata{6, {"3", "x", "1", "1", "1", "1"}, false, {}},
+        TCasoEntrata{6, {"3", "4", "", "1", "1", "1"}, false, {}},
+        TCasoEntrata{6, {"3", "4", "1", "1", "1", "1.7e200"}, false, {}},
+        TCasoEntrata{6, {"3", "4", "1", "1", "1e300", "1"}, false, {}},
+        TCasoEntrata{6, {"50", "99999999999", ".", "1", "1", "1"}, true, {50, INT_MAX, 0, 1, 1, 1}}));
+
+TEST_F(DialoghiCalibrazioneTest, EntryDialogsOpenEmptyUnderTheirCaptions)
+{
+    script.Esc();
+    script.Esc();
+    double v[6];
+    int n[2];
+    EXPECT_EQ(dialogSelectPtiSparsi(nullptr, v[0], v[1]), IDCANCEL);
+    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per punti sparsi");
+    for (int id : {2000, 2001}) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
+    EXPECT_EQ(dialogCalibraGriglia(nullptr, n[0], n[1], v[2], v[3], v[4], v[5]), IDCANCEL);
+    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per griglia");
+    for (int id = 2040; id <= 2045; ++id) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
+}
 
 // ---------------------------------------------------------------------------
 // The digitizing dialog. The host's thread runs dialogGetPnt; a second
 // thread plays the reader thread, delivering presses to whatever target the
-// dialog set.
-struct TPressione {
-    int bottone;  // 0: a move
-    std::int32_t x, y;
-};
-
+// dialog set. Model 1 with four buttons: 1 confirms, 2 and 3 have host
+// functions, 4 cancels.
 enum class TFine { nulla, invio, esc };
 
 struct TCasoDigitalizza {
@@ -192,9 +118,8 @@ struct TCasoDigitalizza {
 
 std::ostream& operator<<(std::ostream& os, const TCasoDigitalizza& c) { return os << c.nome; }
 
-class DigitalizzaTest : public DialoghiCalibrazioneTest, public ::testing::WithParamInterface<TCasoDigitalizza> {
+class DigitalizzaTest : public TProvaDialoghi, public ::testing::WithParamInterface<TCasoDigitalizza> {
 protected:
-    // Model 1 with four buttons: 1 confirms, 2 and 3 have host functions, 4 cancels.
     DigitalizzaTest()
     {
         digit.GetDataDigit().tipo = 1;
@@ -207,30 +132,17 @@ TEST_P(DigitalizzaTest, PressesFromTheReaderThread)
 {
     const TCasoDigitalizza& c = GetParam();
     TStatoDialogo aperto, dopoPressioni;
-    bool bersaglio = false;
-    std::thread lettore([&] {
-        if (!script.AttendiDialogo(10042)) return;
-        aperto = script.Corrente();
-        CDigitNtfy* ntfy = Leggi(digitLink.ntfy);
-        bersaglio = ntfy != nullptr;
-        if (!ntfy) return script.Esc();
-        for (const TPressione& p : c.pressioni) {
-            if (p.bottone == 0)
-                ntfy->NotifyMove(p.x, p.y);
-            else
-                ntfy->NotifyButton(p.bottone, p.x, p.y);
-        }
-        if (c.poi == TFine::invio) script.Invio();
-        if (c.poi == TFine::esc) {
-            dopoPressioni = script.Corrente();
-            script.Esc();
-        }
-    });
     int x = intattoInt, y = intattoInt;
-    const int risultato = dialogGetPnt(nullptr, "Calibrazione Griglia", &digit, 1234.5, -0.25, x, y);
-    lettore.join();
+    const int risultato = Esegui(
+        10042, [&] { return dialogGetPnt(nullptr, "Calibrazione Griglia", &digit, 1234.5, -0.25, x, y); },
+        [&](CDigitNtfy& ntfy) {
+            aperto = script.Corrente();
+            Suona(ntfy, c.pressioni);
+            dopoPressioni = script.Corrente();
+            if (c.poi == TFine::invio) script.Invio();
+            if (c.poi == TFine::esc) script.Esc();
+        });
 
-    EXPECT_TRUE(bersaglio) << "the dialog made itself the target";
     EXPECT_EQ(aperto.titolo, "Calibrazione Griglia");
     EXPECT_EQ(aperto.Testo(2080), "1234.500");
     EXPECT_EQ(aperto.Testo(2081), "-0.250");
@@ -240,7 +152,6 @@ TEST_P(DigitalizzaTest, PressesFromTheReaderThread)
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "the target is stopped on every way out";
     if (c.poi == TFine::esc) {
         EXPECT_EQ(dopoPressioni.Testo(2080), "1234.500") << "presses change nothing shown";
-        EXPECT_EQ(dopoPressioni.modello, 10042u);
     }
 }
 
@@ -263,14 +174,13 @@ TEST_F(DigitalizzaTest, PressAfterTheCountsWereTakenChangesNothing)
     d.NotifyButton(2, 5, 6);  // a host function: stored, the dialog stays
     script.Esc();
     EXPECT_EQ(d.doModal(), IDCANCEL);
-    std::int32_t x = 0, y = 0;
-    ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
-    EXPECT_EQ(x, 5);
-    EXPECT_EQ(y, 6);
-    d.NotifyButton(1, 7, 8);  // late: ignored
-    ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
-    EXPECT_EQ(x, 5);
-    EXPECT_EQ(y, 6);
+    std::int32_t xy[2] = {0, 0};
+    for (int volta = 0; volta < 2; ++volta) {
+        ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
+        EXPECT_EQ(xy[0], 5);
+        EXPECT_EQ(xy[1], 6);
+        d.NotifyButton(1, 7, 8);  // late: ignored
+    }
 }
 
 TEST_F(DialoghiCalibrazioneTest, DigitizingWithoutATabletObjectOpensNothing)

@@ -5,10 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 #include <set>
 #include <string>
-#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -16,7 +14,6 @@
 #include "dialogs/dialogo_funzioni_bottoni.h"
 #include "dialogs/dialogo_limiti.h"
 #include "dialogs/dialogo_prova.h"
-#include "reports/digit_link.h"
 #include "support/prova_dialoghi.h"
 
 namespace {
@@ -24,69 +21,48 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 
-const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione", "Inizia Linea - Dis. Lib.",
-                                            "Inizia Linea - Fine Ent.", "Inizia Polilinea - Dis. Lib.",
-                                            "Inizia Polilinea - Fine Ent."};
-const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
-
 class DialoghiTavolettaTest : public TProvaDialoghi {
 protected:
-    // Runs `dialogo` on this thread while `tavoletta` plays the reader thread
-    // on the dialog's target once it is open.
-    int Esegui(GDlg& dialogo, unsigned modello, const std::function<void(CDigitNtfy&)>& tavoletta)
-    {
-        std::thread lettore([&] {
-            CDigitNtfy* ntfy = script.AttendiDialogo(modello) ? Leggi(digitLink.ntfy) : nullptr;
-            if (ntfy) return tavoletta(*ntfy);
-            ADD_FAILURE() << "the dialog is no target";
-            script.Esc();
-        });
-        const int risultato = dialogo.doModal();
-        lettore.join();
-        return risultato;
-    }
-
     TDataDigit dati = CDigit().GetDataDigit();
 };
 
 // ---------------------------------------------------------------------------
-class FunzioniBottoniTest : public DialoghiTavolettaTest, public ::testing::WithParamInterface<int> {};
-
-TEST_P(FunzioniBottoniTest, ListsUpToTheCountTheRestGreyed)
+// Each list offers the seven functions and shows the stored one; the rows
+// beyond the count are greyed and empty, and Escape writes nothing.
+TEST_F(DialoghiTavolettaTest, ListsUpToTheCountTheRestGreyed)
 {
-    const int n = GetParam();
-    dati.numBottoni = static_cast<std::int16_t>(n);
+    const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione",
+                                                "Inizia Linea - Dis. Lib.", "Inizia Linea - Fine Ent.",
+                                                "Inizia Polilinea - Dis. Lib.", "Inizia Polilinea - Fine Ent."};
+    const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
     const std::uint8_t stored[16] = {1, 2, 4, 8, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 1};
     std::memcpy(dati.funzBott, stored, sizeof stored);
-    script.Esc();
-    GDigitFunzBottDlg d(nullptr, &dati);
-    EXPECT_EQ(d.doModal(), IDCANCEL);
-    const TStatoDialogo s = UltimoChiuso();
-    EXPECT_EQ(s.titolo, "Definizione funzioni bottone");
-    for (int i = 0; i < 16; ++i) {
-        EXPECT_EQ(s.Abilitato(2180 + i), i < n) << "button " << i + 1;
-        EXPECT_EQ(s.Abilitato(2196 + i), i < n) << "button " << i + 1;
-        const TStatoElemento* lista = s.Elemento(2196 + i);
-        ASSERT_NE(lista, nullptr);
-        if (i >= n) {
-            EXPECT_TRUE(lista->voci.empty());
-            continue;
+    for (int n : {4, 16}) {
+        dati.numBottoni = static_cast<std::int16_t>(n);
+        script.Esc();
+        GDigitFunzBottDlg d(nullptr, &dati);
+        EXPECT_EQ(d.doModal(), IDCANCEL);
+        const TStatoDialogo s = UltimoChiuso();
+        EXPECT_EQ(s.titolo, "Definizione funzioni bottone");
+        for (int i = 0; i < 16; ++i) {
+            SCOPED_TRACE("count " + std::to_string(n) + ", button " + std::to_string(i + 1));
+            EXPECT_EQ(s.Abilitato(2180 + i), i < n);
+            EXPECT_EQ(s.Abilitato(2196 + i), i < n);
+            const TStatoElemento* lista = s.Elemento(2196 + i);
+            ASSERT_NE(lista, nullptr);
+            std::vector<std::string> testi;
+            std::vector<std::intptr_t> valori;
+            for (const TVoceLista& v : lista->voci) testi.push_back(v.testo), valori.push_back(v.dato);
+            EXPECT_THAT(testi, ElementsAreArray(i < n ? etichette : std::vector<std::string>{}));
+            EXPECT_THAT(valori, ElementsAreArray(i < n ? codici : std::vector<std::intptr_t>{}));
+            if (i < n) {
+                ASSERT_GE(lista->selezione, 0);
+                EXPECT_EQ(valori[static_cast<std::size_t>(lista->selezione)], stored[i]);
+            }
         }
-        std::vector<std::string> testi;
-        std::vector<std::intptr_t> dati;
-        for (const TVoceLista& v : lista->voci) {
-            testi.push_back(v.testo);
-            dati.push_back(v.dato);
-        }
-        EXPECT_THAT(testi, ElementsAreArray(etichette));
-        EXPECT_THAT(dati, ElementsAreArray(codici));
-        ASSERT_GE(lista->selezione, 0);
-        EXPECT_EQ(dati[static_cast<std::size_t>(lista->selezione)], stored[i]) << "button " << i + 1;
+        EXPECT_EQ(std::memcmp(dati.funzBott, stored, sizeof stored), 0) << "cancel writes nothing";
     }
-    EXPECT_EQ(std::memcmp(dati.funzBott, stored, sizeof stored), 0) << "cancel writes nothing";
 }
-
-INSTANTIATE_TEST_SUITE_P(Conteggi, FunzioniBottoniTest, ::testing::Values(4, 16));
 
 TEST_F(DialoghiTavolettaTest, UnknownCodesLeaveTheListEmptyAndOkKeepsThem)
 {
@@ -99,24 +75,18 @@ TEST_F(DialoghiTavolettaTest, UnknownCodesLeaveTheListEmptyAndOkKeepsThem)
     GDigitFunzBottDlg d(nullptr, &dati);
     EXPECT_EQ(d.doModal(), IDOK);
     EXPECT_THAT(dati.funzBott, ElementsAre(5, 7, 1, 0, 6, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
-    const TStatoDialogo s = UltimoChiuso();
-    EXPECT_EQ(s.Selezione(2197), -1) << "code 7 is not offered";
-    EXPECT_TRUE(s.Abilitato(2197));
+    EXPECT_EQ(UltimoChiuso().Selezione(2197), -1) << "code 7 is not offered";
+    EXPECT_TRUE(UltimoChiuso().Abilitato(2197));
 }
 
 // ---------------------------------------------------------------------------
 // The limits dialog. Model 1 with four buttons: 1 confirms, 2 and 3 have
 // host functions, 4 cancels; 9 is beyond the count and has code 0.
-struct TPremuto {
-    int bottone;
-    std::int32_t x, y;
-};
-
 enum class TPoi { nulla, invio, esc };
 
 struct TCasoLimiti {
     const char* nome;
-    std::vector<TPremuto> pressioni;
+    std::vector<TPressione> pressioni;
     TPoi poi;
     const char* richiesta;  // the prompt after the presses
     int risultato;
@@ -140,8 +110,8 @@ TEST_P(LimitiTest, CornersFromThePresses)
     const TCasoLimiti& c = GetParam();
     GDigitMinMaxDlg d(nullptr, &digit);
     std::string richiesta;
-    const int risultato = Esegui(d, 10045, [&](CDigitNtfy& ntfy) {
-        for (const TPremuto& p : c.pressioni) ntfy.NotifyButton(p.bottone, p.x, p.y);
+    const int risultato = Esegui(10045, [&] { return d.doModal(); }, [&](CDigitNtfy& ntfy) {
+        Suona(ntfy, c.pressioni);
         richiesta = script.Corrente().Testo(2240);
         if (c.poi == TPoi::invio) script.Invio();
         if (c.poi == TPoi::esc) script.Esc();
@@ -186,8 +156,24 @@ protected:
         d.limitiDefiniti = true;
         std::tie(d.xMin, d.yMin, d.xMax, d.yMax) = std::make_tuple(1000, 2000, 5000, 8000);
     }
-    static TPunti Inchiostro(const TTela& t)
+    // The frame's canvas after each of the pointer's states, then Escape or Enter.
+    std::vector<TStatoDialogo> Passi(const std::vector<TPressione>& stati, bool invio, int attesa)
     {
+        GDigitProvaDlg d(nullptr, &digit);
+        std::vector<TStatoDialogo> passi;
+        EXPECT_EQ(Esegui(10046, [&] { return d.doModal(); }, [&](CDigitNtfy& ntfy) {
+                      passi.push_back(script.Corrente());
+                      for (const TPressione& p : stati) {
+                          Suona(ntfy, {p});
+                          passi.push_back(script.Corrente());
+                      }
+                      invio ? script.Invio() : script.Esc();
+                  }), attesa);
+        return passi;
+    }
+    static TPunti Inchiostro(const TStatoDialogo& s)
+    {
+        const TTela& t = s.Elemento(2280)->tela;
         TPunti p;
         for (int y = 0; y < t.altezza; ++y)
             for (int x = 0; x < t.larghezza; ++x)
@@ -205,71 +191,50 @@ protected:
                 if (d != 0 && t.Dentro(q.first, q.second)) p.insert(q);
         return p;
     }
-    static TTela Tela(const TStatoDialogo& s) { return s.Elemento(2280)->tela; }
 
     CDigit digit;
 };
 
 TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
 {
-    GDigitProvaDlg d(nullptr, &digit);
-    std::vector<TStatoDialogo> passi;
-    const int risultato = Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
-        passi.push_back(script.Corrente());
-        ntfy.NotifyMove(1000, 2000);
-        passi.push_back(script.Corrente());
-        ntfy.NotifyMove(5000, 8000);
-        passi.push_back(script.Corrente());
-        ntfy.NotifyButton(3, 3000, 5000);
-        passi.push_back(script.Corrente());
-        ntfy.NotifyMove(-12, 999);
-        passi.push_back(script.Corrente());
-        script.Esc();
-    });
-    EXPECT_EQ(risultato, IDCANCEL);
+    const auto passi =
+        Passi({{0, 1000, 2000}, {0, 5000, 8000}, {3, 3000, 5000}, {0, -12, 999}, {0, 975, 5000}}, false, IDCANCEL);
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "Fine stops the notification";
-    ASSERT_EQ(passi.size(), 5u);
+    ASSERT_EQ(passi.size(), 6u);
     // The client rectangle shrunk by one pixel; its right and bottom are its
     // ends, so R and B fall on the frame's own border.
-    const TTela t = Tela(passi[0]);
+    const TTela t = passi[0].Elemento(2280)->tela;
     const int L = 1, T = 1, R = t.larghezza - 1, B = t.altezza - 1;
-    EXPECT_TRUE(Inchiostro(t).empty());
+    EXPECT_TRUE(Inchiostro(passi[0]).empty());
     EXPECT_EQ(DisegnaDialogoTesto(passi[0]).find('#'), std::string::npos);
-
-    EXPECT_EQ(Inchiostro(Tela(passi[1])), Croce(t, L, B)) << "lower-left limit on (L, B)";
+    EXPECT_EQ(Inchiostro(passi[1]), Croce(t, L, B)) << "lower-left limit on (L, B)";
     EXPECT_NE(DisegnaDialogoTesto(passi[3]).find('#'), std::string::npos) << "the renderer shows the cross";
-    EXPECT_EQ(Inchiostro(Tela(passi[2])), Croce(t, R, T)) << "upper-right limit on (R, T), the first cross gone";
+    EXPECT_EQ(Inchiostro(passi[2]), Croce(t, R, T)) << "upper-right limit on (R, T), the first cross gone";
 
-    EXPECT_EQ(passi[2].Testo(2281), "[005000]");
-    EXPECT_EQ(passi[2].Testo(2282), "[008000]");
-    EXPECT_EQ(passi[2].Testo(2283), "<=>");
-    EXPECT_EQ(passi[3].Testo(2281), "[003000]");
-    EXPECT_EQ(passi[3].Testo(2283), "<3>");
-    EXPECT_EQ(passi[4].Testo(2281), "[-00012]");
-    EXPECT_EQ(passi[4].Testo(2282), "[000999]");
-    EXPECT_EQ(passi[4].Testo(2283), "<=>");
-    // Beyond the limits: x = -12 falls left of the frame, truncated toward zero.
+    const char* testi[][3] = {{"[005000]", "[008000]", "<=>"}, {"[003000]", "[005000]", "<3>"},
+                              {"[-00012]", "[000999]", "<=>"}};
+    for (int k = 0; k < 3; ++k)
+        for (int c = 0; c < 3; ++c) EXPECT_EQ(passi[k + 2].Testo(2281 + c), testi[k][c]) << "step " << k + 2;
+    EXPECT_TRUE(Inchiostro(passi[4]).empty()) << "x = -12 falls far left of the frame";
+    // Positions are truncated toward zero: x = 975 falls just left of the
+    // frame's left edge and draws on column 0, not -1.
     const double scalaX = double(R - L) / 4000, scalaY = double(T - B) / 6000;
-    const int cx = static_cast<int>(-12 * scalaX + (L - scalaX * 1000));
-    const int cy = static_cast<int>(999 * scalaY + (B - scalaY * 2000));
-    EXPECT_LT(cx, 0);
-    EXPECT_EQ(Inchiostro(Tela(passi[4])), Croce(t, cx, cy));
+    const double x = 975 * scalaX + (L - scalaX * 1000);
+    const int cy = static_cast<int>(5000 * scalaY + (B - scalaY * 2000));
+    ASSERT_TRUE(x < 0 && x > -1);
+    ASSERT_TRUE(t.Dentro(1, cy));
+    EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, cy));
 }
 
+// No OK button: the platform's id 1 ends it all the same.
 TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
 {
     digit.GetDataDigit().xMax = 1000;
     digit.GetDataDigit().yMax = 2000;
-    GDigitProvaDlg d(nullptr, &digit);
-    TStatoDialogo dopo;
-    EXPECT_EQ(Esegui(d, 10046, [&](CDigitNtfy& ntfy) {
-                  ntfy.NotifyMove(4000, -7000);
-                  dopo = script.Corrente();
-                  script.Invio();  // no OK button: the platform's id 1 ends it all the same
-              }),
-              IDOK);
-    const TTela t = Tela(dopo);
-    EXPECT_EQ(Inchiostro(t), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
+    const auto passi = Passi({{0, 4000, -7000}}, true, IDOK);
+    ASSERT_EQ(passi.size(), 2u);
+    const TTela t = passi[1].Elemento(2280)->tela;
+    EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
 }
 
 }  // namespace

@@ -18,23 +18,15 @@ namespace {
 using A = CDigitTestAccess;
 using TLimiti = std::numeric_limits<std::int32_t>;
 
-// Corners from nodes; every cell maps each point to East = scan number + 1.
+// Corners from nodes; every cell names itself (SegnaCelle).
 void GrigliaSegnata(CDigit& d, const TNodi& nodi)
 {
     const int quadEst = static_cast<int>(nodi.size()) - 1, quadNord = static_cast<int>(nodi[0].size()) - 1;
     for (int i = 0; i < quadEst; ++i)
-        for (int j = 0; j < quadNord; ++j) {
-            const TNodo* n[4] = {&nodi[i][j], &nodi[i][j + 1], &nodi[i + 1][j], &nodi[i + 1][j + 1]};
-            for (int c = 0; c < 4; ++c) {
-                A::AngoliX(d)[i][j][c] = n[c]->x;
-                A::AngoliY(d)[i][j][c] = n[c]->y;
-            }
-            std::fill(A::CoefCelle(d)[i][j], A::CoefCelle(d)[i][j] + 8, 0.0);
-            A::CoefCelle(d)[i][j][2] = i * quadNord + j + 1;
-        }
-    A::NumQuadEst(d) = quadEst;
-    A::NumQuadNord(d) = quadNord;
-    A::StatoCalibr(d) = calibGriglia;
+        for (int j = 0; j < quadNord; ++j)
+            Angoli(d, i, j, {nodi[i][j].x, nodi[i][j + 1].x, nodi[i + 1][j].x, nodi[i + 1][j + 1].x},
+                   {nodi[i][j].y, nodi[i][j + 1].y, nodi[i + 1][j].y, nodi[i + 1][j + 1].y});
+    SegnaCelle(d, quadEst, quadNord);
 }
 
 // Corners, reference points and their neighbours, points over and around the

@@ -14,10 +14,10 @@
 #include "digit.h"
 #include "resources/modelli_dialogo.h"
 #include "sim/tavoletta_pty.h"
+#include "support/prova_dialoghi.h"
 #include "support/prova_su_linea.h"
 #include "support/suona.h"
 #include "support/tick_finto.h"
-#include "support/utente_finto.h"
 
 namespace {
 
@@ -33,25 +33,25 @@ struct TPunto {
     const char* nord;
 };
 
+struct TLettura {
+    bool ok;
+    double est, nord;
+    int bottone;
+};
+
 // Hears presses and turns them into ground coordinates on the reader thread,
-// as a host does.
+// inside the notification, as a host does.
 class TTerreno : public CDigitNtfy {
 public:
     explicit TTerreno(CDigit& d) : digit(d) {}
     void NotifyMove(std::int32_t, std::int32_t) override {}
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
     {
-        double est = 0, nord = 0;
-        int bottone = 0;
-        const bool ok = digit.TrasformaCoordDigit(est, nord, bottone);
+        TLettura l{false, 0, 0, 0};
+        l.ok = digit.TrasformaCoordDigit(l.est, l.nord, l.bottone);
         std::lock_guard<std::mutex> g(mutex);
-        letture.push_back({ok, est, nord, bottone});
+        letture.push_back(l);
     }
-    struct TLettura {
-        bool ok;
-        double est, nord;
-        int bottone;
-    };
     std::vector<TLettura> Letture()
     {
         std::lock_guard<std::mutex> g(mutex);
@@ -64,7 +64,7 @@ private:
     std::vector<TLettura> letture;
 };
 
-class ProcedureTest : public ::testing::Test {
+class ProcedureTest : public TProvaDialoghi {
 protected:
     ProcedureTest()
     {
@@ -85,7 +85,7 @@ protected:
     // 100 ms, which adds nothing once it was heard (the button stays down).
     void Premi(std::int32_t x, std::int32_t y, int bottone)
     {
-        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoDigitalizza));
+        ASSERT_TRUE(script.AttendiDialogo(dialogoDigitalizza));
         const std::size_t chiusi = Chiusi(dialogoDigitalizza) + 1;
         for (int k = 0; k < 2; ++k) ASSERT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
         ASSERT_TRUE(RipetiFinche([&] { return Chiusi(dialogoDigitalizza) >= chiusi; },
@@ -93,27 +93,27 @@ protected:
     }
     void Digitalizza(const TPunto& p)
     {
-        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-        utente.script.Digita(2000, p.est);
-        utente.script.Digita(2001, p.nord);
-        utente.script.Invio();
+        ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+        script.Digita(2000, p.est);
+        script.Digita(2001, p.nord);
+        script.Invio();
         Premi(p.x, p.y, 1);
     }
     // The grid dialog's six fields typed, then Enter.
     void Griglia(const std::array<const char*, 6>& valori)
     {
-        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-        for (int k = 0; k < 6; ++k) utente.script.Digita(2040 + k, valori[k]);
-        utente.script.Invio();
+        ASSERT_TRUE(script.AttendiDialogo(dialogoGriglia));
+        for (int k = 0; k < 6; ++k) script.Digita(2040 + k, valori[k]);
+        script.Invio();
     }
     std::size_t Chiusi(unsigned modello) const
     {
         std::size_t n = 0;
-        for (const auto& c : utente.script.Chiusi()) n += c.stato.modello == modello;
+        for (const auto& c : script.Chiusi()) n += c.stato.modello == modello;
         return n;
     }
     // Presses at (x, y) with the map in force, and what the host heard.
-    TTerreno::TLettura Misura(std::int32_t x, std::int32_t y)
+    TLettura Misura(std::int32_t x, std::int32_t y)
     {
         TTerreno terreno(digit);
         EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
@@ -121,11 +121,10 @@ protected:
         RipetiFinche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
         digit.StopCommNotification();
         const auto letture = terreno.Letture();
-        return letture.empty() ? TTerreno::TLettura{false, 0, 0, 0} : letture.front();
+        return letture.empty() ? TLettura{false, 0, 0, 0} : letture.front();
     }
 
     TTickFinto tick;  // the tablet's command waits cost no real time
-    TUtenteFinto utente;
     TTavolettaPty sim{1};
     CDigit digit;
 };
@@ -139,10 +138,10 @@ TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
     for (const TPunto& p : tre) Digitalizza(p);
     Digitalizza({1000, 1000, "604", "300"});
     // The fifth point is typed, then abandoned on the tablet: its values play no part.
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-    utente.script.Digita(2000, "9999");
-    utente.script.Digita(2001, "9999");
-    utente.script.Invio();
+    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+    script.Digita(2000, "9999");
+    script.Digita(2001, "9999");
+    script.Invio();
     Premi(7, 7, 4);
     ASSERT_TRUE(esito.get());
 
@@ -150,18 +149,6 @@ TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
     ASSERT_TRUE(l.ok);
     EXPECT_NEAR(l.est, 499 + 0.102 * 1000, 1e-9);
     EXPECT_NEAR(l.nord, 200, 1e-9);
-}
-
-TEST_F(ProcedureTest, TooFewPointsLeaveNoMap)
-{
-    ASSERT_TRUE(sim.Valida());
-    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    Digitalizza(tre[0]);
-    Digitalizza(tre[1]);
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-    utente.script.Esc();
-    EXPECT_FALSE(esito.get());
-    EXPECT_FALSE(digit.IsCalibrato());
 }
 
 // The 2 by 1 grid: nodes asked East index outermost, at tablet (1000 i, 1000 j).
@@ -173,8 +160,8 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 
     const double attesi[][2] = {{100, 200}, {100, 225}, {150, 200}, {150, 225}, {200, 200}, {200, 225}};
     for (int n = 0; n < 6; ++n) {
-        ASSERT_TRUE(utente.script.AttendiDialogo(dialogoDigitalizza));
-        const TStatoDialogo mostrato = utente.script.Corrente();
+        ASSERT_TRUE(script.AttendiDialogo(dialogoDigitalizza));
+        const TStatoDialogo mostrato = script.Corrente();
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2080)), attesi[n][0]) << "node " << n;
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2081)), attesi[n][1]) << "node " << n;
         Premi(1000 * (n / 2), 1000 * (n % 2), 1);
@@ -194,22 +181,30 @@ TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
     auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
     Griglia({"22", "1", "0", "0", "1", "1"});
     ASSERT_TRUE(AttendiFinche([&] { return Chiusi(dialogoGriglia) == 1; }));
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoGriglia));
-    utente.script.Esc();
+    ASSERT_TRUE(script.AttendiDialogo(dialogoGriglia));
+    script.Esc();
     EXPECT_FALSE(esito.get());
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{48});
     EXPECT_EQ(Chiusi(dialogoDigitalizza), 0u);
 }
 
-// Three points then Escape give the affine map; a grid calibration over it
-// asks first, and an answer of No keeps it.
+// Two points then Escape leave no map; three give the affine map; a grid
+// calibration over it asks first, and an answer of No keeps it.
 TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 {
     ASSERT_TRUE(sim.Valida());
+    auto poche = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    Digitalizza(tre[0]);
+    Digitalizza(tre[1]);
+    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+    script.Esc();
+    EXPECT_FALSE(poche.get());
+    EXPECT_FALSE(digit.IsCalibrato());
+
     auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
     for (const TPunto& p : tre) Digitalizza(p);
-    ASSERT_TRUE(utente.script.AttendiDialogo(dialogoPunto));
-    utente.script.Esc();
+    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+    script.Esc();
     ASSERT_TRUE(prima.get());
     EXPECT_TRUE(digit.IsCalibrato());
     EXPECT_FALSE(digit.IsCalibratoGriglia());
@@ -218,8 +213,7 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     EXPECT_NEAR(affine.est, 550, 1e-9);
     EXPECT_NEAR(affine.nord, 225, 1e-9);
     EXPECT_EQ(affine.bottone, 2);
-    EXPECT_EQ(utente.script.Scaduti(), 0);
-    const std::size_t dialoghi = utente.script.Chiusi().size();
+    const std::size_t dialoghi = script.Chiusi().size();
 
     utente.Rispondi(IDNO);
     EXPECT_TRUE(digit.CalibraGriglia(nullptr));
@@ -229,7 +223,7 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     EXPECT_EQ(utente.Messaggi()[0].titolo, "Calibrazione Griglia");
     EXPECT_EQ(utente.Messaggi()[0].flags, MB_YESNO | MB_ICONQUESTION);
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
-    EXPECT_EQ(utente.script.Chiusi().size(), dialoghi);
+    EXPECT_EQ(script.Chiusi().size(), dialoghi);
 
     const auto l = Misura(1000, 1000);
     ASSERT_TRUE(l.ok);

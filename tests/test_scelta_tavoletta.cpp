@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "digit.h"
@@ -35,14 +36,6 @@ protected:
         std::vector<unsigned> m;
         for (const TDialogoChiuso& c : script.Chiusi()) m.push_back(c.stato.modello);
         return m;
-    }
-    // The selection dialog as it closed last.
-    TStatoDialogo Scelta() const
-    {
-        TStatoDialogo s;
-        for (const TDialogoChiuso& c : script.Chiusi())
-            if (c.stato.modello == 10043) s = c.stato;
-        return s;
     }
     // A record of model 5 on COM2 with limits.
     static TDataDigit Modello5() { return {5, 2, 9600, 'E', 7, 2, 2, 3, 16, {1, 2, 4, 8}, true, 10, 20, 3000, 4000}; }
@@ -73,15 +66,11 @@ TEST_P(RigaTest, ModelListAppliesTheRow)
     const TTipoDigit& r = catalogoDigit[c.riga];
     EXPECT_EQ(dati.tipo, c.riga);
     EXPECT_EQ(dati.porta, 2) << "the port does not depend on the model";
-    EXPECT_EQ(dati.velocita, r.velocita);
-    EXPECT_EQ(dati.parita, r.parita);
-    EXPECT_EQ(dati.bitDati, r.bitDati);
-    EXPECT_EQ(dati.bitStop, r.bitStop);
-    EXPECT_EQ(dati.reset, r.reset);
-    EXPECT_EQ(dati.risoluzione, r.risoluzione);
-    EXPECT_EQ(dati.numBottoni, r.numBottoni);
+    EXPECT_EQ(std::tie(dati.velocita, dati.parita, dati.bitDati, dati.bitStop, dati.reset, dati.risoluzione,
+                       dati.numBottoni),
+              std::tie(r.velocita, r.parita, r.bitDati, r.bitStop, r.reset, r.risoluzione, r.numBottoni));
 
-    const TStatoDialogo s = Scelta();
+    const TStatoDialogo s = UltimoChiuso();
     EXPECT_EQ(s.titolo, "Scelta tavoletta");
     EXPECT_EQ(s.Testo(2120), "");
     const TStatoElemento* lista = s.Elemento(2120);
@@ -167,8 +156,8 @@ TEST_F(SceltaTest, WithoutATabletTheButtonsOnlyBeep)
         script.Invio();
         EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
         EXPECT_EQ(dati.tipo, tipo) << "stored as it was";
-        EXPECT_EQ(Scelta().Selezione(2120), tipo == 0 ? 0 : -1);
-        EXPECT_FALSE(Scelta().Abilitato(2122));
+        EXPECT_EQ(UltimoChiuso().Selezione(2120), tipo == 0 ? 0 : -1);
+        EXPECT_FALSE(UltimoChiuso().Abilitato(2122));
     }
     EXPECT_THAT(Aperti(), ElementsAre(10043u, 10043u, 10043u));
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>(9, 32u));
@@ -249,11 +238,8 @@ TEST_F(SceltaLineaTest, LimitsFromTwoConfirmedPresses)
     const int risultato = configDigit(nullptr, &digit, dati);
     tavoletta.join();
     EXPECT_EQ(risultato, IDOK);
-    EXPECT_TRUE(dati.limitiDefiniti);
-    EXPECT_EQ(dati.xMin, 100);
-    EXPECT_EQ(dati.yMin, 200);
-    EXPECT_EQ(dati.xMax, 4000);
-    EXPECT_EQ(dati.yMax, 3000);
+    EXPECT_EQ(std::tie(dati.limitiDefiniti, dati.xMin, dati.yMin, dati.xMax, dati.yMax),
+              std::make_tuple(true, 100, 200, 4000, 3000));
     EXPECT_EQ(Inizializzazioni(), 1u);
     EXPECT_EQ(digit.GetCommNotification(), nullptr);
 }

@@ -2,6 +2,9 @@
 // them, what each key does to a dialog, and Backspace in an entry field.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include "backend_terminale.h"
 #include "digit.h"
 #include "support/utente_finto.h"
@@ -9,36 +12,23 @@
 
 namespace {
 
-struct TCasoTasto {
-    const char* nome;
-    std::string byte;
-    TTasto tasto;
-    char carattere;
-};
-
-class DecodificaTastoTest : public ::testing::TestWithParam<TCasoTasto> {};
-
-TEST_P(DecodificaTastoTest, NomeIlTasto)
+// DEL, CR, Tab and plain characters are what the terminal session of the
+// tool tests types; here the rest.
+TEST(DecodificaTasto, NomeIlTasto)
 {
-    const TCasoTasto& c = GetParam();
-    const TLettura l =
-        DecodificaTasto(reinterpret_cast<const unsigned char*>(c.byte.data()), static_cast<int>(c.byte.size()));
-    EXPECT_EQ(l.tasto, c.tasto);
-    EXPECT_EQ(l.carattere, c.carattere);
+    struct TCaso { std::string byte; TTasto tasto; char carattere; };
+    const TCaso casi[] = {{"\x1b[A", TTasto::su, 0},          {"\x1bOB", TTasto::giu, 0},  // cursor and application keys
+                          {"\x1b[C", TTasto::destra, 0},      {"\x1b[Z", TTasto::tabIndietro, 0},
+                          {"\x1b", TTasto::esc, 0},           {"\x1b[5~", TTasto::nessuno, 0},
+                          {"\x08", TTasto::cancella, 0},      {" ", TTasto::spazio, ' '},
+                          {"\x04", TTasto::fine, 0},          {"\x01", TTasto::nessuno, 0}};
+    for (const TCaso& c : casi) {
+        const TLettura l =
+            DecodificaTasto(reinterpret_cast<const unsigned char*>(c.byte.data()), static_cast<int>(c.byte.size()));
+        EXPECT_EQ(l.tasto, c.tasto) << "case " << (&c - casi);
+        EXPECT_EQ(l.carattere, c.carattere) << "case " << (&c - casi);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Tasti, DecodificaTastoTest,
-    ::testing::Values(TCasoTasto{"Su", "\x1b[A", TTasto::su, 0}, TCasoTasto{"GiuApplicazione", "\x1bOB", TTasto::giu, 0},
-                      TCasoTasto{"Destra", "\x1b[C", TTasto::destra, 0},
-                      TCasoTasto{"TabIndietro", "\x1b[Z", TTasto::tabIndietro, 0},
-                      TCasoTasto{"EscSolo", "\x1b", TTasto::esc, 0},
-                      TCasoTasto{"SequenzaIgnota", "\x1b[5~", TTasto::nessuno, 0},
-                      TCasoTasto{"Canc", "\x7f", TTasto::cancella, 0}, TCasoTasto{"CtrlH", "\x08", TTasto::cancella, 0},
-                      TCasoTasto{"Invio", "\r", TTasto::invio, 0}, TCasoTasto{"Tab", "\t", TTasto::tab, 0},
-                      TCasoTasto{"Spazio", " ", TTasto::spazio, ' '}, TCasoTasto{"Meno", "-", TTasto::carattere, '-'},
-                      TCasoTasto{"CtrlD", "\x04", TTasto::fine, 0}, TCasoTasto{"CtrlA", "\x01", TTasto::nessuno, 0}),
-    [](const ::testing::TestParamInfo<TCasoTasto>& i) { return std::string(i.param.nome); });
 
 // A dialog with one control of every kind that takes the focus, and a
 // disabled entry that must be skipped.
@@ -61,63 +51,54 @@ TStatoDialogo Dialogo()
     return s;
 }
 
-struct TCasoInput {
-    const char* nome;
-    int fuoco;  // index in Dialogo().elementi
-    TLettura tasto;
-    int fuocoDopo;
-    bool posta;
-    TTipoInput tipo;
-    int id;
-    std::string testo;
-    int indice;
-};
-
-class InputPerTastoTest : public ::testing::TestWithParam<TCasoInput> {};
-
-TEST_P(InputPerTastoTest, AgisceSulControlloConIlFuoco)
+// What a key does to the control with the focus. Typing, Backspace, Enter
+// and Escape in an entry field are what a person does in the terminal
+// session of the tool tests.
+TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
 {
-    const TCasoInput& c = GetParam();
-    int fuoco = c.fuoco;
-    TInput input;
-    const bool posta = InputPerTasto(Dialogo(), c.tasto, fuoco, input);
-    EXPECT_EQ(fuoco, c.fuocoDopo);
-    ASSERT_EQ(posta, c.posta);
-    if (!posta) return;
-    EXPECT_EQ(input.tipo, c.tipo);
-    if (c.tipo != TTipoInput::invio && c.tipo != TTipoInput::esc) {
+    const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, invio{TTasto::invio, 0},
+        spazio{TTasto::spazio, ' '}, sette{TTasto::carattere, '7'}, sinistra{TTasto::sinistra, 0},
+        destra{TTasto::destra, 0};
+    struct TCaso {
+        const char* nome;
+        int fuoco;  // index in Dialogo().elementi
+        TLettura tasto;
+        int fuocoDopo;
+        bool posta;
+        TTipoInput tipo;
+        int id;
+        std::string testo;
+        int indice;
+    };
+    const TCaso casi[] = {
+        {"TabSaltaIlDisabilitato", 1, tab, 3, false, {}, 0, "", -1},
+        {"IndietroDalPrimoVaAllUltimo", 1, indietro, 6, false, {}, 0, "", -1},
+        {"FuocoSuUnDisabilitatoPassaOltre", 2, sette, 3, false, {}, 0, "", -1},
+        {"SenzaFuocoIlPrimoControllo", -1, sette, 1, true, TTipoInput::digita, 2000, "7", -1},
+        {"SpazioNellEntrata", 1, spazio, 1, true, TTipoInput::digita, 2000, " ", -1},
+        {"CarattereSuUnPulsanteNonFaNulla", 4, sette, 4, false, {}, 0, "", -1},
+        {"InvioSuUnPulsanteLoPreme", 4, invio, 4, true, TTipoInput::clic, 2, "", -1},
+        {"SpazioSulRadio", 6, spazio, 6, true, TTipoInput::clic, 2122, "", -1},
+        {"SpazioSullaListaRicomincia", 5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},
+        {"DestraSullUltimaVoceResta", 5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},
+        {"SinistraSullaLista", 5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
+        {"DestraFuoriListaSposta", 3, destra, 4, false, {}, 0, "", -1}};
+    for (const TCaso& c : casi) {
+        SCOPED_TRACE(c.nome);
+        int fuoco = c.fuoco;
+        TInput input;
+        const bool posta = InputPerTasto(Dialogo(), c.tasto, fuoco, input);
+        EXPECT_EQ(fuoco, c.fuocoDopo);
+        ASSERT_EQ(posta, c.posta);
+        if (!posta) continue;
+        EXPECT_EQ(input.tipo, c.tipo);
         EXPECT_EQ(input.id, c.id);
-    }
-    EXPECT_EQ(input.testo, c.testo);
-    if (c.tipo == TTipoInput::scegli) {
-        EXPECT_EQ(input.indice, c.indice);
+        EXPECT_EQ(input.testo, c.testo);
+        if (c.tipo == TTipoInput::scegli) {
+            EXPECT_EQ(input.indice, c.indice);
+        }
     }
 }
-
-const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, invio{TTasto::invio, 0},
-    spazio{TTasto::spazio, ' '}, esc{TTasto::esc, 0}, canc{TTasto::cancella, 0}, sette{TTasto::carattere, '7'},
-    sinistra{TTasto::sinistra, 0}, destra{TTasto::destra, 0};
-
-INSTANTIATE_TEST_SUITE_P(
-    Tasti, InputPerTastoTest,
-    ::testing::Values(
-        TCasoInput{"TabSaltaIlDisabilitato", 1, tab, 3, false, {}, 0, "", -1},
-        TCasoInput{"IndietroDalPrimoVaAllUltimo", 1, indietro, 6, false, {}, 0, "", -1},
-        TCasoInput{"FuocoSuUnDisabilitatoPassaOltre", 2, sette, 3, false, {}, 0, "", -1},
-        TCasoInput{"SenzaFuocoIlPrimoControllo", -1, sette, 1, true, TTipoInput::digita, 2000, "7", -1},
-        TCasoInput{"CarattereNellEntrata", 1, sette, 1, true, TTipoInput::digita, 2000, "7", -1},
-        TCasoInput{"SpazioNellEntrata", 1, spazio, 1, true, TTipoInput::digita, 2000, " ", -1},
-        TCasoInput{"CancNellEntrata", 1, canc, 1, true, TTipoInput::digita, 2000, "\b", -1},
-        TCasoInput{"CarattereSuUnPulsanteNonFaNulla", 4, sette, 4, false, {}, 0, "", -1},
-        TCasoInput{"InvioNellEntrataEIlPredefinito", 1, invio, 1, true, TTipoInput::invio, 0, "", -1},
-        TCasoInput{"InvioSuUnPulsanteLoPreme", 4, invio, 4, true, TTipoInput::clic, 2, "", -1},
-        TCasoInput{"SpazioSulRadio", 6, spazio, 6, true, TTipoInput::clic, 2122, "", -1},
-        TCasoInput{"SpazioSullaListaRicomincia", 5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},
-        TCasoInput{"DestraSullUltimaVoceResta", 5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},
-        TCasoInput{"SinistraSullaLista", 5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
-        TCasoInput{"DestraFuoriListaSposta", 3, destra, 4, false, {}, 0, "", -1},
-        TCasoInput{"EscAnnulla", 4, esc, 4, true, TTipoInput::esc, 0, "", -1}),
-    [](const ::testing::TestParamInfo<TCasoInput>& i) { return std::string(i.param.nome); });
 
 // Backspace reaches the field through the toolkit: it erases the last
 // character, and on an empty field it erases nothing.
@@ -140,15 +121,9 @@ TEST(PosizioneControllo, CoincideConIlDisegno)
     s.modello = 1;
     s.cx = 160;
     s.cy = 40;
-    TStatoElemento e;
-    e.id = 2000;
-    e.tipo = TTipoElemento::edit;
-    e.x = 20;
-    e.y = 14;
-    e.cx = 40;
-    e.cy = 12;
-    e.testo = "42";
-    s.elementi = {e};
+    s.elementi.resize(1);
+    TStatoElemento& e = s.elementi[0];
+    std::tie(e.id, e.tipo, e.x, e.y, e.cx, e.cy, e.testo) = std::make_tuple(2000, TTipoElemento::edit, 20, 14, 40, 12, "42");
     const std::vector<std::string> righe = DisegnaDialogo(s);
     const TPosizione p = PosizioneControllo(e);
     ASSERT_LT(p.riga, static_cast<int>(righe.size()));

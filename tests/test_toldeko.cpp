@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -11,42 +11,33 @@
 
 #include "platform/toldeko/disegno_testo.h"
 #include "platform/toldeko/toldeko.h"
-#include "support/utente_finto.h"
+#include "support/prova_dialoghi.h"
 
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 // ---------------------------------------------------------------------------
-struct TCasoValidatore {
-    const char* testo;
-    bool reale;   // for GDoubleValidator
-    bool cifre;   // for GFilterValidator(GCharSet("0-9"))
-};
-
-std::ostream& operator<<(std::ostream& os, const TCasoValidatore& c) { return os << '"' << c.testo << '"'; }
-
-class ValidatoreTest : public ::testing::TestWithParam<TCasoValidatore> {};
-
-TEST_P(ValidatoreTest, PartialTexts)
+TEST(ValidatoreTest, PartialTexts)
 {
-    const TCasoValidatore& c = GetParam();
-    EXPECT_EQ(GDoubleValidator().IsValidInput(c.testo), c.reale) << c.testo;
-    EXPECT_EQ(GFilterValidator(GCharSet("0-9")).IsValidInput(c.testo), c.cifre) << c.testo;
+    struct TCaso {
+        const char* testo;
+        bool reale;  // for GDoubleValidator
+        bool cifre;  // for GFilterValidator(GCharSet("0-9"))
+    };
+    const TCaso casi[] = {{"", true, true},      {"0123456789", true, true}, {"-", true, false},
+                          {"+1.5", true, false}, {".5e3", true, false},      {"1e", true, false},
+                          {"1E-", true, false},  {"-2.e+12", true, false},   {"1.5.", false, false},
+                          {"e5", false, false},  {".e5", false, false},      {"1e5.0", false, false},
+                          {"1e5e", false, false}, {"--1", false, false},     {"1 2", false, false},
+                          {"12a", false, false}, {"1-", false, false}};
+    for (const TCaso& c : casi) {
+        EXPECT_EQ(GDoubleValidator().IsValidInput(c.testo), c.reale) << c.testo;
+        EXPECT_EQ(GFilterValidator(GCharSet("0-9")).IsValidInput(c.testo), c.cifre) << c.testo;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Casi, ValidatoreTest,
-    ::testing::Values(TCasoValidatore{"", true, true}, TCasoValidatore{"0123456789", true, true},
-                      TCasoValidatore{"-", true, false}, TCasoValidatore{"+1.5", true, false},
-                      TCasoValidatore{".5e3", true, false}, TCasoValidatore{"1e", true, false},
-                      TCasoValidatore{"1E-", true, false}, TCasoValidatore{"-2.e+12", true, false},
-                      TCasoValidatore{"1.5.", false, false}, TCasoValidatore{"e5", false, false},
-                      TCasoValidatore{".e5", false, false}, TCasoValidatore{"1e5.0", false, false},
-                      TCasoValidatore{"1e5e", false, false}, TCasoValidatore{"--1", false, false},
-                      TCasoValidatore{"1 2", false, false}, TCasoValidatore{"12a", false, false},
-                      TCasoValidatore{"1-", false, false}));
 
 TEST(GCharSetTest, RangesAndSingleCharacters)
 {
@@ -58,48 +49,31 @@ TEST(GCharSetTest, RangesAndSingleCharacters)
 }
 
 // ---------------------------------------------------------------------------
-class ToolkitTest : public ::testing::Test {
-protected:
-    void TearDown() override { EXPECT_EQ(utente.script.Scaduti(), 0); }
-    TUtenteFinto utente;
-    TBackendScript& script = utente.script;
-};
+using ToolkitTest = TProvaDialoghi;
 
+// The message of the logic error that `lega` throws; empty when none.
+std::string Errore(const std::function<void()>& lega)
+{
+    try {
+        lega();
+    } catch (const std::logic_error& e) {
+        return e.what();
+    }
+    return "";
+}
+
+// No such id; an edit is no static; a button is no list; a group box is no
+// radio; no such template.
 TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
 {
-    struct TCaso {
-        unsigned modello;
-        int id;
-        int classe;  // 0 GEdit, 1 GStatic, 2 GComboBox, 3 GCheckButton
-        const char* attesa;
-    };
-    const TCaso casi[] = {
-        {10040, 2099, 0, "controllo 2099"},     // no such id
-        {10040, 2000, 1, "adatto a GStatic"},   // an edit is no static
-        {10040, 1, 2, "adatto a GComboBox"},    // a button is no list
-        {10043, 2121, 3, "adatto a GCheckButton"},  // a group box is no radio
-    };
-    for (const TCaso& c : casi) {
-        GDlg d(nullptr, c.modello);
-        try {
-            switch (c.classe) {
-            case 0: new GEdit(&d, c.id, new GDoubleValidator()); break;
-            case 1: new GStatic(&d, c.id); break;
-            case 2: new GComboBox(&d, c.id); break;
-            default: new GCheckButton(&d, c.id); break;
-            }
-            ADD_FAILURE() << "no error for id " << c.id;
-        } catch (const std::logic_error& e) {
-            EXPECT_THAT(e.what(), HasSubstr(std::to_string(c.modello)));
-            EXPECT_THAT(e.what(), HasSubstr(c.attesa));
-        }
-    }
-    try {
-        GDlg d(nullptr, 9999);
-        ADD_FAILURE() << "no error for a missing template";
-    } catch (const std::logic_error& e) {
-        EXPECT_THAT(e.what(), HasSubstr("9999"));
-    }
+    GDlg punto(nullptr, 10040), scelta(nullptr, 10043);
+    EXPECT_THAT(Errore([&] { new GEdit(&punto, 2099, new GDoubleValidator()); }),
+                AllOf(HasSubstr("10040"), HasSubstr("controllo 2099")));
+    EXPECT_THAT(Errore([&] { new GStatic(&punto, 2000); }), AllOf(HasSubstr("10040"), HasSubstr("adatto a GStatic")));
+    EXPECT_THAT(Errore([&] { new GComboBox(&punto, 1); }), AllOf(HasSubstr("10040"), HasSubstr("adatto a GComboBox")));
+    EXPECT_THAT(Errore([&] { new GCheckButton(&scelta, 2121); }),
+                AllOf(HasSubstr("10043"), HasSubstr("adatto a GCheckButton")));
+    EXPECT_THAT(Errore([] { GDlg d(nullptr, 9999); }), HasSubstr("9999"));
 }
 
 // A dialog on the selection template with a message map of its own.
@@ -161,7 +135,7 @@ TEST_F(ToolkitTest, RadiosListsAndTheMessageMap)
     EXPECT_EQ(d.doModal(), IDOK);
     EXPECT_THAT(d.porte, ElementsAre(2, 3));
     EXPECT_THAT(d.tipi, ElementsAre(20));
-    const TStatoDialogo s = script.Chiusi().back().stato;
+    const TStatoDialogo s = UltimoChiuso();
     EXPECT_EQ(s.Check(2123), 0);
     EXPECT_EQ(s.Check(2124), 1);
     EXPECT_EQ(s.Check(2125), 0);
@@ -190,13 +164,6 @@ TEST_F(ToolkitTest, NestedDialogRunsInsideItsParentsHandler)
     EXPECT_EQ(chiusi[1].stato.modello, 10043u);
 }
 
-TEST_F(ToolkitTest, EnterWithoutDefaultButtonRaisesOk)
-{
-    script.Invio();
-    GDlg d(nullptr, 10045);
-    EXPECT_EQ(d.doModal(), IDOK);
-}
-
 TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
 {
     GDlg d(nullptr, 10045);
@@ -209,7 +176,7 @@ TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
     const int risultato = d.doModal();
     altro.join();
     EXPECT_EQ(risultato, 5);
-    EXPECT_EQ(script.Chiusi().back().stato.Testo(2240), "il punto superiore a destra");
+    EXPECT_EQ(UltimoChiuso().Testo(2240), "il punto superiore a destra");
 }
 
 TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
@@ -226,18 +193,18 @@ TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
     EXPECT_EQ(GetDlgItem(&estraneo, 2185), nullptr);
     script.Esc();
     d.doModal();
-    EXPECT_FALSE(script.Chiusi().back().stato.Abilitato(2185));
-    EXPECT_TRUE(script.Chiusi().back().stato.Abilitato(2186));
+    EXPECT_FALSE(UltimoChiuso().Abilitato(2185));
+    EXPECT_TRUE(UltimoChiuso().Abilitato(2186));
 }
 
+// The answer comes back to the caller; the dialog owns the box.
 TEST_F(ToolkitTest, MessageBoxesGoThroughThePlatformHandler)
 {
     GDlg d(nullptr, 10043);
     utente.Rispondi(IDNO);
     EXPECT_EQ(d.messageBox("Continuo ?", "Scelta Tavoletta", MB_YESNO | MB_ICONQUESTION), IDNO);
     ASSERT_EQ(utente.Messaggi().size(), 1u);
-    EXPECT_EQ(utente.Messaggi()[0].titolo, "Scelta Tavoletta");
-    EXPECT_EQ(utente.Messaggi()[0].flags, 36u);
+    EXPECT_EQ(utente.Messaggi()[0].owner, d.handle());
 }
 
 TEST(BackendPredefinitoTest, CancelsEveryDialog)
@@ -255,7 +222,7 @@ TEST_F(ToolkitTest, TextRendererDrawsControlsInPlace)
     script.Digita(2000, "12.5");
     script.Esc();
     punto.doModal();
-    const std::vector<std::string> righe = DisegnaDialogo(script.Chiusi().back().stato);
+    const std::vector<std::string> righe = DisegnaDialogo(UltimoChiuso());
     ASSERT_EQ(righe.size(), 10u);  // 64 units: 8 rows inside the border
     EXPECT_EQ(righe[0].rfind("+= Calibrazione per punti sparsi =", 0), 0u) << righe[0];
     // Labels from column 3 (8 units), edits from column 19 (72 units) and 20
@@ -269,7 +236,7 @@ TEST_F(ToolkitTest, TextRendererDrawsControlsInPlace)
     script.Clic(2124);
     script.Esc();
     scelta.doModal();
-    const std::string testo = DisegnaDialogoTesto(script.Chiusi().back().stato);
+    const std::string testo = DisegnaDialogoTesto(UltimoChiuso());
     EXPECT_THAT(testo, HasSubstr("(*) Com3"));
     EXPECT_THAT(testo, HasSubstr("( ) Com2"));
     EXPECT_THAT(testo, HasSubstr("{ } Com4")) << "disabled";

@@ -5,11 +5,11 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <string>
 
 #include "digit.h"
 #include "reports/digit_link.h"
 #include "support/digit_accesso.h"
+#include "support/griglia_prova.h"
 
 namespace {
 
@@ -22,10 +22,9 @@ TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
 {
     struct TCaso { std::int32_t x0, y0, x1, y1, x2, y2; int atteso; };
     const TCaso casi[] = {
-        {0, 0, 10, 0, 5, 5, +1}, {0, 0, 10, 0, 5, -5, -1}, {0, 0, 10, 0, 5, 0, 0},
-        {0, 0, 10, 0, 10, 0, 0}, {0, 0, 10, 0, 0, 0, 0}, {0, 0, 10, 0, 20, 0, +1},
-        {0, 0, 10, 0, -5, 0, -1}, {3, -4, 3, -4, 3, -4, 0}, {0, 0, 0, 10, 0, -1, -1},
-        {0, 0, 0, 0, 1, 1, +1},
+        {0, 0, 10, 0, 5, 5, +1}, {0, 0, 10, 0, 5, -5, -1}, {0, 0, 10, 0, 5, 0, 0}, {0, 0, 10, 0, 10, 0, 0},
+        {0, 0, 10, 0, 0, 0, 0}, {0, 0, 10, 0, 20, 0, +1}, {0, 0, 10, 0, -5, 0, -1}, {3, -4, 3, -4, 3, -4, 0},
+        {0, 0, 0, 10, 0, -1, -1}, {0, 0, 0, 0, 1, 1, +1},
         // Products or sums beyond 32 bits: still the geometric answer.
         {0, 0, 70000, 0, 35000, 70000, +1}, {0, 0, 70000, 0, 35000, -70000, -1},
         {0, 0, 40000, 40000, 60000, 60000, +1}, {0, 0, 40000, 40000, 20000, 20000, 0},
@@ -46,9 +45,8 @@ constexpr TQuattro quadratoY = {0, 100, 0, 100};
 TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
 {
     struct TCaso { std::int32_t x, y; bool dentro; };
-    const TCaso punti[] = {{50, 50, true},    {0, 0, true},   {0, 100, true},  {100, 0, true},
-                           {100, 100, true},  {50, 0, true},  {100, 50, true}, {101, 50, false},
-                           {-1, -1, false},   {50, 101, false}};
+    const TCaso punti[] = {{50, 50, true},   {0, 0, true},   {0, 100, true},  {100, 0, true},   {100, 100, true},
+                           {50, 0, true},    {100, 50, true}, {101, 50, false}, {-1, -1, false}, {50, 101, false}};
     const TQuattro riflessoX = {100, 100, 0, 0};
     CDigit d;
     for (const TCaso& p : punti) {
@@ -62,28 +60,6 @@ TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
     EXPECT_TRUE(A::PtInRect(d, puntoX.data(), puntoY.data(), -100000, 400000));
 }
 
-// Cell (i, j) maps every point to East i + 10·j + 1, so the result names the
-// cell that served it.
-void GrigliaSegnata(CDigit& d, int quadEst, int quadNord)
-{
-    A::NumQuadEst(d) = quadEst;
-    A::NumQuadNord(d) = quadNord;
-    for (int i = 0; i < maxQuadrati; ++i)
-        for (int j = 0; j < maxQuadrati; ++j) {
-            double* c = A::CoefCelle(d)[i][j];
-            for (int k = 0; k < 8; ++k) c[k] = 0.0;
-            c[2] = i + 10 * j + 1;
-            c[5] = -1;
-        }
-    A::StatoCalibr(d) = calibGriglia;
-}
-
-void Angoli(CDigit& d, int i, int j, TQuattro x, TQuattro y)
-{
-    std::copy(x.begin(), x.end(), A::AngoliX(d)[i][j]);
-    std::copy(y.begin(), y.end(), A::AngoliY(d)[i][j]);
-}
-
 double CellaUsata(const CDigit& d, int x, int y)
 {
     double est = 0, nord = 0;
@@ -91,10 +67,13 @@ double CellaUsata(const CDigit& d, int x, int y)
     return est;
 }
 
+// Mirrored cells hold nothing: every point goes to the nearest reference
+// point, which keeps its half count (200.5 beats the earlier cell's 600 from
+// x = 400; a truncated sum would tie and give the earlier cell).
 TEST(RicercaCellaTest, FirstHoldingCellThenNearestWithTiesToTheEarlier)
 {
     CDigit d;
-    GrigliaSegnata(d, 2, 1);
+    SegnaCelle(d, 2, 1);
     Angoli(d, 0, 0, quadratoX, quadratoY);
     Angoli(d, 1, 0, {100, 100, 200, 200}, quadratoY);
     EXPECT_EQ(CellaUsata(d, 100, 50), 1) << "shared edge: the first cell in the scan";
@@ -102,22 +81,13 @@ TEST(RicercaCellaTest, FirstHoldingCellThenNearestWithTiesToTheEarlier)
     EXPECT_EQ(CellaUsata(d, 100, 150), 1) << "equal distances: the lower East index";
     EXPECT_EQ(CellaUsata(d, 101, 150), 2);
     EXPECT_EQ(CellaUsata(d, 100000, -3), 2) << "far outside: the nearest cell extrapolates";
-    GrigliaSegnata(d, 1, 2);
+    SegnaCelle(d, 1, 2);
     Angoli(d, 0, 1, quadratoX, {100, 200, 100, 200});
     EXPECT_EQ(CellaUsata(d, -50, 100), 1) << "equal distances: the lower North index";
-    EXPECT_EQ(CellaUsata(d, 50, 150), 11);
-}
-
-// Mirrored cells hold nothing: every point goes to the nearest reference
-// point, which keeps its half count (200.5 beats the earlier cell's 600 from
-// x = 400; a truncated sum would tie and give the earlier cell).
-TEST(RicercaCellaTest, MirroredGridIsServedByTheNearestReferencePoint)
-{
-    CDigit d;
-    GrigliaSegnata(d, 1, 2);
+    EXPECT_EQ(CellaUsata(d, 50, 150), 101);
     Angoli(d, 0, 0, {700, 700, 500, 500}, quadratoY);
     Angoli(d, 0, 1, {301, 301, 100, 100}, quadratoY);
-    EXPECT_EQ(CellaUsata(d, 400, 50), 11);
+    EXPECT_EQ(CellaUsata(d, 400, 50), 101) << "mirrored: the nearest half-count reference point";
     EXPECT_EQ(CellaUsata(d, 600, 50), 1);
 }
 
@@ -126,25 +96,21 @@ TEST(RicercaCellaTest, MirroredGridIsServedByTheNearestReferencePoint)
 TEST(TrasfOmogTest, ProjectiveRowInItsOrderOfOperations)
 {
     CDigit d;
-    GrigliaSegnata(d, 1, 1);
+    SegnaCelle(d, 1, 1);
     Angoli(d, 0, 0, quadratoX, quadratoY);
     const double riga[8] = {0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0};
     std::copy(riga, riga + 8, A::CoefCelle(d)[0][0]);
-    struct TCaso { int x, y; double est, nord; };
-    for (const TCaso& c : {TCaso{1000, 900, 100, 100}, TCaso{500, 500, 400.0 / 9.0, 50},
-                           TCaso{-4000, 90000, -320.0 / 1.8, 9040 / 1.8}}) {
-        double est = 0, nord = 0;
-        ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(c.x, c.y, est, nord));
-        EXPECT_NEAR(est, c.est, 1e-9);
-        EXPECT_NEAR(nord, c.nord, 1e-9);
-    }
-    const double terzi[8] = {0, 0, 5, 0, 0, 7, 2, 0};  // w = 3 at (1, 0)
     double est = 0, nord = 0;
+    ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(-4000, 90000, est, nord));
+    EXPECT_NEAR(est, -320.0 / 1.8, 1e-9);
+    EXPECT_NEAR(nord, 9040 / 1.8, 1e-9);
+    const double terzi[8] = {0, 0, 5, 0, 0, 7, 2, 0};  // w = 3 at (1, 0)
     A::CalcoloTrasfOmog(d, 1, 0, est, nord, terzi);
     EXPECT_EQ(est, 5.0 / 3.0);
     EXPECT_EQ(nord, 7.0 / 3.0);
 }
 
+// East 500 + 0.1 x, North 200 + 0.1 y.
 void RigheSparse(CDigit& d)
 {
     const double e[3] = {500, 0.1, 0}, n[3] = {200, 0, 0.1};
@@ -153,26 +119,11 @@ void RigheSparse(CDigit& d)
     A::StatoCalibr(d) = calibPtSparsi;
 }
 
-TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMap)
+TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMapOrWritesNothing)
 {
     CDigit d;
-    RigheSparse(d);
     Scrivi(digitLink.xReport, 1000);
     Scrivi(digitLink.yReport, 1000);
-    double est = 0, nord = 0;
-    for (int bottone : {3, -1}) {  // a press, then a mere movement
-        Scrivi(digitLink.bottonePremuto, bottone);
-        int letto = 0;
-        ASSERT_TRUE(d.TrasformaCoordDigit(est, nord, letto));
-        EXPECT_NEAR(est, 600, 1e-12);
-        EXPECT_NEAR(nord, 300, 1e-12);
-        EXPECT_EQ(letto, bottone);
-    }
-}
-
-TEST(AreaCalibrataTest, WithoutAMapNothingIsWritten)
-{
-    CDigit d;
     Scrivi(digitLink.bottonePremuto, 3);
     double v[4] = {11, 12, 13, 14};
     int bottone = 42;
@@ -182,6 +133,15 @@ TEST(AreaCalibrataTest, WithoutAMapNothingIsWritten)
     EXPECT_FALSE(d.GetSoloAreaCalibrata(v[0], v[1], v[2], v[3]));
     EXPECT_EQ(bottone, 42);
     EXPECT_EQ((std::array<double, 4>{v[0], v[1], v[2], v[3]}), (std::array<double, 4>{11, 12, 13, 14}));
+
+    RigheSparse(d);
+    for (int premuto : {3, -1}) {  // a press, then a mere movement
+        Scrivi(digitLink.bottonePremuto, premuto);
+        ASSERT_TRUE(d.TrasformaCoordDigit(v[0], v[1], bottone));
+        EXPECT_NEAR(v[0], 600, 1e-12);
+        EXPECT_NEAR(v[1], 300, 1e-12);
+        EXPECT_EQ(bottone, premuto);
+    }
 }
 
 // The images of the limits, unsorted, in either state; the grid-only area is
@@ -200,7 +160,7 @@ TEST(AreaCalibrataTest, MaxAreaIsTheImageOfTheLimits)
     double solo[4] = {1, 2, 3, 4};
     EXPECT_FALSE(d.GetSoloAreaCalibrata(solo[0], solo[1], solo[2], solo[3]));
     EXPECT_EQ(solo[0], 1);
-    GrigliaSegnata(d, 1, 1);
+    SegnaCelle(d, 1, 1);
     Angoli(d, 0, 0, quadratoX, quadratoY);
     ASSERT_TRUE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
     EXPECT_EQ(v[0], 1);
@@ -214,13 +174,12 @@ TEST(AreaCalibrataTest, GridExtentWithWholeMargins)
     struct TCaso { int quadEst, quadNord; double passoEst, passoNord, atteso[4]; };
     const double enorme = 536870911.0;  // a quarter of the greatest 32-bit value
     const TCaso casi[] = {
-        {3, 2, 100, 10.7, {975, 1998, 1325, 2023.4}},
-        {3, 2, 3.9, -10, {1000, 2002, 1011.7, 1978}},
+        {3, 2, 100, 10.7, {975, 1998, 1325, 2023.4}}, {3, 2, 3.9, -10, {1000, 2002, 1011.7, 1978}},
         {30, 2, 100, 10, {975, 1998, 3125, 2022}},
         {1, 1, 1e12, -1e12, {1000 - enorme, 2000 + enorme + 1, 1e12 + 1000 + enorme, -1e12 + 2000 - enorme - 1}}};
     for (const TCaso& c : casi) {
         CDigit d;
-        GrigliaSegnata(d, c.quadEst, c.quadNord);
+        SegnaCelle(d, c.quadEst, c.quadNord);
         A::IniEst(d) = 1000;
         A::IniNord(d) = 2000;
         A::PassoEst(d) = c.passoEst;

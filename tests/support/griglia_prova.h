@@ -4,6 +4,8 @@
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <random>
 #include <vector>
@@ -38,6 +40,30 @@ inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::in
         }
     }
     return nodi;
+}
+
+// Every cell of the tables maps each point to East 1 + i + 100 j and North
+// -1, so that the result names the cell that served it. Sets the grid size
+// and the grid state; the corners are the test's.
+inline void SegnaCelle(CDigit& d, int quadEst, int quadNord)
+{
+    CDigitTestAccess::NumQuadEst(d) = quadEst;
+    CDigitTestAccess::NumQuadNord(d) = quadNord;
+    for (int i = 0; i < maxQuadrati; ++i)
+        for (int j = 0; j < maxQuadrati; ++j) {
+            double* c = CDigitTestAccess::CoefCelle(d)[i][j];
+            std::fill(c, c + 8, 0.0);
+            c[2] = 1 + i + 100 * j;
+            c[5] = -1;
+        }
+    CDigitTestAccess::StatoCalibr(d) = calibGriglia;
+}
+
+inline void Angoli(CDigit& d, int i, int j, const std::array<std::int32_t, 4>& x,
+                   const std::array<std::int32_t, 4>& y)
+{
+    std::copy(x.begin(), x.end(), CDigitTestAccess::AngoliX(d)[i][j]);
+    std::copy(y.begin(), y.end(), CDigitTestAccess::AngoliY(d)[i][j]);
 }
 
 // Stores every node into the corners of the cells that meet at it, sets the

@@ -1,12 +1,36 @@
-// What the dialog tests share: a person in front of the dialogs, and the
-// check, after each test, that no dialog waited for input that never came
-// and no queued action was left over.
+// What the dialog tests share: a person in front of the dialogs, a second
+// thread that plays the reader thread on the dialog's target, and the check,
+// after each test, that no dialog waited for input that never came and no
+// queued action was left over.
 #ifndef VELMARIN_TEST_PROVA_DIALOGHI_H
 #define VELMARIN_TEST_PROVA_DIALOGHI_H
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "digit.h"
+#include "reports/digit_link.h"
 #include "utente_finto.h"
+
+// A press of a button, or a mere move when the button is 0.
+struct TPressione {
+    int bottone;
+    std::int32_t x, y;
+};
+
+inline void Suona(CDigitNtfy& ntfy, const std::vector<TPressione>& pressioni)
+{
+    for (const TPressione& p : pressioni) {
+        if (p.bottone == 0)
+            ntfy.NotifyMove(p.x, p.y);
+        else
+            ntfy.NotifyButton(p.bottone, p.x, p.y);
+    }
+}
 
 class TProvaDialoghi : public ::testing::Test {
 protected:
@@ -20,6 +44,21 @@ protected:
     {
         const auto chiusi = script.Chiusi();
         return chiusi.empty() ? TStatoDialogo{} : chiusi.back().stato;
+    }
+    // Runs `dialogo` on this thread while `tavoletta` plays the reader thread
+    // on the target set by the dialog of template `modello` once it is open.
+    int Esegui(unsigned modello, const std::function<int()>& dialogo,
+               const std::function<void(CDigitNtfy&)>& tavoletta)
+    {
+        std::thread lettore([&] {
+            CDigitNtfy* ntfy = script.AttendiDialogo(modello) ? Leggi(digitLink.ntfy) : nullptr;
+            if (ntfy) return tavoletta(*ntfy);
+            ADD_FAILURE() << "the dialog is no target";
+            script.Esc();
+        });
+        const int risultato = dialogo();
+        lettore.join();
+        return risultato;
     }
 
     TUtenteFinto utente;
