@@ -4,6 +4,7 @@
 
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "backend_terminale.h"
 #include "digit.h"
@@ -97,6 +98,64 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
         if (c.tipo == TTipoInput::scegli) {
             EXPECT_EQ(input.indice, c.indice);
         }
+    }
+}
+
+// Keys that came in one read are handed out one by one: an escape sequence
+// takes its own bytes and no more, and waits while it is cut short.
+TEST(LunghezzaTasto, SeparaITastiArrivatiInsieme)
+{
+    struct TCaso { std::string byte; std::vector<TTasto> tasti; };
+    const TCaso casi[] = {
+        {"\x1b[Z\r", {TTasto::tabIndietro, TTasto::invio}},
+        {"\x1b[A \x1b[B\x1b[B", {TTasto::su, TTasto::spazio, TTasto::giu, TTasto::giu}},
+        {"\x1bOB\t7", {TTasto::giu, TTasto::tab, TTasto::carattere}},
+        {"\x1b[1;5C\r", {TTasto::nessuno, TTasto::invio}},  // Ctrl-Right, not ours: dropped whole
+        {"\x1bx\r", {TTasto::nessuno, TTasto::invio}},      // Alt-x likewise
+    };
+    for (const TCaso& c : casi) {
+        const auto* b = reinterpret_cast<const unsigned char*>(c.byte.data());
+        std::vector<TTasto> letti;
+        for (int n = static_cast<int>(c.byte.size()), k = 0; n > 0; b += k, n -= k) {
+            k = LunghezzaTasto(b, n);
+            ASSERT_GT(k, 0) << "case " << (&c - casi);
+            letti.push_back(DecodificaTasto(b, k).tasto);
+        }
+        EXPECT_EQ(letti, c.tasti) << "case " << (&c - casi);
+    }
+    for (const std::string cut : {"\x1b", "\x1b[", "\x1b[1;5", "\x1bO"})
+        EXPECT_EQ(LunghezzaTasto(reinterpret_cast<const unsigned char*>(cut.data()), static_cast<int>(cut.size())), 0);
+}
+
+// Tab goes from group to group, entering a radio group at its checked radio;
+// the arrows go round within a group. Two groups between an entry and a
+// button, the second with its middle radio checked and its last disabled.
+TEST(InputPerTasto, TabTraIGruppiFrecceNelGruppo)
+{
+    auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
+        TStatoElemento e;
+        std::tie(e.id, e.tipo, e.stile, e.check, e.abilitato) = std::make_tuple(id, tipo, stile, check, abilitato);
+        return e;
+    };
+    const auto radio = TTipoElemento::radio;
+    TStatoDialogo s;
+    s.modello = 1;
+    s.elementi = {el(2000, TTipoElemento::edit),       el(10, radio, stileInizioGruppo), el(11, radio),
+                  el(12, radio),                       el(20, radio, stileInizioGruppo), el(21, radio, 0, 1),
+                  el(22, radio, 0, 0, false),          el(1, TTipoElemento::predefinito)};
+    const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
+    struct TCaso { int fuoco; TLettura tasto; int dopo; };
+    const TCaso casi[] = {
+        {0, tab, 1}, {1, tab, 5}, {2, tab, 5}, {5, tab, 7},  // none checked: the group's first radio
+        {7, indietro, 5}, {5, indietro, 1},
+        {1, giu, 2}, {3, giu, 1}, {1, su, 3}, {5, giu, 4}, {4, su, 5},  // round, past the disabled one
+        {0, giu, 1},  // outside a group an arrow moves like Tab
+    };
+    for (const TCaso& c : casi) {
+        int fuoco = c.fuoco;
+        TInput input;
+        EXPECT_FALSE(InputPerTasto(s, c.tasto, fuoco, input));
+        EXPECT_EQ(fuoco, c.dopo) << "case " << (&c - casi);
     }
 }
 

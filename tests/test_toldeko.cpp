@@ -241,6 +241,7 @@ TEST_F(ToolkitTest, TextRendererDrawsControlsInPlace)
     EXPECT_THAT(testo, HasSubstr("( ) Com2"));
     EXPECT_THAT(testo, HasSubstr("{ } Com4")) << "disabled";
     EXPECT_THAT(testo, HasSubstr("- Velocità -")) << "group box caption, UTF-8 kept whole";
+    EXPECT_THAT(testo, HasSubstr("+- Risoluzio-+")) << "a caption longer than its box is cut inside the corners";
 }
 
 }  // namespace
