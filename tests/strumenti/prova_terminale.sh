@@ -18,9 +18,10 @@ esc=$(printf '\033')
 schermo() { tmux capture-pane -p -t "$sessione"; }
 # The control in reverse video.
 fuoco() { tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//"; }
-# Waits up to 15 s for the text $2 in what $1 shows, kept in $temp/$1.
+# Waits up to 30 s (a sanitizer build is slow) for the text $2 in what $1
+# shows, kept in $temp/$1.
 aspetta() {
-    for _ in $(seq 150); do
+    for _ in $(seq 300); do
         "$1" >"$temp/$1"
         grep -q -- "$2" "$temp/$1" && return 0
         sleep 0.1
@@ -32,7 +33,7 @@ aspetta() {
 attendi() { aspetta schermo "$1"; }
 
 tmux new-session -d -s "$sessione" -x 100 -y 32 \
-    "prima=\$(stty -g); '$HOST' calibrate points; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 30"
+    "prima=\$(stty -g); '$HOST' calibrate points; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 60"
 
 verifica "the sparse point dialog is drawn" attendi "Calibrazione per punti sparsi"
 verifica "with its East label" contiene "$temp/schermo" "Coord. Est (Y)"
@@ -59,7 +60,7 @@ verifica "the terminal is restored" attendi "TERMINAL RESTORED"
 # group, the arrows within one, Space to choose; "Limiti" has the simulated
 # tablet digitize two corners, "Prova" shows it live; Enter takes it all.
 tmux kill-session -t "$sessione"
-tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; sleep 30"
+tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; sleep 60"
 verifica "the tablet selection is drawn" attendi "Scelta tavoletta"
 verifica "with the simulated model chosen" contiene "$temp/schermo" "Tipo tavoletta \[ Summa MicroGrid 3"
 
