@@ -41,6 +41,13 @@ bool TBackendScript::AttendiDialogo(unsigned modello, std::chrono::milliseconds 
     return cv.wait_for(lk, limite, [&] { return !aperti.empty() && aperti.back()->Modello().id == modello; });
 }
 
+bool TBackendScript::AttendiMostrato(const std::function<bool(const TStatoDialogo&)>& vede,
+                                     std::chrono::milliseconds limite)
+{
+    std::unique_lock<std::mutex> lk(mutex);
+    return cv.wait_for(lk, limite, [&] { return vede(aperti.empty() ? TStatoDialogo{} : aperti.back()->Fotografia()); });
+}
+
 bool TBackendScript::AttendiNessuno(std::chrono::milliseconds limite)
 {
     std::unique_lock<std::mutex> lk(mutex);
@@ -89,6 +96,13 @@ void TBackendScript::Chiuso(TFinestraDialogo& finestra)
         break;
     }
     inAttesa = false;
+    cv.notify_all();
+}
+
+// Called outside the dialog's lock, so the backend's may be taken here.
+void TBackendScript::Cambiato(TFinestraDialogo&)
+{
+    std::lock_guard<std::mutex> g(mutex);
     cv.notify_all();
 }
 

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -40,6 +41,10 @@ public:
 
     // Waits until the dialog of template `modello` is on top.
     bool AttendiDialogo(unsigned modello, std::chrono::milliseconds limite = std::chrono::seconds(10));
+    // Waits until the dialog on top shows what `vede` looks for; it is asked
+    // again whenever a dialog opens, closes or changes.
+    bool AttendiMostrato(const std::function<bool(const TStatoDialogo&)>& vede,
+                         std::chrono::milliseconds limite = std::chrono::seconds(10));
     // Waits until no dialog is open.
     bool AttendiNessuno(std::chrono::milliseconds limite = std::chrono::seconds(10));
     // The dialog on top as it is now; modello 0 when none is open.
@@ -51,6 +56,7 @@ public:
     void Aperto(TFinestraDialogo& finestra) override;
     void Chiuso(TFinestraDialogo& finestra) override;
     std::chrono::milliseconds Inattivo(TFinestraDialogo& finestra) override;
+    void Cambiato(TFinestraDialogo& finestra) override;
 
 private:
     void Accoda(const TInput& input);

@@ -6,22 +6,6 @@ namespace {
 
 using TCelle = std::vector<std::string>;  // one character (UTF-8 sequence) a cell
 
-TCelle Caratteri(const std::string& s)
-{
-    TCelle c;
-    for (std::size_t i = 0; i < s.size();) {
-        std::size_t n = 1;
-        const unsigned char b = static_cast<unsigned char>(s[i]);
-        if (b >= 0xF0) n = 4;
-        else if (b >= 0xE0) n = 3;
-        else if (b >= 0xC0) n = 2;
-        n = std::min(n, s.size() - i);
-        c.push_back(s.substr(i, n));
-        i += n;
-    }
-    return c;
-}
-
 // "&OK" shows as "OK"; "&&" as "&".
 std::string SenzaAcceleratori(const std::string& s)
 {
@@ -39,7 +23,7 @@ enum class TAllinea { sinistra, centro, destra };
 // `testo` cut or padded to `larghezza` cells.
 TCelle Adatta(const std::string& testo, int larghezza, TAllinea allinea)
 {
-    TCelle c = Caratteri(testo);
+    TCelle c = CelleTesto(testo);
     if (larghezza <= 0) return {};
     if (static_cast<int>(c.size()) > larghezza) c.resize(static_cast<std::size_t>(larghezza));
     const int vuoto = larghezza - static_cast<int>(c.size());
@@ -65,7 +49,7 @@ public:
             if (c >= 0 && c < larghezza) celle[static_cast<std::size_t>(riga)][static_cast<std::size_t>(c)] = testo[i];
         }
     }
-    void Scrivi(int col, int riga, const std::string& testo) { Scrivi(col, riga, Caratteri(testo)); }
+    void Scrivi(int col, int riga, const std::string& testo) { Scrivi(col, riga, CelleTesto(testo)); }
 
     // A frame from (c0, r0) to (c1, r1), corners included, with an optional
     // caption in its top line.
@@ -83,7 +67,7 @@ public:
             for (int r : {r0, r1}) Scrivi(c, r, "+");
         // The caption stays inside the corners: a long one is cut.
         if (titolo.empty()) return;
-        TCelle t = Caratteri(" " + titolo + " ");
+        TCelle t = CelleTesto(" " + titolo + " ");
         t.resize(std::min(t.size(), static_cast<std::size_t>(std::max(0, c1 - c0 - 3))));
         Scrivi(c0 + 2, r0, t);
     }
@@ -132,11 +116,9 @@ bool IsCornice(TTipoElemento t) { return t == TTipoElemento::gruppo || t == TTip
 
 void Disegna(TGriglia& g, const TStatoElemento& e)
 {
-    // One-line controls stand on the row of their middle, so that an edit a
-    // little taller than its label lands on the label's row.
-    const int col = 1 + e.x / 4;
-    const int riga = 1 + (IsCornice(e.tipo) ? e.y : e.y + e.cy / 2 - 4) / 8;
-    const int w = std::max(1, e.cx / 4);
+    const TPosizione p = PosizioneControllo(e);
+    const int col = p.colonna, w = p.larghezza;
+    const int riga = IsCornice(e.tipo) ? 1 + e.y / 8 : p.riga;
     const std::string apre = e.abilitato ? "[" : "{", chiude = e.abilitato ? "]" : "}";
     switch (e.tipo) {
     case TTipoElemento::gruppo:
@@ -185,6 +167,27 @@ void Disegna(TGriglia& g, const TStatoElemento& e)
 }
 
 }  // namespace
+
+std::vector<std::string> CelleTesto(const std::string& s)
+{
+    TCelle c;
+    for (std::size_t i = 0; i < s.size();) {
+        const unsigned char b = static_cast<unsigned char>(s[i]);
+        std::size_t n = b >= 0xF0 ? 4 : b >= 0xE0 ? 3 : b >= 0xC0 ? 2 : 1;
+        n = std::min(n, s.size() - i);
+        c.push_back(s.substr(i, n));
+        i += n;
+    }
+    return c;
+}
+
+// Four dialog units a column, eight a row, inside a border. One-line
+// controls stand on the row of their middle, so that an edit a little taller
+// than its label lands on the label's row.
+TPosizione PosizioneControllo(const TStatoElemento& e)
+{
+    return {1 + (e.y + e.cy / 2 - 4) / 8, 1 + e.x / 4, std::max(1, e.cx / 4)};
+}
 
 std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato)
 {

@@ -21,6 +21,16 @@
 #include "platform/toldeko/stato_dialogo.h"
 
 std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato);
+
+// Where a one-line control stands in the drawing: row and first column
+// (from 0 in the dialog's lines) and its width in cells.
+struct TPosizione {
+    int riga, colonna, larghezza;
+};
+TPosizione PosizioneControllo(const TStatoElemento& e);
+
+// A text cut into the cells it fills, one UTF-8 character a cell.
+std::vector<std::string> CelleTesto(const std::string& testo);
 // The same lines joined, each ended by a line feed.
 std::string DisegnaDialogoTesto(const TStatoDialogo& stato);
 

@@ -135,22 +135,14 @@ void TFinestraDialogo::ImpostaCheck(int indice, int valore)
     Cambiato();
 }
 
-// A group of radios runs from the radio that starts it over the radios that
-// follow it in the template, up to the next start or the next other control.
 void TFinestraDialogo::ScegliRadio(int indice)
 {
     {
         std::lock_guard<std::mutex> g(mutex);
-        auto& el = stato.elementi;
-        auto radio = [&](int i) { return el[static_cast<std::size_t>(i)].tipo == TTipoElemento::radio; };
-        auto inizio = [&](int i) { return (el[static_cast<std::size_t>(i)].stile & stileInizioGruppo) != 0; };
         El(indice);  // checks the index
-        int primo = indice;
-        while (!inizio(primo) && primo > 0 && radio(primo - 1)) --primo;
-        int ultimo = indice;
-        const int n = static_cast<int>(el.size());
-        while (ultimo + 1 < n && radio(ultimo + 1) && !inizio(ultimo + 1)) ++ultimo;
-        for (int i = primo; i <= ultimo; ++i) el[static_cast<std::size_t>(i)].check = i == indice ? 1 : 0;
+        const TStatoDialogo::TGruppo gruppo = stato.GruppoRadio(indice);
+        for (int i = gruppo.primo; i <= gruppo.ultimo; ++i)
+            stato.elementi[static_cast<std::size_t>(i)].check = i == indice ? 1 : 0;
     }
     Cambiato();
 }

@@ -63,6 +63,14 @@ struct TStatoDialogo {
     short cx = 0, cy = 0;
     std::vector<TStatoElemento> elementi;
 
+    // The radio group of the control at index `indice` in `elementi`: the
+    // indices of its first and last radio. A group runs from the radio that
+    // starts it over the radios that follow it in the template, up to the
+    // next start or the next other control.
+    struct TGruppo {
+        int primo, ultimo;
+    };
+    TGruppo GruppoRadio(int indice) const;
     // The control `id`, or null. Labels share the id idNessuno and are not found.
     const TStatoElemento* Elemento(int id) const;
     // Short readings for tests and front ends; empty or 0 for an unknown id.

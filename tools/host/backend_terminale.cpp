@@ -27,24 +27,17 @@ bool IsRadio(const TStatoDialogo& s, int i)
     return i >= 0 && i < static_cast<int>(s.elementi.size()) && El(s, i).tipo == TTipoElemento::radio;
 }
 
-// A radio group runs from a radio that starts one through the radios that
-// follow it, up to the next start or the next control of another kind.
-int InizioGruppo(const TStatoDialogo& s, int i)
-{
-    while (i > 0 && !(El(s, i).stile & stileInizioGruppo) && IsRadio(s, i - 1)) --i;
-    return i;
-}
-
 bool StessoGruppo(const TStatoDialogo& s, int a, int b)
 {
-    return IsRadio(s, a) && IsRadio(s, b) && InizioGruppo(s, a) == InizioGruppo(s, b);
+    return IsRadio(s, a) && IsRadio(s, b) && s.GruppoRadio(a).primo == s.GruppoRadio(b).primo;
 }
 
 // The radios of i's group that take the focus, in order.
 std::vector<int> MembriGruppo(const TStatoDialogo& s, int i)
 {
     std::vector<int> membri;
-    for (int j = InizioGruppo(s, i); StessoGruppo(s, j, i); ++j)
+    const TStatoDialogo::TGruppo g = s.GruppoRadio(i);
+    for (int j = g.primo; j <= g.ultimo; ++j)
         if (PrendeFuoco(El(s, j))) membri.push_back(j);
     return membri;
 }
@@ -75,23 +68,9 @@ int SpostaNelGruppo(const TStatoDialogo& s, int da, int verso)
     return membri[static_cast<std::size_t>(((k + verso) % m + m) % m)];
 }
 
-// UTF-8 cells of a line, as the renderer counts them.
-std::vector<std::string> Celle(const std::string& s)
-{
-    std::vector<std::string> c;
-    for (std::size_t i = 0; i < s.size();) {
-        const unsigned char b = static_cast<unsigned char>(s[i]);
-        std::size_t n = b >= 0xF0 ? 4 : b >= 0xE0 ? 3 : b >= 0xC0 ? 2 : 1;
-        n = std::min(n, s.size() - i);
-        c.push_back(s.substr(i, n));
-        i += n;
-    }
-    return c;
-}
-
 std::string Evidenzia(const std::string& riga, const TPosizione& p)
 {
-    std::vector<std::string> c = Celle(riga);
+    std::vector<std::string> c = CelleTesto(riga);
     if (static_cast<int>(c.size()) < p.colonna + p.larghezza) c.resize(static_cast<std::size_t>(p.colonna + p.larghezza), " ");
     std::string r;
     for (int i = 0; i < static_cast<int>(c.size()); ++i) {
@@ -103,13 +82,6 @@ std::string Evidenzia(const std::string& riga, const TPosizione& p)
 }
 
 }  // namespace
-
-TPosizione PosizioneControllo(const TStatoElemento& e)
-{
-    // The renderer's grid: four dialog units a column, eight a row, inside a
-    // border; a one-line control stands on the row of its middle.
-    return {1 + (e.y + e.cy / 2 - 4) / 8, 1 + e.x / 4, std::max(1, e.cx / 4)};
-}
 
 bool PrendeFuoco(const TStatoElemento& e)
 {
@@ -300,7 +272,7 @@ void TBackendTerminale::Ridisegna()
     out += "\r\n";
     if (!nota.empty()) out += "\r\n  \x1b[1m" + nota + "\x1b[0m\r\n";
     if (conFuoco && s.elementi[static_cast<std::size_t>(f)].tipo == TTipoElemento::edit) {
-        const int lunghezza = static_cast<int>(Celle(s.elementi[static_cast<std::size_t>(f)].testo).size());
+        const int lunghezza = static_cast<int>(CelleTesto(s.elementi[static_cast<std::size_t>(f)].testo).size());
         const int col = 3 + p.colonna + 1 + std::min(lunghezza, std::max(0, p.larghezza - 3));
         out += "\x1b[" +  std::to_string(primaRiga + p.riga + 1) + ";" + std::to_string(col) + "H\x1b[?25h";
     }

@@ -29,12 +29,6 @@
 #include "platform/toldeko/finestra_dialogo.h"
 #include "terminale.h"
 
-// Where a control stands in the drawing: row and first column (from 0 in
-// the dialog's lines) and its width in cells.
-struct TPosizione {
-    int riga, colonna, larghezza;
-};
-TPosizione PosizioneControllo(const TStatoElemento& e);
 bool PrendeFuoco(const TStatoElemento& e);
 
 // What one key does to a dialog as it stands: the input to post (false when

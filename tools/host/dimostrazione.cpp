@@ -5,6 +5,10 @@
 #include <mutex>
 #include <thread>
 
+#include "dialogs/dialogo_digitalizza.h"
+#include "dialogs/dialogo_limiti.h"
+#include "dialogs/dialogo_punti_sparsi.h"
+#include "dialogs/dialogo_scelta_tavoletta.h"
 #include "digit.h"
 #include "configura.h"
 #include "platform/toldeko/backend_script.h"
@@ -17,10 +21,6 @@ namespace {
 constexpr int tipoDemo = 5;
 constexpr int portaDemo = 1;
 constexpr int numPressioni = 100;
-constexpr unsigned modelloPunto = 10040;       // the entry of a point's ground coordinates
-constexpr unsigned modelloDigitalizza = 10042; // the wait for the point on the tablet
-constexpr unsigned modelloScelta = 10043;      // the tablet selection
-constexpr unsigned modelloLimiti = 10045;      // the two corners of the limits
 constexpr int idEst = 2000, idNord = 2001;
 constexpr int idTipo = 2120, idPrimaPorta = 2122, idLimiti = 2151;
 constexpr int idRichiestaAngolo = 2240;
@@ -58,24 +58,13 @@ bool PremiFinche(TRiproduttore& tavoletta, std::int32_t x, std::int32_t y, int b
     return false;
 }
 
-bool PromptCambiato(TBackendScript& script, const std::string& prima)
-{
-    const auto limite = std::chrono::steady_clock::now() + std::chrono::seconds(3);
-    while (std::chrono::steady_clock::now() < limite) {
-        const TStatoDialogo ora = script.Corrente();
-        if (ora.modello != modelloLimiti || ora.Testo(idRichiestaAngolo) != prima) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    return false;
-}
-
 // Plays the user of the tablet selection: picks the model from the list and
 // the port, opens "Limiti", digitizes the two corners with the confirming
 // button and accepts the choice.
 void Configuratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* out, bool& riuscito)
 {
     riuscito = false;
-    if (!script.AttendiDialogo(modelloScelta)) return;
+    if (!script.AttendiDialogo(modelloSceltaTavoletta)) return;
     script.Scegli(idTipo, tipoDemo);
     script.Clic(idPrimaPorta + portaDemo - 1);
     script.Clic(idLimiti);
@@ -84,10 +73,14 @@ void Configuratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* 
         const std::string prompt = script.Corrente().Testo(idRichiestaAngolo);
         std::fprintf(out, "limits: \"%s\" digitized at x %d y %d\n", prompt.c_str(), a.x, a.y);
         std::fflush(out);
-        if (!PremiFinche(tavoletta, a.x, a.y, bottoneConferma, [&] { return PromptCambiato(script, prompt); }))
+        const auto preso = [&](const TStatoDialogo& s) {
+            return s.modello != modelloLimiti || s.Testo(idRichiestaAngolo) != prompt;
+        };
+        if (!PremiFinche(tavoletta, a.x, a.y, bottoneConferma,
+                         [&] { return script.AttendiMostrato(preso, std::chrono::seconds(3)); }))
             return;
     }
-    if (!script.AttendiDialogo(modelloScelta)) return;
+    if (!script.AttendiDialogo(modelloSceltaTavoletta)) return;
     script.Invio();
     riuscito = script.AttendiNessuno();
 }
@@ -99,7 +92,7 @@ void Configuratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* 
 void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* out, bool& riuscito)
 {
     riuscito = false;
-    if (!script.AttendiDialogo(modelloPunto)) return;
+    if (!script.AttendiDialogo(modelloPuntiSparsi)) return;
     int n = 0;
     for (const TPuntoControllo& p : punti) {
         char testo[32];
@@ -113,7 +106,7 @@ void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* ou
                      p.x, p.y);
         std::fflush(out);
         if (!PremiFinche(tavoletta, p.x, p.y, bottoneConferma,
-                         [&] { return script.AttendiDialogo(modelloPunto, std::chrono::seconds(3)); }))
+                         [&] { return script.AttendiDialogo(modelloPuntiSparsi, std::chrono::seconds(3)); }))
             return;
     }
     script.Esc();

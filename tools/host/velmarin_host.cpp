@@ -7,6 +7,8 @@
 #include "argomenti.h"
 #include "backend_terminale.h"
 #include "collegamento.h"
+#include "dialogs/dialogo_digitalizza.h"
+#include "dialogs/dialogo_limiti.h"
 #include "digit.h"
 #include "dimostrazione.h"
 #include "interfaccia_terminale.h"
@@ -26,8 +28,6 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
 // node, and a press, every three seconds; in a calibration the press comes two
 // seconds after the point is asked for.
 constexpr std::chrono::milliseconds passoSimulata(200);
-constexpr unsigned modelloDigitalizza = 10042;  // the dialog that waits for a point on the tablet
-constexpr unsigned modelloLimiti = 10045;       // the dialog that waits for the two corners
 
 }  // namespace
 
