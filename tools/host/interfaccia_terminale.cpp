@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/toldeko/disegno_testo.h"
+
 TInterfacciaTerminale::TInterfacciaTerminale(TTerminale& t, TBackendTerminale& b) : terminale(t), backend(b) {}
 
 int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* caption, unsigned flags)
@@ -15,12 +17,14 @@ int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* captio
     for (std::string r; std::getline(in, r);) righe.push_back(r);
     const std::string titolo = caption ? caption : "";
     const std::string pulsanti = siNo ? "< Si >   < No >" : "< OK >";
-    std::size_t largo = std::max(titolo.size() + 4, pulsanti.size());
-    for (const std::string& r : righe) largo = std::max(largo, r.size());
+    // Widths in cells: "già" is three, not four bytes wide.
+    auto celle = [](const std::string& t) { return CelleTesto(t).size(); };
+    std::size_t largo = std::max(celle(titolo) + 4, pulsanti.size());
+    for (const std::string& r : righe) largo = std::max(largo, celle(r));
 
     const std::string testa = titolo.empty() ? std::string() : " " + titolo + " ";
-    std::string box = "\r\n  +=" + testa + std::string(largo + 1 - testa.size(), '=') + "+\r\n";
-    for (const std::string& r : righe) box += "  | " + r + std::string(largo - r.size(), ' ') + " |\r\n";
+    std::string box = "\r\n  +=" + testa + std::string(largo + 1 - celle(testa), '=') + "+\r\n";
+    for (const std::string& r : righe) box += "  | " + r + std::string(largo - celle(r), ' ') + " |\r\n";
     box += "  | " + std::string((largo - pulsanti.size()) / 2, ' ') + pulsanti +
            std::string(largo - pulsanti.size() - (largo - pulsanti.size()) / 2, ' ') + " |\r\n";
     box += "  +" + std::string(largo + 2, '-') + "+\r\n";
