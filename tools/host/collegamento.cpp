@@ -77,24 +77,32 @@ TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
     return d;
 }
 
-void TCollegamento::Calibrazione(bool in)
+void TCollegamento::Calibrazione(bool in, bool griglia)
 {
     if (!riproduttore) return;
     inCalibrazione = in;
+    perGriglia = griglia;
     punto = 0;
     riproduttore->Percorso(in ? TPercorso{} : FiguraGriglia(), !in);
+}
+
+TPuntoSimulato PuntoSimulato(int n, bool griglia)
+{
+    // Sparse points take the nodes corners first, then the centre and the
+    // edges, so that any first three span the sheet.
+    constexpr int perPuntiSparsi[9] = {0, 6, 8, 2, 4, 1, 3, 5, 7};
+    if (n < 9) {
+        const int nodo = griglia ? n : perPuntiSparsi[n];
+        return {2000 + (nodo / 3) * 3000, 2000 + (nodo % 3) * 3000};
+    }
+    return {1500 + (n * 1237) % 7000, 1500 + (n * 2741) % 7000};
 }
 
 void TCollegamento::PuntoRichiesto()
 {
     if (!riproduttore || !inCalibrazione) return;
-    const int n = punto++;
-    std::int32_t x = 2000 + (n / 3) * 3000, y = 2000 + (n % 3) * 3000;
-    if (n >= 9) {
-        x = 1500 + (n * 1237) % 7000;
-        y = 1500 + (n * 2741) % 7000;
-    }
-    riproduttore->VaiEPremi(x, y, 1, 10);
+    const TPuntoSimulato p = PuntoSimulato(punto++, perGriglia);
+    riproduttore->VaiEPremi(p.x, p.y, 1, 10);
 }
 
 void TCollegamento::LimitiRichiesti()

@@ -18,6 +18,15 @@
 // reason in `errore`.
 bool VerificaDispositivo(const std::string& percorso, std::string& errore);
 
+struct TPuntoSimulato {
+    std::int32_t x, y;
+};
+// Where the simulated tablet digitizes the n-th point of a calibration (from
+// 0): the first nine at the nodes of a 2 by 2 grid, x and y from 2000 to 8000
+// counts, in the order a grid calibration asks them (East along x) or, for
+// sparse points, corners first; then at scattered points.
+TPuntoSimulato PuntoSimulato(int n, bool griglia);
+
 class TCollegamento {
 public:
     // The simulated tablet shows each state for `passo`, and walks the nine
@@ -30,10 +39,9 @@ public:
     TDataDigit Record(const TOpzioniHost& o) const;
     // During a calibration the simulated tablet stands still and presses
     // only when a point is asked for (PuntoRichiesto), two seconds later so
-    // that a person sees the request: the first nine at the nodes of a 2 by
-    // 2 grid in the order a grid calibration asks them (East along x), then
-    // at scattered points. Nothing happens with a real tablet.
-    void Calibrazione(bool in);
+    // that a person sees the request, where PuntoSimulato says. Nothing
+    // happens with a real tablet.
+    void Calibrazione(bool in, bool griglia = false);
     void PuntoRichiesto();
     // When the limits are asked for, the simulated tablet glides to the
     // lower left and then the upper right corner of the grid it walks
@@ -47,6 +55,7 @@ private:
     std::unique_ptr<TRiproduttore> riproduttore;
     std::string descrizione;
     bool inCalibrazione = false;
+    bool perGriglia = false;
     int punto = 0;
 };
 

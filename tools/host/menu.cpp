@@ -38,7 +38,7 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         // The tablet is programmed first, and that takes a few seconds.
         std::printf("preparing the tablet for the calibration...\n");
         std::fflush(stdout);
-        collegamento.Calibrazione(true);
+        collegamento.Calibrazione(true, c == TComando::calibraGriglia);
         const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
         collegamento.Calibrazione(false);
         std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
