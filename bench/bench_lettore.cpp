@@ -12,8 +12,8 @@
 #include <thread>
 #include <vector>
 
-
 #include "digit.h"
+#include "tablet/catalogo.h"
 #include "tests/support/tempo_lettore.h"
 #include "sim/tavoletta_pty.h"
 
@@ -43,17 +43,23 @@ private:
     long mosse = 0;
 };
 
+// Model 8 on COM1, without a reset so that programming it costs no wait.
 TDataDigit Numonics()
 {
     TDataDigit dati = CDigit().GetDataDigit();
-    dati.tipo = 8;
+    ImpostaDaCatalogo(dati, 8);
     dati.porta = 1;
-    dati.velocita = 9600;
-    dati.parita = 'N';
-    dati.bitDati = 8;
-    dati.bitStop = 1;
     dati.reset = 1;
     return dati;
+}
+
+// Connects `digit` to the simulated tablet; false, with the run marked, when
+// the machine has no pseudo-terminal for it.
+bool Collega(TTavolettaPty& sim, CDigit& digit, benchmark::State& state)
+{
+    if (sim.Valida() && digit.Init(nullptr)) return true;
+    state.SkipWithError("no pseudo-terminal");
+    return false;
 }
 
 double Percentile(std::vector<double> v, double p)
@@ -67,10 +73,7 @@ void BM_ReportFinoAllaNotifica(benchmark::State& state)
 {
     TTavolettaPty sim(1);
     CDigit digit(Numonics());
-    if (!sim.Valida() || !digit.Init(nullptr)) {
-        state.SkipWithError("no pseudo-terminal");
-        return;
-    }
+    if (!Collega(sim, digit, state)) return;
     digit.SendInitString();
     TContatore target;
     digit.SetCommNotificationTo(&target);
@@ -99,10 +102,7 @@ void BM_LettoreARiposo(benchmark::State& state)
 {
     TTavolettaPty sim(1);
     CDigit digit(Numonics());
-    if (!sim.Valida() || !digit.Init(nullptr)) {
-        state.SkipWithError("no pseudo-terminal");
-        return;
-    }
+    if (!Collega(sim, digit, state)) return;
     TContatore target;
     if (state.range(0))
         digit.SetCommNotificationTo(&target);

@@ -33,6 +33,12 @@ TContesto* Contesto(HDC dc)
     return it == contesti.end() ? nullptr : it->second.get();
 }
 
+// True while some context still has the pen selected.
+bool PennaScelta(const TPenna* penna)
+{
+    return std::any_of(contesti.begin(), contesti.end(), [&](const auto& kv) { return kv.second->penna == penna; });
+}
+
 // The sixteen raster operations: code - 1 is a truth table of pen P and
 // destination D, bit 2P + D giving the result.
 std::uint32_t Combina(int modo, std::uint32_t p, std::uint32_t d)
@@ -108,11 +114,7 @@ int ReleaseDC(HWND finestra, HDC dc)
     if (!c || c->finestra != finestra) return 0;
     const TPenna* penna = c->penna;
     contesti.erase(dc);
-    if (penna && penneOrfane.count(penna)) {
-        const bool ancoraScelta = std::any_of(contesti.begin(), contesti.end(),
-                                              [&](const auto& kv) { return kv.second->penna == penna; });
-        if (!ancoraScelta) penneOrfane.erase(penna);
-    }
+    if (penna && penneOrfane.count(penna) && !PennaScelta(penna)) penneOrfane.erase(penna);
     return 1;
 }
 
@@ -130,9 +132,7 @@ int DeleteObject(HGDIOBJ oggetto)
     std::lock_guard<std::mutex> g(mutexDisegno);
     auto it = penne.find(oggetto);
     if (it == penne.end()) return 0;
-    const bool scelta = std::any_of(contesti.begin(), contesti.end(),
-                                    [&](const auto& kv) { return kv.second->penna == it->second.get(); });
-    if (scelta) penneOrfane.emplace(oggetto, std::move(it->second));
+    if (PennaScelta(it->second.get())) penneOrfane.emplace(oggetto, std::move(it->second));
     penne.erase(it);
     return 1;
 }
