@@ -16,12 +16,14 @@
 #include <cstdint>
 #include <memory>
 
+#include "velmarin_api.h"
+
 class GWnd;
 struct TIndiceCelle;
 
 // Releases the spatial index of a calibration grid, an internal of the
 // library that the object owns.
-struct TLiberaIndiceCelle {
+struct VELMARIN_API TLiberaIndiceCelle {
     void operator()(TIndiceCelle* indice) const;
 };
 
@@ -101,7 +103,7 @@ protected:
 // ---------------------------------------------------------------------------
 // The tablet object. One tablet is served at a time per process, however many
 // CDigit objects exist: they share the link record and the port.
-class CDigit {
+class VELMARIN_API CDigit {
 public:
     CDigit();
     explicit CDigit(const TDataDigit& data);
@@ -192,11 +194,11 @@ private:
 
 // ---------------------------------------------------------------------------
 // Dialogs. Each returns what the dialog ended with: 1 OK, 2 cancel.
-int configDigit(GWnd* parent, CDigit* digit, TDataDigit& dati);
-int dialogSelectPtiSparsi(GWnd* parent, double& est, double& nord);
-int dialogCalibraGriglia(GWnd* parent, int& numQuadEst, int& numQuadNord, double& iniEst,
+VELMARIN_API int configDigit(GWnd* parent, CDigit* digit, TDataDigit& dati);
+VELMARIN_API int dialogSelectPtiSparsi(GWnd* parent, double& est, double& nord);
+VELMARIN_API int dialogCalibraGriglia(GWnd* parent, int& numQuadEst, int& numQuadNord, double& iniEst,
                          double& iniNord, double& passoEst, double& passoNord);
-int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, double est, double nord, int& x,
+VELMARIN_API int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, double est, double nord, int& x,
                  int& y);
 
 // ---------------------------------------------------------------------------
@@ -205,6 +207,6 @@ int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, double est, do
 // adapter, a /dev/serial/by-id link, a pseudo-terminal). A null or empty path
 // restores the default. Returns 1 on success, 0 for a port number outside
 // 1..255.
-int IODevMapPort(int porta, const char* path);
+VELMARIN_API int IODevMapPort(int porta, const char* path);
 
 #endif
