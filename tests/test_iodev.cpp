@@ -13,6 +13,7 @@
 
 #include "link/iodev.h"
 #include "link/iodev_info.h"
+#include "link/linea_posix.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/registratore.h"
