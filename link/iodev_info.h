@@ -67,6 +67,11 @@ std::string PercorsoPredefinito(int porta);
 // Write time limit per byte, in milliseconds, at a baud rate: 19200 / rate.
 inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / velocita; }
 
+// The platform's steps of the open, from the port's name to the lines: open
+// exclusively, set up and configure the port, start the reader, then raise
+// DTR and RTS. 1 when the reader runs; 0 with the port closed again.
+int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
+
 // Wakes the reader of the record from any wait of its own; the platform's.
 void Sveglia(const TIODevInfo& d);
 

@@ -112,7 +112,8 @@ int ApriEsclusivo(const TIODevInfo& d)
     return fd;
 }
 
-// Steps of the open between the name and the lines; 1 when the reader runs.
+}  // namespace
+
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
     if (d.hCom >= 0) return 0;  // already open: the exclusive open fails
@@ -143,8 +144,6 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     return 1;
 }
 
-}  // namespace
-
 int IODevCreate(TDigitLink& link)
 {
     if (devInfo) return 1;
@@ -160,18 +159,6 @@ int IODevConfigure()
     const bool letto = tcgetattr(fd, &t) == 0;
     const int esito = letto && TermiosDelRecord(*devInfo, t) && ImpostaLinea(fd, t);
     devInfo->abilitato = 1;  // whatever the port answered
-    return esito;
-}
-
-int IODevOpen(TDigitLink& link)
-{
-    link.numAccum = 0;
-    if (!devInfo) return 0;
-    Scrivi(link.hPorta, 0);
-    const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
-    const int esito = AvviaConnessione(*devInfo, link);
-    SetCursor(precedente);
-    if (devInfo->attivo) Scrivi(link.hPorta, devInfo->handle);
     return esito;
 }
 

@@ -1,10 +1,12 @@
 // The record of the one connection: where it lives, how the link's settings
-// become the port's, and the handles given to each open port.
+// become the port's, the open around the platform's own steps, and the
+// handles given to each open port.
 #include "link/iodev_info.h"
 
 #include <new>
 
 #include "link/iodev.h"
+#include "platform/winui.h"
 #include "reports/digit_link.h"
 
 TIODevInfo* devInfo = nullptr;
@@ -31,3 +33,15 @@ TIODevInfo* NuovoRecord(const TDigitLink& link)
 std::intptr_t NuovoHandle() { return ++ultimoHandle; }
 
 std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
+
+int IODevOpen(TDigitLink& link)
+{
+    link.numAccum = 0;
+    if (!devInfo) return 0;
+    Scrivi(link.hPorta, 0);
+    const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
+    const int esito = AvviaConnessione(*devInfo, link);
+    SetCursor(precedente);
+    if (devInfo->attivo) Scrivi(link.hPorta, devInfo->handle);
+    return esito;
+}
