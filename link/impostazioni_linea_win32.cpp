@@ -6,7 +6,6 @@ namespace {
 constexpr char carXon = 0x11;
 constexpr char carXoff = 0x13;
 constexpr WORD limiteXonXoff = 100;
-constexpr DWORD primoByte = 1000;  // ms a read waits for the first byte
 
 }  // namespace
 
@@ -33,7 +32,7 @@ void DcbDelRecord(const TIODevInfo& d, DCB& dcb)
     dcb.XoffLim = limiteXonXoff;
 }
 
-COMMTIMEOUTS LimitiPorta(const TIODevInfo& d)
+COMMTIMEOUTS LimitiPorta(const TIODevInfo& d, DWORD primoByte)
 {
     COMMTIMEOUTS t{};
     t.ReadIntervalTimeout = MAXDWORD;

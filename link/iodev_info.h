@@ -72,9 +72,6 @@ inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / veloc
 // DTR and RTS. 1 when the reader runs; 0 with the port closed again.
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
 
-// Wakes the reader of the record from any wait of its own; the platform's.
-void Sveglia(const TIODevInfo& d);
-
 // How a platform's reader waits. The shared loop asks it to wait for the
 // port while delivery is on, and for a wake-up alone while it is held.
 class TAttesaLettore {

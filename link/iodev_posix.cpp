@@ -46,6 +46,15 @@ constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to co
 
 int Fd(std::intptr_t oggetto) { return static_cast<int>(oggetto); }
 
+// Wakes the reader from any wait of its own.
+void Sveglia(const TIODevInfo& d)
+{
+    if (d.sveglia < 0) return;
+    const std::uint64_t uno = 1;
+    const ssize_t r = write(Fd(d.sveglia), &uno, sizeof uno);
+    (void)r;  // a full counter already wakes the reader
+}
+
 void ConsumaSveglia(int fd)
 {
     std::uint64_t v;
@@ -283,12 +292,5 @@ void IODevPurgeRx()
     if (devInfo) Svuota(Fd(devInfo->hCom), TCIFLUSH);
 }
 
-void Sveglia(const TIODevInfo& d)
-{
-    if (d.sveglia < 0) return;
-    const std::uint64_t uno = 1;
-    const ssize_t r = write(Fd(d.sveglia), &uno, sizeof uno);
-    (void)r;  // a full counter already wakes the reader
-}
 
 std::string PercorsoPredefinito(int porta) { return "/dev/ttyS" + std::to_string(porta - 1); }

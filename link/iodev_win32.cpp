@@ -12,12 +12,14 @@
 //   (an auto-reset event), so that a stop, a hold or a resume reaches it at
 //   once on a silent line; a pending wait is released with SetCommMask.
 // - The queue count of ClearCommError is not always to be trusted, and the
-//   event mask of WaitCommEvent may come back 0 (Wine reports both on a
-//   pseudo-terminal). So a completed port wait always leads to a drain, and a
-//   read that finds the queue count at 0 still asks for the whole buffer: the
-//   port's time limits make it return at once with what is there, or wait at
-//   most 1 s for the first byte. A wake-up cancels such a read, so the drain,
-//   and the delivery gate around it, end promptly on a stop or a hold.
+//   event mask of WaitCommEvent may come back 0, or the wait end at once
+//   (Wine does all three on a pseudo-terminal). So a completed port wait
+//   always leads to a drain, and a read that finds the queue count at 0 still
+//   asks for the whole buffer, with the port's all-at-once time limits but a
+//   wait of 20 ms instead of 1 s for the first byte: it returns as soon as
+//   bytes are there (Wine: once the 20 ms are over, with all that came), or
+//   empty. Where the port wait ends at once, that read and the reader's pause
+//   after an empty drain keep the reader from spinning.
 // - Two threads write (the host, and the reader with the poll of the polled
 //   model); their writes take turns on the one write block.
 #include "link/iodev.h"
@@ -72,19 +74,46 @@ bool Completa(HANDLE porta, OVERLAPPED& ov, DWORD& n)
     }
 }
 
-// Waits for a pending transfer or for a wake-up; on a wake-up the transfer is
-// cancelled, and what it had already brought still counts. The wake-up stays
-// signalled for the reader's next test of its flags.
-bool CompletaOSveglia(HANDLE porta, OVERLAPPED& ov, DWORD& n)
+// Wakes the reader from any wait of its own.
+void Sveglia(const TIODevInfo& d)
 {
-    const std::intptr_t sveglia = devInfo->sveglia;
-    HANDLE oggetti[] = {ov.hEvent, H(sveglia)};
-    const DWORD quanti = sveglia == nessunOggetto ? 1 : 2;
-    if (WaitForMultipleObjects(quanti, oggetti, FALSE, INFINITE) != WAIT_OBJECT_0) {
-        CancelIo(porta);
-        SetEvent(H(sveglia));
+    if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
+}
+
+// One read into the buffer with the read block; the count it brought. A
+// wake-up cancels a read still pending, so that a stop never waits on a port
+// that keeps a read for itself; what the read had brought still counts, and
+// the wake-up is signalled again for the reader's next test of its flags.
+DWORD Leggi(std::uint8_t* buffer, DWORD quanti)
+{
+    const HANDLE porta = Porta();
+    DWORD letti = 0;
+    if (ReadFile(porta, buffer, quanti, &letti, &ovLettura)) return letti;
+    if (GetLastError() != ERROR_IO_PENDING) {
+        ClearCommError(porta, nullptr, nullptr);
+        return 0;
     }
-    return Completa(porta, ov, n);
+    const HANDLE oggetti[] = {ovLettura.hEvent, H(devInfo->sveglia)};
+    if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) != WAIT_OBJECT_0) {
+        CancelIo(porta);
+        SetEvent(oggetti[1]);
+    }
+    if (Completa(porta, ovLettura, letti) || GetLastError() == ERROR_OPERATION_ABORTED) return letti;
+    ClearCommError(porta, nullptr, nullptr);
+    return 0;
+}
+
+// One read with a short limit for the first byte, which returns as soon as
+// bytes are there, or empty once the limit is over; then the port's own
+// limits again.
+DWORD LeggiQuantoCe(std::uint8_t* buffer, DWORD massimo)
+{
+    COMMTIMEOUTS breve = LimitiPorta(*devInfo, attesaBreve);
+    SetCommTimeouts(Porta(), &breve);
+    const DWORD letti = Leggi(buffer, massimo);
+    COMMTIMEOUTS proprie = LimitiPorta(*devInfo);
+    SetCommTimeouts(Porta(), &proprie);
+    return letti;
 }
 
 // The reader waits with its own event on WaitCommEvent, and on the wake object.
@@ -227,18 +256,12 @@ int IODevDestroy()
 
 std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
 {
-    if (!devInfo || devInfo->hCom == nessunOggetto) return 0;
+    if (!devInfo || devInfo->hCom == nessunOggetto || massimo == 0) return 0;
     COMSTAT stato{};
     DWORD errori = 0;
     ClearCommError(Porta(), &errori, &stato);
-    const DWORD quanti = stato.cbInQue > 0 ? std::min<DWORD>(massimo, stato.cbInQue) : massimo;
-    if (quanti == 0) return 0;
-    DWORD letti = 0;
-    if (ReadFile(Porta(), buffer, quanti, &letti, &ovLettura)) return letti;
-    if (GetLastError() == ERROR_IO_PENDING && CompletaOSveglia(Porta(), ovLettura, letti))
-        return letti;
-    ClearCommError(Porta(), &errori, &stato);
-    return 0;
+    if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue));
+    return LeggiQuantoCe(buffer, massimo);
 }
 
 int IODevWrite(const void* buffer, std::uint32_t quanti)
@@ -309,10 +332,6 @@ void IODevPurgeRx()
     if (devInfo) PurgeComm(Porta(), PURGE_RXABORT | PURGE_RXCLEAR);
 }
 
-void Sveglia(const TIODevInfo& d)
-{
-    if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
-}
 
 // COM1 to COM9 by their plain names; from COM10 on the device namespace,
 // the only way Windows opens them.

@@ -54,13 +54,9 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
 
 bool IODevSulLettore() { return idLettore.load() == std::this_thread::get_id(); }
 
-// Taking the gate wakes the reader first: a platform whose drain may wait
-// for bytes to come ends that wait, so the gate is never held for long.
 TCancelloConsegna::TCancelloConsegna() : preso(!IODevSulLettore())
 {
-    if (!preso) return;
-    if (devInfo) Sveglia(*devInfo);
-    cancello.lock();
+    if (preso) cancello.lock();
 }
 
 TCancelloConsegna::~TCancelloConsegna()

@@ -12,9 +12,12 @@
 // Every other field keeps what the port reported.
 void DcbDelRecord(const TIODevInfo& d, DCB& dcb);
 
-// The time limits the port is opened with: a read returns at once with what
-// is queued, or waits at most 1 s for the first byte to come; a write may take
+constexpr DWORD attesaPrimoByte = 1000;  // ms, the port's own limit
+constexpr DWORD attesaBreve = 20;        // ms, for a read whose queue count says 0
+
+// The time limits of the port: a read returns at once with what is queued,
+// or waits at most `primoByte` ms for the first byte to come; a write may take
 // 19200 / rate milliseconds per byte.
-COMMTIMEOUTS LimitiPorta(const TIODevInfo& d);
+COMMTIMEOUTS LimitiPorta(const TIODevInfo& d, DWORD primoByte = attesaPrimoByte);
 
 #endif

@@ -51,6 +51,8 @@ public:
     // The slave's line settings as the library left them (on Linux the
     // master answers with its slave's settings).
     bool LeggiImpostazioni(termios& t) const;
+    // Puts the slave's line settings back to the raw ones it was made with.
+    bool RipristinaImpostazioni();
 
     // Sends bytes as the tablet; false if they could not all go within 2 s.
     bool Invia(const std::string& byte);
