@@ -14,8 +14,6 @@
 #include <string>
 #include <thread>
 
-#include <termios.h>
-
 struct TIODevInfo {
     int hCom = -1;                  // port descriptor, -1 while not open
     std::uint8_t porta = 0;         // COM port number
@@ -35,15 +33,6 @@ struct TIODevInfo {
 };
 
 extern TIODevInfo* devInfo;
-
-// The record's settings on a termios as read from the port: binary transfer
-// with no processing of any kind, the record's rate, size, parity and stop
-// bits, and flow control by its flags; what is not named stays as the port
-// had it. False for a data size that no port takes: the port refuses the
-// settings as a whole.
-bool TermiosDelRecord(const TIODevInfo& d, termios& t);
-// Sets a termios on the port; false when the port refuses it.
-bool ImpostaLinea(int fd, const termios& t);
 
 // "COM<n>": the port's name, whatever device stands behind it.
 std::string NomePorta(int porta);

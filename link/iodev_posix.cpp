@@ -37,7 +37,7 @@
 #include <new>
 #include <system_error>
 
-#include "link/iodev_info.h"
+#include "link/linea_posix.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
 
