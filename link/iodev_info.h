@@ -89,6 +89,9 @@ protected:
     ~TAttesaLettore() = default;
 };
 
+// The reader's box when its wait objects could not be made.
+void BoxGuastoLettore();
+
 // The reader's loop, from the flags set by the open to the stop: wait for
 // the port, drain it under the delivery gate, hand every read to the report
 // path. Returns the thread's exit value for a regular end, 1.

@@ -37,7 +37,6 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_posix.h"
-#include "platform/winui.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -246,7 +245,7 @@ std::uint32_t IODevThread(TDigitLink* link)
 {
     if (!devInfo) return 0;
     if (devInfo->sveglia < 0) {
-        MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
+        BoxGuastoLettore();
         return 0;
     }
     TAttesaPoll attesa(*devInfo);

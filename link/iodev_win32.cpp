@@ -281,7 +281,7 @@ std::uint32_t IODevThread(TDigitLink* link)
     const HANDLE evento = CreateEventA(nullptr, TRUE, FALSE, nullptr);  // the thread's own wait object
     if (!evento || devInfo->sveglia == nessunOggetto) {
         if (evento) CloseHandle(evento);
-        MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
+        BoxGuastoLettore();
         return 0;
     }
     std::uint32_t esito = 0;

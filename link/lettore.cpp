@@ -4,6 +4,7 @@
 
 #include "link/iodev.h"
 #include "link/iodev_info.h"
+#include "platform/winui.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -50,6 +51,11 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
     }
     idLettore = std::thread::id{};
     return 1;
+}
+
+void BoxGuastoLettore()
+{
+    MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
 }
 
 bool IODevSulLettore() { return idLettore.load() == std::this_thread::get_id(); }

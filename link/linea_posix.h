@@ -1,4 +1,5 @@
-// The record's line settings as a termios, on POSIX only.
+// The record's line settings on a POSIX port, through termios. Only the POSIX
+// side of the link sees this header: the record itself stays free of termios.
 #ifndef VELMARIN_LINEA_POSIX_H
 #define VELMARIN_LINEA_POSIX_H
 

@@ -7,10 +7,19 @@
 # transcripts (what reached the tablet, what the host heard, the boxes) must
 # be the same, and each run must pass its own checks.
 #
-# usage: prova_modelli.sh SIM_COMANDATA PERCORSO_LINUX PERCORSO_WINDOWS.exe WINEPREFIX
+# The prefix is this test's own, since mapping COM1 restarts it; it is made
+# and run through the build's Wine runner (cmake/esegui_wine.sh).
+#
+# usage: prova_modelli.sh SIM_COMANDATA PERCORSO_LINUX PERCORSO_WINDOWS.exe PREFIX ESEGUI_WINE LOADER
 set -u
+if [ ! -x "$1" ] || [ ! -x "$2" ]; then
+    echo "no Linux build with the simulated tablet at $(dirname "$1"): skipped"
+    exit 77
+fi
 sim=$(realpath "$1") linux=$(realpath "$2") windows=$(realpath "$3")
-export WINEPREFIX=$(realpath -m "$4") WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+prefisso=$(realpath -m "$4") esegui_wine=$5 loader=$6
+export WINEPREFIX=$prefisso
+wine() { "$esegui_wine" "$prefisso" "$loader" "$@"; }
 temp=$(mktemp -d)
 pid_sim=""
 pulisci() {
@@ -47,7 +56,6 @@ avvia_sim
 "$linux" linux.txt "$dispositivo" <&3 >&4 || { echo "FAIL the run on Linux"; fallite=1; }
 ferma_sim
 
-[ -f "$WINEPREFIX/system.reg" ] || wineboot -i >/dev/null 2>&1
 avvia_sim
 wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f >/dev/null 2>&1 || { echo "cannot map COM1"; exit 1; }
 wineserver -k >/dev/null 2>&1

@@ -24,10 +24,7 @@
 #include <thread>
 #include <vector>
 
-struct TStatoPuntatore {
-    std::int32_t x, y;
-    int bottone;  // 0 = none
-};
+#include "sim/stato_puntatore.h"
 
 struct TByteRicevuto {
     std::uint8_t byte;
