@@ -73,4 +73,12 @@ std::uint32_t GetTickCount()
     return static_cast<std::uint32_t>(ms);
 }
 
+void CediTick()
+{
+    if (sorgenteTick.load())
+        std::this_thread::yield();
+    else
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 void Sleep(std::uint32_t ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }

@@ -16,7 +16,7 @@ public:
     }
     static void IndicizzaCelle(CDigit& d) { d.AggiornaIndiceCelle(); }
     static bool Indicizzato(const CDigit& d) { return d.indiceCelle && d.indiceCelle->valido; }
-    static std::int32_t& StatoCalibr(CDigit& d) { return d.statoCalibr; }
+    static std::atomic<std::int32_t>& StatoCalibr(CDigit& d) { return d.statoCalibr; }
     static std::intptr_t& HPorta(CDigit& d) { return d.hPorta; }
     static std::int32_t& NumQuadEst(CDigit& d) { ScartaIndice(d); return d.numQuadEst; }
     static std::int32_t& NumQuadNord(CDigit& d) { ScartaIndice(d); return d.numQuadNord; }
