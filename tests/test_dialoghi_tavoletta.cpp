@@ -130,6 +130,22 @@ TEST_P(LimitiTest, CornersFromThePresses)
     EXPECT_EQ(d.completo, c.confermati);
 }
 
+// A press after the one that ended the dialog changes no corner, though the
+// owner has not taken them yet.
+TEST_F(LimitiTest, PressesAfterTheEndChangeNothing)
+{
+    for (int fine : {1, 4}) {  // the second confirm, a cancel
+        GDigitMinMaxDlg d(nullptr, &digit);
+        d.NotifyButton(1, 10, 20);
+        d.NotifyButton(fine, 300, 400);
+        d.NotifyButton(2, 7, 7);
+        d.NotifyButton(1, 8, 8);
+        std::int32_t l[4] = {-1, -1, -1, -1};
+        EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), fine == 1) << "ended by button " << fine;
+        if (fine == 1) EXPECT_THAT(l, ElementsAre(10, 20, 300, 400));
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Casi, LimitiTest,
     ::testing::Values(
