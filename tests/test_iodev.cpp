@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <thread>
 
@@ -269,6 +270,26 @@ TEST_F(IODevTest, AHoldStopsWritesAndTheResumeDropsWhatArrivedAndAHalfGatheredRe
     EXPECT_EQ(sim.ByteRicevuti(), std::string("ab" "e\0f", 5));
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(300, 400)});
     Scrivi(digitLink.ntfy, nullptr);
+}
+
+// With standard input, output and error closed, the lowest free descriptors
+// are 0 to 2: the port must not stay on one of them, or what the program
+// prints would go down the tablet's line; and no program started later
+// inherits it. Run in a child of its own, whose standard descriptors may go.
+TEST_F(IODevTest, ThePortNeverStaysOnAStandardDescriptor)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            TTavolettaPty sim(portaProva);
+            for (int fd = 0; fd <= 2; ++fd) close(fd);
+            const bool aperto = Apri();
+            const int fd = aperto ? devInfo->hCom : -1;
+            const bool buono = fd > 2 && (fcntl(fd, F_GETFD) & FD_CLOEXEC) && devInfo->svegliaFd > 2;
+            IODevDestroy();
+            std::_Exit(buono ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
