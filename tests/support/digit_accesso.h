@@ -82,6 +82,12 @@ public:
         return d.PtInRect(xs, ys, x, y);
     }
     static void Ritarda(const CDigit& d, std::int32_t ms) { d.Ritarda(ms); }
+    static void MemorizzaNodo(CDigit& d, int i, int j, std::int32_t x, std::int32_t y, double est, double nord,
+                              double*** angEst, double*** angNord)
+    {
+        ScartaIndice(d);
+        d.MemorizzaNodo(i, j, x, y, est, nord, angEst, angNord);
+    }
 };
 
 #endif
