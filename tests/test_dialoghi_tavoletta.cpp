@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 #include <set>
 #include <string>
 #include <tuple>
@@ -251,6 +252,21 @@ TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
     ASSERT_EQ(passi.size(), 2u);
     const TTela t = passi[1].Elemento(2280)->tela;
     EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
+}
+
+// Limits one count wide make thousands of pixels of a count: an extreme
+// count lands far off the frame, and leaves no ink on it (no line drawn
+// across it from a position that overflowed).
+TEST_F(ProvaTest, ExtremeCountsOverTinyLimitsLeaveNoInk)
+{
+    digit.GetDataDigit().xMax = 1001;
+    digit.GetDataDigit().yMax = 2001;
+    const std::int32_t massimo = std::numeric_limits<std::int32_t>::max();
+    const std::int32_t minimo = std::numeric_limits<std::int32_t>::min();
+    const auto passi = Passi({{0, massimo, 2000}, {0, minimo, 2000}, {0, 1000, massimo}, {0, 1000, minimo}}, false,
+                             IDCANCEL);
+    ASSERT_EQ(passi.size(), 5u);
+    for (std::size_t k = 1; k < passi.size(); ++k) EXPECT_TRUE(Inchiostro(passi[k]).empty()) << "step " << k;
 }
 
 }  // namespace
