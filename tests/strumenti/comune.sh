@@ -18,6 +18,7 @@ verifica() {  # verifica DESCRIPTION CONDITION...
     else
         echo "FAIL $descrizione"
         fallite=$((fallite + 1))
+        return 1
     fi
 }
 

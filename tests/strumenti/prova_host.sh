@@ -69,6 +69,7 @@ for m in 1 2 3 4 5 6 7 8; do
     avvia_sim --model $m --step 20 --seconds 30 || exit 1
     timeout 20 "$HOST" --device "$dispositivo" --model $m watch --count 1 </dev/null >"$temp/out" 2>&1
     verifica "model $m: the watch ends with its press" test $? -eq 0
-    verifica "model $m: the press is at a corner" grep -Eq '^press   1: x +(1000|9000) y +(1000|9000), button 1 Conferma' "$temp/out"
+    verifica "model $m: the press is at a corner" grep -Eq '^press   1: x +(1000|9000) y +(1000|9000), button 1 Conferma' "$temp/out" ||
+        cat "$temp/out"
 done
 fine
