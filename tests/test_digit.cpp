@@ -94,16 +94,6 @@ TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)
     EXPECT_EQ(A::CoefCelle(d)[2][1][7], 42.5);
 }
 
-TEST(CDigitTest, GetDataDigitReferenceWritesThroughAndCopiesAreWhole)
-{
-    CDigit d;
-    d.GetDataDigit().tipo = 6;
-    TDataDigit copia{};
-    d.GetDataDigit(copia);
-    EXPECT_EQ(copia.tipo, 6);
-    EXPECT_EQ(copia.funzBott[3], funzAnnulla);
-}
-
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
 {
     CDigit sorgente(Scelto(5, true));
