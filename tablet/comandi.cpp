@@ -96,9 +96,11 @@ void CDigit::SendInitString()
     };
 
     if (versoLaLinea) Scrivi(digitLink.tipoReport, static_cast<std::int8_t>(tipo & 0xFF));
-    if (porta && versoLaLinea && ((tipo >= 1 && tipo <= 3) || (tipo >= 5 && tipo <= 9))) {
-        IODevSetRts();
-        IODevSetDtr();
+    if (porta && ((tipo >= 1 && tipo <= 3) || (tipo >= 5 && tipo <= 9))) {
+        if (versoLaLinea) {
+            IODevSetRts();
+            IODevSetDtr();
+        }
         if (tipo == 6) attendi(1000);
     }
     SendResetSeScelto();
