@@ -176,7 +176,9 @@ TEST_F(DigitalizzaTest, PressesAfterTheEndChangeNothing)
         CDigitGetPntDialog d(nullptr, "t", &digit, 0, 0);
         d.NotifyButton(fine, 5, 6);
         std::int32_t xy[2] = {0, 0};
-        if (fine == 2) ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
+        if (fine == 2) {
+            ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
+        }
         d.NotifyButton(2, 99, 99);
         d.NotifyButton(1, 7, 8);
         ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));

@@ -143,7 +143,9 @@ TEST_F(LimitiTest, PressesAfterTheEndChangeNothing)
         d.NotifyButton(1, 8, 8);
         std::int32_t l[4] = {-1, -1, -1, -1};
         EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), fine == 1) << "ended by button " << fine;
-        if (fine == 1) EXPECT_THAT(l, ElementsAre(10, 20, 300, 400));
+        if (fine == 1) {
+            EXPECT_THAT(l, ElementsAre(10, 20, 300, 400));
+        }
     }
 }
 
