@@ -53,6 +53,16 @@ avvia_sim() {
     return 1
 }
 
+# For a test under tmux: skips it (77) without tmux, names its session
+# $sessione after $1, keeps tmux's socket in $temp and ends the server on
+# the way out.
+prepara_tmux() {
+    command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
+    sessione="$1-$$"
+    export TMUX_TMPDIR="$temp"
+    trap 'tmux kill-server 2>/dev/null; pulisci' EXIT
+}
+
 # Reads up to $2 bytes from the device $1 for at most $3 seconds into $4.
 leggi_dispositivo() {
     stty -F "$1" raw -echo 2>/dev/null

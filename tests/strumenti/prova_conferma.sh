@@ -4,13 +4,8 @@
 # box names for yes, goes on to the new calibration. Skipped (77) without
 # tmux.
 HOST=$1
-command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
 . "$(dirname "$0")/comune.sh"
-
-sessione="velmarin-conferma-$$"
-export TMUX_TMPDIR="$temp"
-fine_tmux() { tmux kill-server 2>/dev/null; pulisci; }
-trap fine_tmux EXIT
+prepara_tmux velmarin-conferma
 
 # Waits up to 30 s for the text $1 on the screen, kept in $temp/schermo.
 attendi() {
