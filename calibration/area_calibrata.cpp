@@ -45,7 +45,7 @@ bool CDigit::GetMaxAreaCalibrata(double& est1, double& nord1, double& est2, doub
 // the squares the tables hold.
 bool CDigit::GetSoloAreaCalibrata(double& est1, double& nord1, double& est2, double& nord2) const
 {
-    if (statoCalibr != calibGriglia) return false;
+    if (statoCalibr.load(std::memory_order_acquire) != calibGriglia) return false;
     const std::int32_t mE = Margine(passoEst);
     const std::int32_t mN = Margine(passoNord);
     est1 = iniEst - mE;

@@ -74,6 +74,6 @@ bool CDigit::CalcoloCoefficientiOmog(std::int32_t*** angX, std::int32_t*** angY,
         }
     }
     AggiornaIndiceCelle();
-    statoCalibr = calibGriglia;
+    statoCalibr.store(calibGriglia, std::memory_order_release);
     return true;
 }

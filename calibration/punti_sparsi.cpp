@@ -45,6 +45,6 @@ bool CDigit::CalcoloCoefficientiPtSparsi(double* x, double* y, double* est, doub
         coefCelle[0][0][k] = coefEst[k];
         coefCelle[1][1][k] = coefNord[k];
     }
-    statoCalibr = calibPtSparsi;
+    statoCalibr.store(calibPtSparsi, std::memory_order_release);
     return true;
 }

@@ -37,14 +37,15 @@ bool CDigit::CalcoloCoordTrasfCalibrFine(int x, int y, double& est, double& nord
 {
     const double xd = x;
     const double yd = y;
-    if (statoCalibr == calibPtSparsi) {
+    const std::int32_t stato = statoCalibr.load(std::memory_order_acquire);
+    if (stato == calibPtSparsi) {
         const double* c = coefCelle[0][0];
         const double* d = coefCelle[1][1];
         est = (c[1] * xd + c[0]) + c[2] * yd;
         nord = (d[1] * xd + d[0]) + d[2] * yd;
         return true;
     }
-    if (statoCalibr != calibGriglia) return false;
+    if (stato != calibGriglia) return false;
 
     const TIndiceCelle* indice = indiceCelle.get();
     const bool indicizzata = indice && indice->valido &&
@@ -104,7 +105,7 @@ int CDigit::CercaCellaScandita(std::int32_t x, std::int32_t y) const
 // report that caused it.
 bool CDigit::TrasformaCoordDigit(double& est, double& nord, int& button)
 {
-    if (statoCalibr == calibNessuna) return false;
+    if (statoCalibr.load(std::memory_order_acquire) == calibNessuna) return false;
     button = Leggi(digitLink.bottonePremuto);
     return CalcoloCoordTrasfCalibrFine(Leggi(digitLink.xReport), Leggi(digitLink.yReport), est,
                                        nord);

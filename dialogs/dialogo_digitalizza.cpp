@@ -41,14 +41,16 @@ void CDigitGetPntDialog::NotifyMove(std::int32_t, std::int32_t) {}
 
 void CDigitGetPntDialog::NotifyButton(std::int32_t button, std::int32_t xPress, std::int32_t yPress)
 {
+    const int funzione = digit ? digit->GetFunzButt(button) : funzNessuna;
     {
         std::lock_guard<std::mutex> g(mutexPunto);
-        if (consegnato) return;
+        if (chiuso) return;
         x = xPress;
         y = yPress;
         premuto = true;
+        chiuso = funzione == funzConferma || funzione == funzAnnulla;
     }
-    switch (digit ? digit->GetFunzButt(button) : funzNessuna) {
+    switch (funzione) {
     case funzConferma:
         OnOK();
         break;
@@ -63,7 +65,7 @@ void CDigitGetPntDialog::NotifyButton(std::int32_t button, std::int32_t xPress, 
 bool CDigitGetPntDialog::PuntoDigitalizzato(std::int32_t& xPunto, std::int32_t& yPunto)
 {
     std::lock_guard<std::mutex> g(mutexPunto);
-    consegnato = true;
+    chiuso = true;
     if (!premuto) return false;
     xPunto = x;
     yPunto = y;

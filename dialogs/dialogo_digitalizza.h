@@ -6,9 +6,10 @@
 //
 // Threads. NotifyButton runs on the tablet's reader thread and ends the
 // dialog from there, while the modal loop runs on the host's. The counts of
-// the last press are kept under the dialog's own lock, and once the owner has
-// taken them (PuntoDigitalizzato) later presses are ignored: a press that
-// arrives between the end of the loop and the destructor can change nothing.
+// the last press are kept under the dialog's own lock. Once a press has ended
+// the dialog (confirm or cancel), or the owner has taken the counts
+// (PuntoDigitalizzato), later presses are ignored: a press that arrives
+// between the end and the destructor can change nothing.
 // The destructor calls StopCommNotification, which waits for a notification
 // already running on the reader thread before it returns (it cannot wait
 // when called on the reader thread itself, but this dialog is always torn
@@ -54,7 +55,7 @@ public:
 private:
     std::mutex mutexPunto;
     bool premuto = false;     // a press stored x and y
-    bool consegnato = false;  // the owner took the counts
+    bool chiuso = false;      // a press ended the dialog, or the owner took the counts
 };
 
 #endif

@@ -39,7 +39,7 @@ void GDigitMinMaxDlg::NotifyButton(std::int32_t button, std::int32_t x, std::int
     bool primoPreso = false, finito = false;
     {
         std::lock_guard<std::mutex> g(mutexAngoli);
-        if (consegnato) return;
+        if (chiuso) return;
         if (angolo == 0) {
             xMin = x;
             yMin = y;
@@ -51,6 +51,7 @@ void GDigitMinMaxDlg::NotifyButton(std::int32_t button, std::int32_t x, std::int
             finito = funzione == funzConferma;
             if (finito) completo = true;
         }
+        chiuso = finito || funzione == funzAnnulla;
     }
     if (primoPreso) {
         setDlgItemText(idRichiesta, module()->loadString(idsSuperioreDestra).c_str());
@@ -65,7 +66,7 @@ void GDigitMinMaxDlg::NotifyButton(std::int32_t button, std::int32_t x, std::int
 bool GDigitMinMaxDlg::LimitiConfermati(std::int32_t& x1, std::int32_t& y1, std::int32_t& x2, std::int32_t& y2)
 {
     std::lock_guard<std::mutex> g(mutexAngoli);
-    consegnato = true;
+    chiuso = true;
     if (!completo) return false;
     x1 = xMin;
     y1 = yMin;

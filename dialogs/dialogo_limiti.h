@@ -9,8 +9,9 @@
 // Threads. NotifyButton runs on the reader thread: it sets the prompt, waits
 // 500 ms after the first corner (holding up the reading of the port, not the
 // dialog) and ends the dialog from there. The corners are kept under the
-// dialog's own lock, and once the owner has taken them (LimitiConfermati)
-// later presses change nothing. The destructor calls StopCommNotification,
+// dialog's own lock. Once a press has ended the dialog (the second confirm,
+// or a cancel), or the owner has taken them (LimitiConfermati), later
+// presses change nothing. The destructor calls StopCommNotification,
 // which waits for a notification under way when called on the host's
 // thread, where the dialog is always torn down; so the dialog outlives every
 // notification that reached it.
@@ -52,7 +53,7 @@ public:
 
 private:
     std::mutex mutexAngoli;
-    bool consegnato = false;  // the owner took the corners
+    bool chiuso = false;  // a press ended the dialog, or the owner took the corners
 };
 
 #endif

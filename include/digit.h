@@ -12,6 +12,7 @@
 #ifndef VELMARIN_DIGIT_H
 #define VELMARIN_DIGIT_H
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -79,6 +80,9 @@ static_assert(sizeof(TDataDigit) == 52, "TDataDigit keeps its exported layout");
 static_assert(offsetof(TDataDigit, funzBott) == 18, "TDataDigit keeps its exported layout");
 static_assert(offsetof(TDataDigit, limitiDefiniti) == 34, "TDataDigit keeps its exported layout");
 static_assert(offsetof(TDataDigit, xMin) == 36, "TDataDigit keeps its exported layout");
+static_assert(sizeof(std::atomic<std::int32_t>) == sizeof(std::int32_t) &&
+                  std::atomic<std::int32_t>::is_always_lock_free,
+              "CDigit's calibration state keeps the width of a plain 32-bit field");
 
 // ---------------------------------------------------------------------------
 // The notification target. Both calls run on the library's reader thread,
@@ -183,7 +187,12 @@ private:
     double iniNord;
     double passoEst;
     double passoNord;
-    std::int32_t statoCalibr;
+    // Written on the host's thread, read inside notifications on the reader
+    // thread: a calibration writes its tables first and then publishes the
+    // state with release, and the map reads the state with acquire before
+    // the tables, so a new state never comes with old coefficients. The
+    // atomic takes the place and the width of the plain 32-bit field.
+    std::atomic<std::int32_t> statoCalibr;
     double*** coefCelle;        // [est][nord][8]
     std::int32_t*** angoliX;    // [est][nord][4]
     std::int32_t*** angoliY;    // [est][nord][4]

@@ -1,9 +1,16 @@
 // The serial layer on POSIX termios.
 //
 // How the operations of the original design map to this platform:
-// - The port opens exclusively: open(2) with O_NONBLOCK, then flock and
-//   TIOCEXCL; a port that another descriptor holds counts as one that cannot
-//   be opened.
+// - The port opens with open(2), O_NONBLOCK and close-on-exec, then takes
+//   flock and TIOCEXCL; a port that refuses either counts as one that cannot
+//   be opened. That keeps out a second open by the library, by any program
+//   that locks the device the same way, and any later open by a process
+//   without CAP_SYS_ADMIN. It does not keep out a process that held the
+//   device open before: a terminal program or a modem manager goes on
+//   reading and takes bytes meant for the tablet's reader.
+// - The port never stays on descriptor 0, 1 or 2: with standard input or
+//   output closed, open(2) would give it one of those, and whatever the
+//   program prints would go down the tablet's line.
 // - Line settings go through tcgetattr/tcsetattr; the record's handshake bits
 //   become CRTSCTS (bit 1) and IXON/IXOFF with VSTART 0x11 and VSTOP 0x13
 //   (bit 2). POSIX has no DSR/DTR handshake, so bit 0 has no effect, and no
@@ -37,6 +44,7 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_posix.h"
+#include "link/raccolta_interrotta.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -106,12 +114,22 @@ void ChiudiSveglia(TIODevInfo& d)
     d.sveglia = nessunOggetto;
 }
 
+// A descriptor moved above the three standard ones, close-on-exec; -1 when
+// it cannot be moved (the one given is closed then) or was -1.
+int FuoriDaiFlussiStandard(int fd)
+{
+    if (fd < 0 || fd > STDERR_FILENO) return fd;
+    const int alto = fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(fd);
+    return alto;
+}
+
 // Opens the port of the record exclusively; -1 when it cannot be had.
 int ApriEsclusivo(const TIODevInfo& d)
 {
     const std::string percorso = PercorsoPorta(d.porta);
     if (percorso.empty()) return -1;
-    const int fd = open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    const int fd = FuoriDaiFlussiStandard(open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     if (fd < 0) return -1;
     if (flock(fd, LOCK_EX | LOCK_NB) != 0 || ioctl(fd, TIOCEXCL) != 0 || !isatty(fd)) {
         close(fd);
@@ -136,7 +154,7 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     }
     // The reader's wake object. If it cannot be made the reader ends at its
     // start, with its box, and the port stays open until IODevClose.
-    d.sveglia = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    d.sveglia = FuoriDaiFlussiStandard(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC));
     d.attivo = 1;  // before the thread exists, so that it finds it set
     try {
         d.hThread = std::thread(IODevThread, &link);
@@ -261,10 +279,14 @@ int IODevHold()
     return 1;
 }
 
+// Under the gate, so that no drain reads a byte before the purge and gathers
+// it after the resume has dropped the gather under way.
 int IODevResume()
 {
     if (!devInfo) return 0;
+    TCancelloConsegna cancelloRipresa;
     Svuota(Fd(devInfo->hCom), TCIOFLUSH);
+    SegnalaRipresa();
     Linea(Fd(devInfo->hCom), TIOCM_DTR, true);
     devInfo->abilitato = 1;
     Sveglia(*devInfo);

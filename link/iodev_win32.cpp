@@ -31,6 +31,7 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
+#include "link/raccolta_interrotta.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -305,7 +306,9 @@ int IODevHold()
 int IODevResume()
 {
     if (!devInfo) return 0;
+    TCancelloConsegna cancelloRipresa;
     PurgeComm(Porta(), tutteLeCode);
+    SegnalaRipresa();
     EscapeCommFunction(Porta(), SETDTR);
     devInfo->abilitato = 1;
     Sveglia(*devInfo);

@@ -4,6 +4,7 @@
 
 #include "link/iodev.h"
 #include "link/iodev_info.h"
+#include "link/raccolta_interrotta.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
 
@@ -25,7 +26,7 @@ std::int32_t Drena(const TIODevInfo& d, TDigitLink& link)
         link.numLetti = static_cast<std::int32_t>(IODevRead(link.bufLettura, dimBuffer));
         if (link.numLetti > 0) {
             totale += link.numLetti;
-            ProcessaReport(link);
+            ProcessaLettura(link, GetTickCount());
         }
     } while (link.numLetti > 0);
     return totale;

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <thread>
 
 #include "platform/sistema.h"
 
@@ -61,6 +62,14 @@ std::uint32_t GetTickCount()
 {
     if (TSorgenteTick s = sorgenteTick.load()) return s();
     return SistemaTick();
+}
+
+void CediTick()
+{
+    if (sorgenteTick.load())
+        std::this_thread::yield();
+    else
+        SistemaAttesa(1);
 }
 
 void Sleep(std::uint32_t ms) { SistemaAttesa(ms); }

@@ -52,6 +52,10 @@ int LoadStringA(HINSTANCE instance, unsigned id, char* buf, int size);
 using TSorgenteTick = std::uint32_t (*)();
 void ImpostaSorgenteTick(TSorgenteTick sorgente);
 std::uint32_t GetTickCount();
+// Lets the processor go between two reads of the tick by one who waits on
+// it: about a millisecond on the steady clock; on an injected source, whose
+// reads are what moves it, only a yield.
+void CediTick();
 
 void Sleep(std::uint32_t ms);
 

@@ -9,23 +9,44 @@
 // the record exists, so the sequences run in full, waits included, and their
 // writes simply reach no tablet.
 #include <cstring>
-#include <thread>
 
 #include "digit.h"
 #include "link/iodev.h"
 #include "link/iodev_info.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
+#include "tablet/connessione_altrui.h"
 
 namespace {
 
 constexpr char esc[] = "\x1B";
 
+// False while a sequence runs for an object that has no connection of its
+// own while another object's runs: nothing of it may reach that line.
+bool versoLaLinea = true;
+
+// Sets versoLaLinea for one sequence (the reset runs inside the init).
+class TVersoLaLinea {
+public:
+    explicit TVersoLaLinea(std::intptr_t hPorta) : prima(versoLaLinea) { versoLaLinea = !ConnessioneAltrui(hPorta); }
+    ~TVersoLaLinea() { versoLaLinea = prima; }
+    TVersoLaLinea(const TVersoLaLinea&) = delete;
+    TVersoLaLinea& operator=(const TVersoLaLinea&) = delete;
+
+private:
+    bool prima;
+};
+
+void Manda(const void* byte, std::uint32_t quanti)
+{
+    if (versoLaLinea) IODevWrite(byte, quanti);
+}
+
 // One write of exactly the bytes of a literal, without its terminator.
 template <std::size_t N>
 void Invia(const char (&byte)[N])
 {
-    IODevWrite(byte, N - 1);
+    Manda(byte, N - 1);
 }
 
 // The resolution command of a model, or null when that place sends nothing.
@@ -50,7 +71,7 @@ const char* Risoluzione(int tipo, int risoluzione)
 void InviaRisoluzione(int tipo, int risoluzione)
 {
     if (const char* r = Risoluzione(tipo, risoluzione))
-        IODevWrite(r, static_cast<std::uint32_t>(std::strlen(r)));
+        Manda(r, static_cast<std::uint32_t>(std::strlen(r)));
 }
 
 // Report length of each model, by tipo; -1 where SendInitString sets none.
@@ -67,22 +88,25 @@ bool PortaPresente() { return devInfo != nullptr; }
 void CDigit::SendInitString()
 {
     const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
+    const TVersoLaLinea linea(hPorta);
     const int tipo = dati.tipo;
     const bool porta = PortaPresente();
     auto attendi = [&](std::int32_t ms) {
         if (porta) Ritarda(ms);
     };
 
-    Scrivi(digitLink.tipoReport, static_cast<std::int8_t>(tipo & 0xFF));
+    if (versoLaLinea) Scrivi(digitLink.tipoReport, static_cast<std::int8_t>(tipo & 0xFF));
     if (porta && ((tipo >= 1 && tipo <= 3) || (tipo >= 5 && tipo <= 9))) {
-        IODevSetRts();
-        IODevSetDtr();
+        if (versoLaLinea) {
+            IODevSetRts();
+            IODevSetDtr();
+        }
         if (tipo == 6) attendi(1000);
     }
     SendResetSeScelto();
 
     const std::int32_t len = LenReportDi(tipo);
-    if (len > 0) Scrivi(digitLink.lenReport, len);
+    if (len > 0 && versoLaLinea) Scrivi(digitLink.lenReport, len);
     const int ris = dati.risoluzione;
     switch (tipo) {
     case 1: case 2: case 9:
@@ -129,12 +153,15 @@ void CDigit::SendInitString()
 void CDigit::SendResetSeScelto()
 {
     if (!PortaPresente()) return;
-    IODevPurgeRx();
-    IODevPurgeTx();
+    const TVersoLaLinea linea(hPorta);
+    if (versoLaLinea) {
+        IODevPurgeRx();
+        IODevPurgeTx();
+    }
     if (dati.reset == 1) return;  // any other value, 0 included, counts as a yes
     switch (dati.tipo) {
     case 1: case 2: case 3: case 9:
-        IODevWrite("", 1);  // one NUL byte
+        Manda("", 1);  // one NUL byte
         Ritarda(1000);
         break;
     case 5:
@@ -160,10 +187,11 @@ void CDigit::SendResetSeScelto()
     }
 }
 
-// Spins on the 32-bit millisecond tick. A counter that went back has wrapped,
+// Waits on the 32-bit millisecond tick. A counter that went back has wrapped,
 // and the wait starts again from there; start + ms is taken in 32 bits, so a
-// wait begun just before the wrap may end at once. The yield only lets other
-// threads run meanwhile: the host's thread stays held, as the design wants.
+// wait begun just before the wrap may end at once. Between two reads the
+// processor is let go (CediTick), so a wait costs next to no CPU; the host's
+// thread stays held all the same, as the design wants.
 void CDigit::Ritarda(std::int32_t ms) const
 {
     std::uint32_t start = GetTickCount();
@@ -171,6 +199,6 @@ void CDigit::Ritarda(std::int32_t ms) const
         const std::uint32_t now = GetTickCount();
         if (start > now) start = now;
         if (now >= start + static_cast<std::uint32_t>(ms)) return;
-        std::this_thread::yield();
+        CediTick();
     }
 }

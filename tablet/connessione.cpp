@@ -10,7 +10,10 @@
 //   not wait, since the notification under way is its caller.
 // - Init on an object while another object's connection is open refuses:
 //   it beeps, shows the open-failure box and returns false, and the running
-//   connection, its target and its link record stay as they are.
+//   connection, its target and its link record stay as they are. Such an
+//   object leaves that connection alone afterwards too: its sequences send
+//   nothing, and SetCommNotificationTo (which returns 0) and
+//   StopCommNotification change nothing (connessione_altrui.h).
 // - A port record that survives a failed open is rebuilt by the next Init, so
 //   a retry takes the settings it is given, not those of the failed attempt.
 // - The destructor of a connected object ends the connection (reset, close
@@ -22,6 +25,7 @@
 #include "platform/toldeko/gwnd.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
+#include "tablet/connessione_altrui.h"
 #include "tablet/modulo.h"
 #include "tablet/tabelle.h"
 
@@ -76,8 +80,7 @@ CDigit::~CDigit()
 
 bool CDigit::Init(GWnd* owner)
 {
-    const std::intptr_t aperto = IODevHandleAperto();
-    if (aperto != 0 && aperto != hPorta) {  // another object's connection
+    if (ConnessioneAltrui(hPorta)) {
         BoxPortaNonConfigurata(owner);
         return false;
     }
@@ -103,6 +106,7 @@ bool CDigit::Init(GWnd* owner)
 
 int CDigit::SetCommNotificationTo(CDigitNtfy* target)
 {
+    if (ConnessioneAltrui(hPorta)) return 0;  // not this object's to steer
     // Released, and acquired by the reader: a target made just before this
     // call, while delivery is on, is whole when the reader calls it.
     digitLink.ntfy.store(target, std::memory_order_release);
@@ -113,6 +117,7 @@ int CDigit::SetCommNotificationTo(CDigitNtfy* target)
 
 void CDigit::StopCommNotification()
 {
+    if (ConnessioneAltrui(hPorta)) return;
     IODevHold();
     { TCancelloConsegna attesa; }  // waits out a notification under way
     Scrivi(digitLink.ntfy, nullptr);

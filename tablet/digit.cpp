@@ -63,11 +63,11 @@ CDigit& CDigit::operator=(const CDigit& other)
     iniNord = other.iniNord;
     passoEst = other.passoEst;
     passoNord = other.passoNord;
-    statoCalibr = other.statoCalibr;
     CopiaTabella(coefCelle, other.coefCelle, coefPerCella);
     CopiaTabella(angoliX, other.angoliX, angoliPerCella);
     CopiaTabella(angoliY, other.angoliY, angoliPerCella);
     CopiaIndiceCelle(other);
+    statoCalibr.store(other.statoCalibr.load(std::memory_order_acquire), std::memory_order_release);
     return *this;
 }
 

@@ -184,23 +184,38 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
 }
 
 // A second object cannot take the port while the first one's connection
-// runs: it is refused with the open-failure box, and the first goes on.
-TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndTheRunningConnectionGoesOn)
+// runs: it is refused with the open-failure box, and afterwards it leaves
+// that connection alone. Its sequences send nothing and keep the format (but
+// wait their time), and it neither takes nor drops the target.
+TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone)
 {
-    CDigit primo(Dati(8, 1));
-    CDigit secondo(Dati(1, 1));
+    CDigit primo(Dati(5, 1));
+    CDigit secondo(Dati(1, 2));
     ASSERT_TRUE(primo.Init(nullptr));
     primo.SendInitString();
-    TRegistratore reg;
+    TRegistratore reg, altro;
     primo.SetCommNotificationTo(&reg);
+    ASSERT_TRUE(sim.AttendiQuiete(50ms, 2s));
+    sim.Dimentica();
 
     EXPECT_FALSE(secondo.Init(finestra));
     ASSERT_EQ(ui.Messaggi().size(), 1u);
     EXPECT_EQ(ui.Messaggi()[0].testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(A::HPorta(secondo), 0);
+    const std::uint32_t prima = tick.Adesso();
+    secondo.SendInitString();
+    secondo.SendResetSeScelto();
+    EXPECT_GE(tick.Adesso() - prima, 2 * 1000u + 100u) << "the waits of both sequences run";
+    EXPECT_EQ(secondo.SetCommNotificationTo(&altro), 0);
+    secondo.StopCommNotification();
+    EXPECT_EQ(primo.GetCommNotification(), &reg);
+    EXPECT_EQ(Leggi(digitLink.tipoReport), 5);
+    EXPECT_EQ(Leggi(digitLink.lenReport), 20);
     EXPECT_EQ(IODevHandleAperto(), A::HPorta(primo));
-    EXPECT_TRUE(SuonaFinoA(sim, 8, {321, 654, 0}, 15, reg, 1));
+    EXPECT_TRUE(SuonaFinoA(sim, 5, {321, 654, 0}, 20, reg, 1));
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(321, 654)});
+    EXPECT_TRUE(altro.Notifiche().empty());
+    EXPECT_EQ(sim.ByteRicevuti(), "") << "nothing of the second object reached the line";
     primo.StopCommNotification();
 }
 

@@ -2,11 +2,13 @@
 // never stops talking: a target freed right after the stop, an object
 // destroyed while its reader notifies, a target that stops and restarts from
 // inside its notification, a new object built under a running reader, which
-// silences it. Meant for the sanitizer builds, which turn a lost race into a
+// silences it, a calibration published while the target transforms. Meant
+// for the sanitizer builds, which turn a lost race into a
 // report.
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -15,6 +17,7 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
+#include "support/digit_accesso.h"
 #include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
@@ -127,6 +130,46 @@ TEST_F(CorseTest, ANewObjectBuiltUnderARunningReaderSilencesIt)
         EXPECT_EQ(reg.Notifiche().size(), sentite) << "iteration " << i;
         d.StopCommNotification();
     }
+}
+
+// A target that transforms every move, as a host does, against the map
+// East = 500 + x / 10, North = 200 + y / 10 once a calibration is in force.
+struct TTrasforma : CDigitNtfy {
+    explicit TTrasforma(CDigit& d) : digit(d) {}
+    void NotifyMove(std::int32_t x, std::int32_t y) override
+    {
+        double est = 0, nord = 0;
+        int bottone = 0;
+        if (!digit.TrasformaCoordDigit(est, nord, bottone)) {
+            ++prima;
+            return;
+        }
+        if (std::abs(est - (500 + 0.1 * x)) > 1e-6 || std::abs(nord - (200 + 0.1 * y)) > 1e-6) ++sbagliate;
+        ++dopo;
+    }
+    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
+    CDigit& digit;
+    std::atomic<int> prima{0}, dopo{0}, sbagliate{0};
+};
+
+// The host's thread calibrates while the reader's notifications transform:
+// a transform that sees the new state sees the new coefficients too.
+TEST_F(CorseTest, ACalibrationReachesATransformingTargetWhole)
+{
+    CDigit d(Dati(8, 1));
+    ASSERT_TRUE(d.Init(nullptr));
+    d.SendInitString();
+    TTrasforma target(d);
+    d.SetCommNotificationTo(&target);
+    {
+        TFlusso flusso(sim);
+        ASSERT_TRUE(AttendiFinche([&] { return target.prima > 0; }));
+        double x[] = {0, 1000, 0}, y[] = {0, 0, 1000}, est[] = {500, 600, 500}, nord[] = {200, 200, 300};
+        ASSERT_TRUE(CDigitTestAccess::CalcoloCoefficientiPtSparsi(d, x, y, est, nord, 3));
+        ASSERT_TRUE(AttendiFinche([&] { return target.dopo > 0; }));
+    }
+    d.StopCommNotification();
+    EXPECT_EQ(target.sbagliate, 0);
 }
 
 }  // namespace

@@ -168,18 +168,22 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoDigitalizza{"InvioDopoPressione", {{3, 40, 50}}, TFine::invio, IDOK, 40, 50}),
     [](const ::testing::TestParamInfo<TCasoDigitalizza>& i) { return std::string(i.param.nome); });
 
-TEST_F(DigitalizzaTest, PressAfterTheCountsWereTakenChangesNothing)
+// Once a press has ended the dialog, or the owner has taken the counts, a
+// later press changes nothing: the owner gets the counts of the ending press.
+TEST_F(DigitalizzaTest, PressesAfterTheEndChangeNothing)
 {
-    CDigitGetPntDialog d(nullptr, "t", &digit, 0, 0);
-    d.NotifyButton(2, 5, 6);  // a host function: stored, the dialog stays
-    script.Esc();
-    EXPECT_EQ(d.doModal(), IDCANCEL);
-    std::int32_t xy[2] = {0, 0};
-    for (int volta = 0; volta < 2; ++volta) {
+    for (int fine : {1, 4, 2}) {  // confirm, cancel, a host function and then the owner's take
+        CDigitGetPntDialog d(nullptr, "t", &digit, 0, 0);
+        d.NotifyButton(fine, 5, 6);
+        std::int32_t xy[2] = {0, 0};
+        if (fine == 2) {
+            ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
+        }
+        d.NotifyButton(2, 99, 99);
+        d.NotifyButton(1, 7, 8);
         ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
-        EXPECT_EQ(xy[0], 5);
-        EXPECT_EQ(xy[1], 6);
-        d.NotifyButton(1, 7, 8);  // late: ignored
+        EXPECT_EQ(xy[0], 5) << "ended by button " << fine;
+        EXPECT_EQ(xy[1], 6) << "ended by button " << fine;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 #include <set>
 #include <string>
 #include <tuple>
@@ -130,6 +131,24 @@ TEST_P(LimitiTest, CornersFromThePresses)
     EXPECT_EQ(d.completo, c.confermati);
 }
 
+// A press after the one that ended the dialog changes no corner, though the
+// owner has not taken them yet.
+TEST_F(LimitiTest, PressesAfterTheEndChangeNothing)
+{
+    for (int fine : {1, 4}) {  // the second confirm, a cancel
+        GDigitMinMaxDlg d(nullptr, &digit);
+        d.NotifyButton(1, 10, 20);
+        d.NotifyButton(fine, 300, 400);
+        d.NotifyButton(2, 7, 7);
+        d.NotifyButton(1, 8, 8);
+        std::int32_t l[4] = {-1, -1, -1, -1};
+        EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), fine == 1) << "ended by button " << fine;
+        if (fine == 1) {
+            EXPECT_THAT(l, ElementsAre(10, 20, 300, 400));
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Casi, LimitiTest,
     ::testing::Values(
@@ -235,6 +254,21 @@ TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
     ASSERT_EQ(passi.size(), 2u);
     const TTela t = passi[1].Elemento(2280)->tela;
     EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
+}
+
+// Limits one count wide make thousands of pixels of a count: an extreme
+// count lands far off the frame, and leaves no ink on it (no line drawn
+// across it from a position that overflowed).
+TEST_F(ProvaTest, ExtremeCountsOverTinyLimitsLeaveNoInk)
+{
+    digit.GetDataDigit().xMax = 1001;
+    digit.GetDataDigit().yMax = 2001;
+    const std::int32_t massimo = std::numeric_limits<std::int32_t>::max();
+    const std::int32_t minimo = std::numeric_limits<std::int32_t>::min();
+    const auto passi = Passi({{0, massimo, 2000}, {0, minimo, 2000}, {0, 1000, massimo}, {0, 1000, minimo}}, false,
+                             IDCANCEL);
+    ASSERT_EQ(passi.size(), 5u);
+    for (std::size_t k = 1; k < passi.size(); ++k) EXPECT_TRUE(Inchiostro(passi[k]).empty()) << "step " << k;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ TEST(CDigitTest, DefaultsOfANewObject)
     const std::uint8_t funz[16] = {1, 2, 4, 8};
     EXPECT_EQ(0, std::memcmp(dati.funzBott, funz, sizeof funz));
     EXPECT_FALSE(dati.limitiDefiniti);
-    EXPECT_EQ(A::StatoCalibr(d), calibNessuna);
+    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
     EXPECT_EQ(A::NumQuadEst(d), -1);
     EXPECT_EQ(A::PassoNord(d), 1e-200);
     EXPECT_EQ(A::HPorta(d), 0);
@@ -89,19 +89,9 @@ TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)
     A::NumQuadEst(d) = 3;
     A::CoefCelle(d)[2][1][7] = 42.5;
     d.SetToNotCalibrato();
-    EXPECT_EQ(A::StatoCalibr(d), calibNessuna);
+    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
     EXPECT_EQ(A::NumQuadEst(d), 3);
     EXPECT_EQ(A::CoefCelle(d)[2][1][7], 42.5);
-}
-
-TEST(CDigitTest, GetDataDigitReferenceWritesThroughAndCopiesAreWhole)
-{
-    CDigit d;
-    d.GetDataDigit().tipo = 6;
-    TDataDigit copia{};
-    d.GetDataDigit(copia);
-    EXPECT_EQ(copia.tipo, 6);
-    EXPECT_EQ(copia.funzBott[3], funzAnnulla);
 }
 
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
@@ -122,7 +112,7 @@ TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
     EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
     EXPECT_EQ(A::AngoliX(dest)[0][3][2], -5);
     EXPECT_EQ(A::AngoliY(dest)[13][0][3], 6);
-    EXPECT_EQ(A::StatoCalibr(dest), calibGriglia);
+    EXPECT_EQ(A::StatoCalibr(dest).load(), calibGriglia);
     EXPECT_EQ(A::NumQuadEst(dest), 2);
     EXPECT_EQ(A::IniNord(dest), 123.5);
     EXPECT_EQ(A::HPorta(dest), 77);

@@ -76,7 +76,7 @@ TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
     for (int i = 0; i < 2; ++i)
         for (int j = 0; j < 2; ++j) coef[i][j][0] = -7.0;
     EXPECT_FALSE(CalibraDaNodi(d, nodi));
-    EXPECT_EQ(A::StatoCalibr(d), calibNessuna);
+    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
     EXPECT_NE(coef[0][0][0], -7.0) << "cell (0, 0) was solved before";
     EXPECT_NE(coef[0][1][0], -7.0) << "cell (0, 1) was solved before";
     EXPECT_EQ(coef[1][1][0], -7.0) << "cell (1, 1) comes after the failure";
@@ -97,7 +97,7 @@ TEST(CoefficientiOmogTest, EveryNodeMapsBackToItsGround)
             CDigit d;
             const TNodi nodi = GrigliaScossa(dim[0], dim[1], 500, 60, seme);
             ASSERT_TRUE(CalibraDaNodi(d, nodi, dim[2], dim[3])) << "seed " << seme;
-            ASSERT_EQ(A::StatoCalibr(d), calibGriglia);
+            ASSERT_EQ(A::StatoCalibr(d).load(), calibGriglia);
             ASSERT_TRUE(A::Indicizzato(d)) << "the fit indexes its cells";
             for (int p = 0; p <= dim[0]; ++p) {
                 for (int q = 0; q <= dim[1]; ++q) {

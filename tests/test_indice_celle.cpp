@@ -18,14 +18,18 @@ namespace {
 using A = CDigitTestAccess;
 using TLimiti = std::numeric_limits<std::int32_t>;
 
-// Corners from nodes; every cell names itself (SegnaCelle).
+// Corners from nodes, stored by the grid calibration's own step; every cell
+// names itself (SegnaCelle).
 void GrigliaSegnata(CDigit& d, const TNodi& nodi)
 {
     const int quadEst = static_cast<int>(nodi.size()) - 1, quadNord = static_cast<int>(nodi[0].size()) - 1;
-    for (int i = 0; i < quadEst; ++i)
-        for (int j = 0; j < quadNord; ++j)
-            Angoli(d, i, j, {nodi[i][j].x, nodi[i][j + 1].x, nodi[i + 1][j].x, nodi[i + 1][j + 1].x},
-                   {nodi[i][j].y, nodi[i][j + 1].y, nodi[i + 1][j].y, nodi[i + 1][j + 1].y});
+    double*** est = AllocaTabella<double>(4);
+    double*** nord = AllocaTabella<double>(4);
+    for (int p = 0; p <= quadEst; ++p)
+        for (int q = 0; q <= quadNord; ++q)
+            A::MemorizzaNodo(d, p, q, nodi[p][q].x, nodi[p][q].y, 0, 0, est, nord);
+    LiberaTabella(est);
+    LiberaTabella(nord);
     SegnaCelle(d, quadEst, quadNord);
 }
 

@@ -151,7 +151,12 @@ TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
     EXPECT_NEAR(l.nord, 200, 1e-9);
 }
 
-// The 2 by 1 grid: nodes asked East index outermost, at tablet (1000 i, 1000 j).
+// The 2 by 1 grid: nodes asked East index outermost. The first cell is a
+// square on the tablet, (1000, 1000) to (2000, 2000), so its map is the
+// affine one East = 100 + (x - 1000) / 20, North = 200 + (y - 1000) / 40;
+// the second is narrow and skewed, with a map of its own and its reference
+// point near the first cell's edge, so a point that the first cell fails to
+// hold (its corners out of place) is served by the second, and told.
 TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 {
     ASSERT_TRUE(sim.Valida());
@@ -164,15 +169,20 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
         const TStatoDialogo mostrato = script.Corrente();
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2080)), attesi[n][0]) << "node " << n;
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2081)), attesi[n][1]) << "node " << n;
-        Premi(1000 * (n / 2), 1000 * (n % 2), 1);
+        const std::int32_t nodi[][2] = {{1000, 1000}, {1000, 2000}, {2000, 1000}, {2000, 2000}, {2300, 600}, {2200, 2000}};
+        Premi(nodi[n][0], nodi[n][1], 1);
     }
     ASSERT_TRUE(esito.get());
     EXPECT_TRUE(digit.IsCalibratoGriglia());
 
-    const auto l = Misura(1500, 500);
-    ASSERT_TRUE(l.ok);
-    EXPECT_NEAR(l.est, 175, 1e-9);
-    EXPECT_NEAR(l.nord, 212.5, 1e-9);
+    const struct { std::int32_t x, y; double est, nord; } punti[] = {
+        {1980, 1500, 149, 212.5}, {1020, 1980, 101, 224.5}, {1990, 1010, 149.5, 200.25}};
+    for (const auto& p : punti) {
+        const auto l = Misura(p.x, p.y);
+        ASSERT_TRUE(l.ok);
+        EXPECT_NEAR(l.est, p.est, 1e-9) << p.x << "," << p.y;
+        EXPECT_NEAR(l.nord, p.nord, 1e-9) << p.x << "," << p.y;
+    }
 }
 
 TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
@@ -225,10 +235,10 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
     EXPECT_EQ(script.Chiusi().size(), dialoghi);
 
-    const auto l = Misura(1000, 1000);
+    const auto l = Misura(1000, 400);
     ASSERT_TRUE(l.ok);
     EXPECT_NEAR(l.est, 600, 1e-9);
-    EXPECT_NEAR(l.nord, 300, 1e-9);
+    EXPECT_NEAR(l.nord, 240, 1e-9);
 }
 
 }  // namespace

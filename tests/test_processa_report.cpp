@@ -52,7 +52,7 @@ TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
         {{{100, 200, 0}, {100, 200, 0}, {100, 200, 2}, {150, 260, 2}, {150, 260, 0}, {151, 260, 0}},
          {Mossa(100, 200), Pressione(2, 100, 200), Mossa(151, 260)}},
         {{{0, 0, 0}}, {}},
-        {{{10, 10, 1}, {10, 10, 3}, {10, 10, 0}, {10, 10, 3}}, {Pressione(1, 10, 10), Pressione(3, 10, 10)}},
+        {{{10, 11, 1}, {10, 11, 3}, {10, 11, 0}, {10, 11, 3}}, {Pressione(1, 10, 11), Pressione(3, 10, 11)}},
     };
     for (const TCaso& c : casi) {
         SetUp();
@@ -66,17 +66,17 @@ TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
 // press heard with no target is not announced once a target is there.
 TEST_F(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
 {
-    Leggi(10, 10, 1);
+    Leggi(10, 11, 1);
     Consegna(std::string(15, '\0'));  // no sync byte: rejected
-    Leggi(10, 10, 1);
+    Leggi(10, 11, 1);
     Scrivi(digitLink.ntfy, nullptr);
-    Leggi(20, 20, 0);
-    Leggi(20, 20, 1);
+    Leggi(20, 21, 0);
+    Leggi(20, 21, 1);
     Scrivi(digitLink.ntfy, &target);
-    Leggi(20, 20, 1);
-    Leggi(20, 20, 0);
-    Leggi(20, 20, 2);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 10), Pressione(2, 20, 20)}));
+    Leggi(20, 21, 1);
+    Leggi(20, 21, 0);
+    Leggi(20, 21, 2);
+    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 11), Pressione(2, 20, 21)}));
 }
 
 // Records bottonePremuto as the report path shows it during each call.

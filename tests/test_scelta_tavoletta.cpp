@@ -139,6 +139,23 @@ INSTANTIATE_TEST_SUITE_P(
                     false}),
     [](const ::testing::TestParamInfo<TCasoAzioni>& i) { return std::string(i.param.nome); });
 
+// Each parity radio, read by the button that reads the radios, reaches the
+// record as its own letter (a pseudo-terminal ignores parity, so only the
+// record tells a swap).
+TEST_F(SceltaTest, EachParityRadioReachesTheRecord)
+{
+    const std::pair<int, char> radio[] = {{2131, 'N'}, {2132, 'E'}, {2133, 'O'}};
+    for (const auto& [id, parita] : radio) {
+        TDataDigit dati = Modello5();
+        script.Clic(id);
+        script.Clic(2150);
+        script.Esc();
+        script.Invio();
+        EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
+        EXPECT_EQ(dati.parita, parita) << "radio " << id;
+    }
+}
+
 // ---------------------------------------------------------------------------
 TEST_F(SceltaTest, WithoutATabletTheButtonsOnlyBeep)
 {

@@ -18,23 +18,49 @@ verifica() {  # verifica DESCRIPTION CONDITION...
     else
         echo "FAIL $descrizione"
         fallite=$((fallite + 1))
+        return 1
     fi
 }
 
 contiene() { grep -q -- "$2" "$1"; }
 
+# Waits up to 10 s until the file $1 contains $2.
+attendi_testo() {
+    for _ in $(seq 100); do
+        contiene "$1" "$2" && return 0
+        sleep 0.1
+    done
+    return 1
+}
+
 # Starts velmarin-sim with the given options and sets $dispositivo to its
-# device path, once it is printed.
+# device path, once it is printed; $uscita_sim is the file of its output. Each
+# simulator writes a file of its own, so that the device read is never the
+# one of a simulator started before.
+sim_avviati=0
 avvia_sim() {
-    "$SIM" "$@" >"$temp/sim.out" 2>"$temp/sim.err" &
+    sim_avviati=$((sim_avviati + 1))
+    uscita_sim="$temp/sim.$sim_avviati.out"
+    : >"$uscita_sim"
+    "$SIM" "$@" >"$uscita_sim" 2>"$temp/sim.$sim_avviati.err" &
     figli="$figli $!"
     for _ in $(seq 50); do
-        dispositivo=$(head -n1 "$temp/sim.out" 2>/dev/null)
+        dispositivo=$(head -n1 "$uscita_sim" 2>/dev/null)
         [ -n "$dispositivo" ] && return 0
         sleep 0.1
     done
     echo "velmarin-sim printed no device"
     return 1
+}
+
+# For a test under tmux: skips it (77) without tmux, names its session
+# $sessione after $1, keeps tmux's socket in $temp and ends the server on
+# the way out.
+prepara_tmux() {
+    command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
+    sessione="$1-$$"
+    export TMUX_TMPDIR="$temp"
+    trap 'tmux kill-server 2>/dev/null; pulisci' EXIT
 }
 
 # Reads up to $2 bytes from the device $1 for at most $3 seconds into $4.

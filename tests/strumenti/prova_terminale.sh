@@ -6,13 +6,8 @@
 # the terminal is as it was. Then the tablet selection, all of it. Skipped
 # (77) without tmux.
 HOST=$1
-command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
 . "$(dirname "$0")/comune.sh"
-
-sessione="velmarin-prova-$$"
-export TMUX_TMPDIR="$temp"
-fine_tmux() { tmux kill-server 2>/dev/null; pulisci; }
-trap fine_tmux EXIT
+prepara_tmux velmarin-prova
 
 esc=$(printf '\033')
 schermo() { tmux capture-pane -p -t "$sessione"; }

@@ -16,7 +16,7 @@ public:
     }
     static void IndicizzaCelle(CDigit& d) { d.AggiornaIndiceCelle(); }
     static bool Indicizzato(const CDigit& d) { return d.indiceCelle && d.indiceCelle->valido; }
-    static std::int32_t& StatoCalibr(CDigit& d) { return d.statoCalibr; }
+    static std::atomic<std::int32_t>& StatoCalibr(CDigit& d) { return d.statoCalibr; }
     static std::intptr_t& HPorta(CDigit& d) { return d.hPorta; }
     static std::int32_t& NumQuadEst(CDigit& d) { ScartaIndice(d); return d.numQuadEst; }
     static std::int32_t& NumQuadNord(CDigit& d) { ScartaIndice(d); return d.numQuadNord; }
@@ -82,6 +82,12 @@ public:
         return d.PtInRect(xs, ys, x, y);
     }
     static void Ritarda(const CDigit& d, std::int32_t ms) { d.Ritarda(ms); }
+    static void MemorizzaNodo(CDigit& d, int i, int j, std::int32_t x, std::int32_t y, double est, double nord,
+                              double*** angEst, double*** angNord)
+    {
+        ScartaIndice(d);
+        d.MemorizzaNodo(i, j, x, y, est, nord, angEst, angNord);
+    }
 };
 
 #endif

@@ -1,6 +1,6 @@
 // A digitized grid for the tests and benchmarks: nodes with their tablet
-// counts and ground values, stored into the corner tables of a CDigit the way
-// a grid calibration stores them, then fitted.
+// counts and ground values, stored into the corner tables of a CDigit by the
+// grid calibration's own step, then fitted.
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
@@ -75,26 +75,15 @@ inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi, int quadEstDati = -1, in
     const int quadNord = static_cast<int>(nodi[0].size()) - 1;
     double*** est = AllocaTabella<double>(4);
     double*** nord = AllocaTabella<double>(4);
-    std::int32_t*** ax = CDigitTestAccess::AngoliX(d);
-    std::int32_t*** ay = CDigitTestAccess::AngoliY(d);
-    auto metti = [&](int i, int j, int c, const TNodo& n) {
-        if (i < 0 || j < 0 || i >= maxQuadrati || j >= maxQuadrati) return;
-        ax[i][j][c] = n.x;
-        ay[i][j][c] = n.y;
-        est[i][j][c] = n.est;
-        nord[i][j][c] = n.nord;
-    };
-    for (int p = 0; p <= quadEst; ++p) {
+    for (int p = 0; p <= quadEst; ++p)
         for (int q = 0; q <= quadNord; ++q) {
-            metti(p - 1, q - 1, 3, nodi[p][q]);
-            metti(p - 1, q, 2, nodi[p][q]);
-            metti(p, q - 1, 1, nodi[p][q]);
-            metti(p, q, 0, nodi[p][q]);
+            const TNodo& n = nodi[p][q];
+            CDigitTestAccess::MemorizzaNodo(d, p, q, n.x, n.y, n.est, n.nord, est, nord);
         }
-    }
     CDigitTestAccess::NumQuadEst(d) = quadEstDati < 0 ? quadEst : quadEstDati;
     CDigitTestAccess::NumQuadNord(d) = quadNordDati < 0 ? quadNord : quadNordDati;
-    const bool ok = CDigitTestAccess::CalcoloCoefficientiOmog(d, ax, ay, est, nord);
+    const bool ok = CDigitTestAccess::CalcoloCoefficientiOmog(d, CDigitTestAccess::AngoliX(d),
+                                                              CDigitTestAccess::AngoliY(d), est, nord);
     LiberaTabella(est);
     LiberaTabella(nord);
     return ok;

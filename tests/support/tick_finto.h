@@ -21,6 +21,8 @@ public:
 
     // The counter now; reading it here does not move it.
     std::uint32_t Adesso() const { return contatore().load(); }
+    // Moves the counter on by `ms`, as if that much time had passed.
+    void Avanza(std::uint32_t ms) { contatore() += ms; }
 
 private:
     static std::atomic<std::uint32_t>& contatore()

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "digit.h"
+#include "occupanti_porta.h"
 #include "record_predefiniti.h"
 
 bool VerificaDispositivo(const std::string& percorso, std::string& errore)
@@ -41,6 +42,7 @@ bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds pas
 {
     if (!o.dispositivo.empty()) {
         if (!VerificaDispositivo(o.dispositivo, errore)) return false;
+        AvvisaOccupanti(o.dispositivo, stderr);
         IODevMapPort(o.porta, o.dispositivo.c_str());
         descrizione = std::string(NomeModello(o.tipo)) + " on " + o.dispositivo;
         return true;

@@ -1,0 +1,41 @@
+#!/bin/sh
+# The terminal's yes/no box as a person answers it: a tablet calibrated by
+# three points is calibrated again, the box asks first, and S, the key the
+# box names for yes, goes on to the new calibration. Skipped (77) without
+# tmux.
+HOST=$1
+. "$(dirname "$0")/comune.sh"
+prepara_tmux velmarin-conferma
+
+# Waits up to 30 s for the text $1 on the screen, kept in $temp/schermo.
+attendi() {
+    for _ in $(seq 300); do
+        tmux capture-pane -p -t "$sessione" >"$temp/schermo"
+        grep -q -- "$1" "$temp/schermo" && return 0
+        sleep 0.1
+    done
+    echo "--- the screen does not show: $1"
+    cat "$temp/schermo"
+    return 1
+}
+
+tmux new-session -d -s "$sessione" -x 100 -y 32 "'$HOST' calibrate points calibrate points; echo EXIT=\$?; sleep 60"
+
+# Three points, each typed and then digitized by the simulated tablet; the
+# fourth is left with Escape, and three points calibrate.
+for est in 100 300 500; do
+    attendi "Coord. Nord (X)" || break
+    tmux send-keys -t "$sessione" "$est" Tab "$((est + 50))" Enter
+    attendi "Digitalizza il Punto di" || break
+done
+verifica "a fourth point is asked for" attendi "Coord. Nord (X)"
+tmux send-keys -t "$sessione" Escape
+verifica "the first calibration is done" attendi "calibration done"
+
+verifica "calibrating again asks first" attendi "Tavoletta gi. calibrata"
+verifica "the box names S for yes" contiene "$temp/schermo" "S / Invio: Si"
+tmux send-keys -t "$sessione" s
+verifica "S answers yes: the new calibration asks its first point" attendi "Coord. Nord (X)"
+tmux send-keys -t "$sessione" Escape
+verifica "the program ends" attendi "EXIT="
+fine
