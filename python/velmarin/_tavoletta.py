@@ -2,6 +2,7 @@
 
 import ctypes
 import math
+import os
 import sys
 import threading
 import traceback
@@ -29,7 +30,7 @@ def _intero(nome, valore, minimo, massimo):
 def map_port(port, device):
     """Port COM<port> (1..255) opens `device`; None restores the platform's own."""
     _intero("port", port, 1, 255)
-    lib.velmarin_map_port(port, None if device is None else str(device).encode())
+    lib.velmarin_map_port(port, None if device is None else os.fsencode(device))
     _dispositivi[port] = device
 
 
@@ -176,6 +177,8 @@ class Tablet:
 
     def to_ground(self, x, y):
         """(East, North) of tablet counts x, y; None without a calibration."""
+        _intero("x", x, -2**31, 2**31 - 1)
+        _intero("y", y, -2**31, 2**31 - 1)
         est, nord = ctypes.c_double(), ctypes.c_double()
         if lib.velmarin_to_ground(self._h(), x, y, ctypes.byref(est), ctypes.byref(nord)) != 1:
             return None
