@@ -24,49 +24,55 @@ bool Finiti(const double* v, int n)
 bool GrigliaAccettabile(const TGrigliaDigitalizzata& g)
 {
     const double terreno[] = {g.iniEst, g.iniNord, g.passoEst, g.passoNord};
-    return g.quadEst >= 1 && g.quadEst <= maxQuadrati && g.quadNord >= 1 &&
-           g.quadNord <= maxQuadrati && g.x && g.y && Finiti(terreno, 4);
+    return g.numQuadEst >= 1 && g.numQuadEst <= maxQuadrati && g.numQuadNord >= 1 &&
+           g.numQuadNord <= maxQuadrati && g.x && g.y && Finiti(terreno, 4);
 }
 
 }  // namespace
 
 // The grid, its corners and the rows of the cells solved before the one
-// that failed.
+// that failed; the fields bear the names of CDigit's own.
 struct TCalibrazioneEsterna::TMappa {
-    std::int32_t stato, quadEst, quadNord;
+    explicit TMappa(const CDigit& d) : statoCalibr(d.statoCalibr)
+    {
+        CopiaGriglia(*this, d);
+        CopiaTabelle(*this, d);
+    }
+    std::int32_t statoCalibr, numQuadEst, numQuadNord;
     double iniEst, iniNord, passoEst, passoNord;
     TTabellaLocale<double> coef{8};
     TTabellaLocale<std::int32_t> angX{4}, angY{4};
+    double*** coefCelle = coef.t;
+    std::int32_t*** angoliX = angX.t;
+    std::int32_t*** angoliY = angY.t;
 };
 
-void TCalibrazioneEsterna::Salva(const CDigit& d, TMappa& m)
+template <class A, class B>
+void TCalibrazioneEsterna::CopiaGriglia(A& a, const B& b)
 {
-    m.stato = d.statoCalibr;
-    m.quadEst = d.numQuadEst;
-    m.quadNord = d.numQuadNord;
-    m.iniEst = d.iniEst;
-    m.iniNord = d.iniNord;
-    m.passoEst = d.passoEst;
-    m.passoNord = d.passoNord;
-    CopiaTabella(m.coef.t, d.coefCelle, 8);
-    CopiaTabella(m.angX.t, d.angoliX, 4);
-    CopiaTabella(m.angY.t, d.angoliY, 4);
+    a.numQuadEst = b.numQuadEst;
+    a.numQuadNord = b.numQuadNord;
+    a.iniEst = b.iniEst;
+    a.iniNord = b.iniNord;
+    a.passoEst = b.passoEst;
+    a.passoNord = b.passoNord;
+}
+
+template <class A, class B>
+void TCalibrazioneEsterna::CopiaTabelle(A& a, const B& b)
+{
+    CopiaTabella(a.coefCelle, b.coefCelle, 8);
+    CopiaTabella(a.angoliX, b.angoliX, 4);
+    CopiaTabella(a.angoliY, b.angoliY, 4);
 }
 
 // The state comes back last, once the map it names is whole again.
 void TCalibrazioneEsterna::Ripristina(CDigit& d, const TMappa& m)
 {
-    d.numQuadEst = m.quadEst;
-    d.numQuadNord = m.quadNord;
-    d.iniEst = m.iniEst;
-    d.iniNord = m.iniNord;
-    d.passoEst = m.passoEst;
-    d.passoNord = m.passoNord;
-    CopiaTabella(d.coefCelle, m.coef.t, 8);
-    CopiaTabella(d.angoliX, m.angX.t, 4);
-    CopiaTabella(d.angoliY, m.angY.t, 4);
-    if (m.stato == calibGriglia) d.AggiornaIndiceCelle();
-    d.statoCalibr = m.stato;
+    CopiaGriglia(d, m);
+    CopiaTabelle(d, m);
+    if (m.statoCalibr == calibGriglia) d.AggiornaIndiceCelle();
+    d.statoCalibr = m.statoCalibr;
 }
 
 // The grid as the grid dialog would give it, and its nodes in the order and
@@ -74,17 +80,12 @@ void TCalibrazioneEsterna::Ripristina(CDigit& d, const TMappa& m)
 void TCalibrazioneEsterna::MemorizzaNodi(CDigit& d, const TGrigliaDigitalizzata& g, double*** est,
                                          double*** nord)
 {
-    d.numQuadEst = g.quadEst;
-    d.numQuadNord = g.quadNord;
-    d.iniEst = g.iniEst;
-    d.iniNord = g.iniNord;
-    d.passoEst = g.passoEst;
-    d.passoNord = g.passoNord;
+    CopiaGriglia(d, g);
     for (int i = 0; i <= d.numQuadEst; ++i) {
         const double e = i * d.passoEst + d.iniEst;
         for (int j = 0; j <= d.numQuadNord; ++j) {
             const double n = j * d.passoNord + d.iniNord;
-            const int k = j * (g.quadEst + 1) + i;
+            const int k = j * (g.numQuadEst + 1) + i;
             d.MemorizzaNodo(i, j, g.x[k], g.y[k], e, n, est, nord);
         }
     }
@@ -113,8 +114,7 @@ bool TCalibrazioneEsterna::PuntiSparsi(CDigit& d, int n, const std::int32_t* x,
 bool TCalibrazioneEsterna::Griglia(CDigit& d, const TGrigliaDigitalizzata& g)
 {
     if (!GrigliaAccettabile(g)) return false;
-    TMappa prima;
-    Salva(d, prima);
+    const TMappa prima(d);
     d.statoCalibr = calibNessuna;
     TTabellaLocale<double> terrenoEst(4), terrenoNord(4);
     MemorizzaNodi(d, g, terrenoEst.t, terrenoNord.t);

@@ -11,11 +11,12 @@
 
 class CDigit;
 
-// A digitized grid: quadEst by quadNord squares; node (p, q) lies on the
-// ground at East p·passoEst + iniEst, North q·passoNord + iniNord, and was
-// digitized at x[k], y[k] with k = q·(quadEst + 1) + p, East varying fastest.
+// A digitized grid: numQuadEst by numQuadNord squares; node (p, q) lies on
+// the ground at East p·passoEst + iniEst, North q·passoNord + iniNord, and
+// was digitized at x[k], y[k] with k = q·(numQuadEst + 1) + p, East varying
+// fastest. The grid's fields bear the names of CDigit's own.
 struct TGrigliaDigitalizzata {
-    int quadEst, quadNord;
+    std::int32_t numQuadEst, numQuadNord;
     double iniEst, iniNord, passoEst, passoNord;
     const std::int32_t* x;
     const std::int32_t* y;
@@ -34,7 +35,10 @@ struct TCalibrazioneEsterna {
 
 private:
     struct TMappa;  // what a failed grid fit overwrites
-    static void Salva(const CDigit& d, TMappa& m);
+    template <class A, class B>
+    static void CopiaGriglia(A& a, const B& b);
+    template <class A, class B>
+    static void CopiaTabelle(A& a, const B& b);
     static void Ripristina(CDigit& d, const TMappa& m);
     static void MemorizzaNodi(CDigit& d, const TGrigliaDigitalizzata& g, double*** est, double*** nord);
 };
