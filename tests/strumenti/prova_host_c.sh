@@ -5,26 +5,28 @@
 # by the map the host fitted, East = x / 10 + 500, North = y / 10 + 200),
 # stops, and hears nothing after the stop.
 #
-# usage: prova_host_c.sh HOST_C SIM [RUNNER]
-# With a RUNNER (wine) the host runs under it on COM1, and COM1 must already
-# stand for the simulator's device: the runner's own set-up maps it.
+# usage: prova_host_c.sh HOST_C SIM [RUNNER MAP_COM1]
+# With a RUNNER (wine) the host runs under it on COM1, after the command
+# MAP_COM1 has made COM1 stand for the device named as its argument.
 HOST=$1
 SIM=$2
 RUNNER=${3:-}
+MAPPA=${4:-}
 . "$(dirname "$0")/comune.sh"
 
 ospite() {  # ospite MODEL: runs the host on the simulator's device
     if [ -n "$RUNNER" ]; then
+        $MAPPA "$dispositivo" || return 1
         timeout 40 $RUNNER "$HOST" --model "$1" --port 1 --presses 2 >"$temp/out" 2>"$temp/err"
     else
         timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses 2 >"$temp/out" 2>"$temp/err"
     fi
 }
 
-"$HOST" --model 9 >/dev/null 2>&1
+$RUNNER "$HOST" --model 9 >/dev/null 2>&1
 verifica "a model outside 1..8 is refused with 2" test $? -eq 2
-"$HOST" --model 2 --port 4 --device /nonexistent/tty0 >"$temp/out" 2>"$temp/err"
-verifica "a missing device is refused with 1" test $? -eq 1
+$RUNNER "$HOST" --model 2 --port 4 --device /nonexistent/tty0 >"$temp/out" 2>"$temp/err"
+verifica "a missing port is refused with 1" test $? -eq 1
 verifica "the refusal names the port" contiene "$temp/err" "COM4 refused"
 
 for voce in "2 SummaGraph.MM ASCII" "5 Summa MicroGrid 3"; do
