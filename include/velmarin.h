@@ -45,11 +45,11 @@ typedef struct velmarin_tablet velmarin_tablet;
  * a null setup. Null when no memory is left. Opening clears the shared link:
  * a tablet that listens stops hearing its reports. */
 VELMARIN_API velmarin_tablet* VELMARIN_CALL velmarin_open(const TDataDigit* setup);
-/* Ends listening if this tablet listens, then ends its connection (its reset
- * is sent, if chosen, only while delivery is on: call velmarin_send_reset
- * first to reset a tablet that does not listen) and frees the tablet. When
- * it returns no callback of this tablet runs or will run. Not from inside a
- * callback. */
+/* Ends the tablet's connection as the C++ destructor does, and frees it. The
+ * reset, if chosen, reaches the line only while delivery is on, that is
+ * while someone listens. A tablet that listens on a connection it did not
+ * open stops listening first. When it returns no callback of this tablet
+ * runs or will run. Not from inside a callback. */
 VELMARIN_API void VELMARIN_CALL velmarin_close(velmarin_tablet* tablet);
 
 /* The record of model `model` (1..8) with the catalogue's line settings,
