@@ -10,17 +10,6 @@
 namespace {
 constexpr unsigned idTitoloGriglia = 10048;
 constexpr unsigned beepRifiuto = 48;
-
-// The ground tables of one run, freed on every way out.
-struct TAngoliTerreno {
-    double*** est = AllocaTabella<double>(4);
-    double*** nord = AllocaTabella<double>(4);
-    ~TAngoliTerreno()
-    {
-        LiberaTabella(est);
-        LiberaTabella(nord);
-    }
-};
 }  // namespace
 
 // The grid dialog promises counts above 0 but sets no upper bound, while the
@@ -70,7 +59,7 @@ bool CDigit::CalibraGriglia(GWnd* parent)
     Init(parent);
     SendInitString();
 
-    TAngoliTerreno terreno;
+    TTabellaLocale<double> terrenoEst(4), terrenoNord(4);  // ground of the corners, this run only
     if (!ChiediGriglia(parent)) return false;
     for (int i = 0; i <= numQuadEst; ++i) {
         const double est = i * passoEst + iniEst;
@@ -78,8 +67,8 @@ bool CDigit::CalibraGriglia(GWnd* parent)
             const double nord = j * passoNord + iniNord;
             std::int32_t x = 0, y = 0;
             if (dialogGetPnt(parent, titolo.c_str(), this, est, nord, x, y) != 1) return false;
-            MemorizzaNodo(i, j, x, y, est, nord, terreno.est, terreno.nord);
+            MemorizzaNodo(i, j, x, y, est, nord, terrenoEst.t, terrenoNord.t);
         }
     }
-    return CalcoloCoefficientiOmog(angoliX, angoliY, terreno.est, terreno.nord);
+    return CalcoloCoefficientiOmog(angoliX, angoliY, terrenoEst.t, terrenoNord.t);
 }

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "dati_digit.h"
 #include "velmarin_api.h"
 
 class GWnd;
@@ -55,31 +56,9 @@ constexpr int maxQuadrati = 21;
 // Result of configDigit when the user refused the "already calibrated" warning.
 constexpr int risultatoNo = 7;
 
-// ---------------------------------------------------------------------------
-// Which tablet is attached and how. A plain record: the host stores it and
-// always copies it whole. Field order and widths are part of the interface.
-struct TDataDigit {
-    std::int16_t tipo;         // model: row of the catalogue, 0 = no tablet
-    std::int16_t porta;        // COM port number, 1..4
-    std::int16_t velocita;     // 4800, 9600, 19200
-    std::int16_t parita;       // 'N', 'E', 'O'
-    std::int16_t bitDati;      // 7, 8
-    std::int16_t bitStop;      // 1, 2
-    std::int16_t reset;        // 1 no, 2 yes
-    std::int16_t risoluzione;  // 1.. the model's count of resolutions
-    std::int16_t numBottoni;   // 4, 16
-    std::uint8_t funzBott[16]; // function code per button, button 1 first
-    bool limitiDefiniti;       // the four limits below were digitized
-    std::int32_t xMin;
-    std::int32_t yMin;
-    std::int32_t xMax;
-    std::int32_t yMax;
-};
+// TDataDigit, which tablet is attached and how, stands in dati_digit.h,
+// where the C interface reads it too.
 
-static_assert(sizeof(TDataDigit) == 52, "TDataDigit keeps its exported layout");
-static_assert(offsetof(TDataDigit, funzBott) == 18, "TDataDigit keeps its exported layout");
-static_assert(offsetof(TDataDigit, limitiDefiniti) == 34, "TDataDigit keeps its exported layout");
-static_assert(offsetof(TDataDigit, xMin) == 36, "TDataDigit keeps its exported layout");
 static_assert(sizeof(std::atomic<std::int32_t>) == sizeof(std::int32_t) &&
                   std::atomic<std::int32_t>::is_always_lock_free,
               "CDigit's calibration state keeps the width of a plain 32-bit field");
@@ -147,6 +126,7 @@ public:
 
 private:
     friend class CDigitTestAccess;  // the test suite's one way in
+    friend struct TCalibrazioneEsterna;  // calibration from points a host gives
 
     void doConstruct();
     void Ritarda(std::int32_t ms) const;

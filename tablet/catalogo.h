@@ -30,6 +30,10 @@ extern const TTipoDigit catalogoDigit[numTipiDigit];
 // True for a model number that names a row of the catalogue.
 inline bool TipoInCatalogo(int tipo) { return tipo >= 0 && tipo < numTipiDigit; }
 
+// The record of a new CDigit(): no model, COM2, four buttons (confirm, line,
+// line, cancel), no limits.
+TDataDigit DatiPredefiniti();
+
 // Takes model `tipo` with its row's settings: line, reset, resolution and
 // button count. The port, the button functions and the limits stay. A model
 // outside the catalogue changes nothing.

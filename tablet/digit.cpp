@@ -5,9 +5,8 @@
 
 #include "link/iodev.h"
 #include "reports/digit_link.h"
+#include "tablet/catalogo.h"
 #include "tablet/tabelle.h"
-
-namespace {
 
 TDataDigit DatiPredefiniti()
 {
@@ -22,6 +21,8 @@ TDataDigit DatiPredefiniti()
     d.funzBott[3] = funzAnnulla;
     return d;
 }
+
+namespace {
 
 constexpr int coefPerCella = 8;
 constexpr int angoliPerCella = 4;

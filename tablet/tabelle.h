@@ -32,6 +32,16 @@ void LiberaTabella(T***& tabella)
     tabella = nullptr;
 }
 
+// A table owned by a scope: allocated with it, freed when it ends.
+template <class T>
+struct TTabellaLocale {
+    explicit TTabellaLocale(int valoriPerCella) : t(AllocaTabella<T>(valoriPerCella)) {}
+    ~TTabellaLocale() { LiberaTabella(t); }
+    TTabellaLocale(const TTabellaLocale&) = delete;
+    TTabellaLocale& operator=(const TTabellaLocale&) = delete;
+    T*** t;
+};
+
 // Copies every value of one table into another of the same shape.
 template <class T>
 void CopiaTabella(T*** dest, T*** src, int valoriPerCella)

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "digit.h"
+#include "velmarin.h"
 #include "resources/modelli_dialogo.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_dialoghi.h"
@@ -239,6 +240,58 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     ASSERT_TRUE(l.ok);
     EXPECT_NEAR(l.est, 600, 1e-9);
     EXPECT_NEAR(l.nord, 240, 1e-9);
+}
+
+// The C interface's fits, given the points the procedures were given, leave
+// the same maps: every sampled point, inside the cells, on a corner and far
+// outside, goes to the same ground to the bit, and the grid's area is the
+// same. The grid is not affine, so a corner stored in the wrong cell shows.
+TEST_F(ProcedureTest, TheCInterfaceFitsWhatTheProceduresFitToTheBit)
+{
+    ASSERT_TRUE(sim.Valida());
+    const std::int32_t campioni[][2] = {{0, 0}, {1000, 1000}, {333, 777}, {1500, 500}, {1980, 2010}, {-5000, 90000}};
+    auto confronta = [&](velmarin_tablet* t, const char* quale) {
+        for (const auto& c : campioni) {
+            double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
+            ASSERT_TRUE(digit.CalcoloCoordTrasfCalibrFine(c[0], c[1], e1, n1));
+            ASSERT_EQ(velmarin_to_ground(t, c[0], c[1], &e2, &n2), 1);
+            EXPECT_EQ(e1, e2) << quale << " at " << c[0] << "," << c[1];
+            EXPECT_EQ(n1, n2) << quale << " at " << c[0] << "," << c[1];
+        }
+    };
+
+    auto punti = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
+    const TPunto quattro[] = {tre[0], tre[1], tre[2], {1000, 1000, "604", "300"}};
+    for (const TPunto& p : quattro) Digitalizza(p);
+    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+    script.Esc();
+    ASSERT_TRUE(punti.get());
+    velmarin_tablet* t = velmarin_open(nullptr);
+    const std::int32_t px[] = {0, 1000, 0, 1000}, py[] = {0, 0, 1000, 1000};
+    const double pe[] = {500, 600, 500, 604}, pn[] = {200, 200, 300, 300};
+    ASSERT_EQ(velmarin_fit_points(t, 4, px, py, pe, pn), 1);
+    confronta(t, "points");
+
+    // Nodes of a 2 by 2 grid, East index varying fastest, none on a regular place.
+    std::int32_t nx[9], ny[9];
+    for (int k = 0; k < 9; ++k) {
+        const int p = k % 3, q = k / 3;
+        nx[k] = 1000 * p + 37 * q + 53 * p * q;
+        ny[k] = 1000 * q + 23 * p - (k == 4 ? 71 : 0);
+    }
+    utente.Rispondi(IDYES);  // to "already calibrated"
+    auto griglia = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
+    Griglia({"2", "2", "100", "200", "50", "25"});
+    for (int p = 0; p <= 2; ++p)
+        for (int q = 0; q <= 2; ++q) Premi(nx[q * 3 + p], ny[q * 3 + p], 1);
+    ASSERT_TRUE(griglia.get());
+    ASSERT_EQ(velmarin_fit_grid(t, 2, 2, 100, 200, 50, 25, nx, ny), 1);
+    confronta(t, "grid");
+    double a[4], b[4];
+    ASSERT_TRUE(digit.GetSoloAreaCalibrata(a[0], a[1], a[2], a[3]));
+    ASSERT_EQ(velmarin_calibrated_area(t, 0, &b[0], &b[1], &b[2], &b[3]), 1);
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(a[k], b[k]);
+    velmarin_close(t);
 }
 
 }  // namespace

@@ -1,15 +1,17 @@
 #!/bin/sh
 # Compares what a built library exports with the expected names, and on
 # Windows checks that it imports only from system DLLs.
-# Usage: controlla.sh elf LIBRARY NAMES_FILE
-#        controlla.sh pe  DLL NAMES_FILE OBJDUMP
-# NAMES_FILE holds one exported name a line, demangled as c++filt prints it
+# Usage: controlla.sh elf LIBRARY NAMES_FILE...
+#        controlla.sh pe  DLL OBJDUMP NAMES_FILE...
+# A NAMES_FILE holds one exported name a line, demangled as c++filt prints it
 # (a C function is its bare name); blank lines and lines from # on are ignored.
 set -e
-tipo="$1"; libreria="$2"; nomi="$3"; objdump="$4"
+tipo="$1"; libreria="$2"; shift 2
+objdump=""
+if [ "$tipo" = pe ]; then objdump="$1"; shift; fi
 attesi=$(mktemp); trovati=$(mktemp)
 trap 'rm -f "$attesi" "$trovati"' EXIT
-sed 's/#.*//; s/[[:space:]]*$//; /^$/d' "$nomi" | sort -u >"$attesi"
+sed 's/#.*//; s/[[:space:]]*$//; /^$/d' "$@" | sort -u >"$attesi"
 
 if [ "$tipo" = elf ]; then
   nm -D --defined-only "$libreria" | awk '{print $NF}'
@@ -20,7 +22,7 @@ else
 fi | c++filt | sort -u >"$trovati"
 
 if ! diff -u "$attesi" "$trovati"; then
-  echo "$libreria: the exports differ from $nomi (- expected, + found)" >&2
+  echo "$libreria: the exports differ from $* (- expected, + found)" >&2
   exit 1
 fi
 echo "$(wc -l <"$trovati") exported names as expected"

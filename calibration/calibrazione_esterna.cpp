@@ -1,0 +1,124 @@
+// Calibration from points that a host hands over. Each fit runs as its
+// procedure runs once the points are in: the state goes to calibNessuna, the
+// procedure's own storing and fitting follow. Only a failure differs: the
+// map that was in force is put back, where the procedure leaves none.
+#include "calibration/calibrazione_esterna.h"
+
+#include <cmath>
+
+#include "digit.h"
+#include "tablet/tabelle.h"
+
+namespace {
+
+constexpr int minPunti = 3;   // an affine map has three unknowns per axis
+constexpr int maxPunti = 21;  // as many as the sparse-point procedure takes
+
+bool Finiti(const double* v, int n)
+{
+    for (int k = 0; k < n; ++k)
+        if (!std::isfinite(v[k])) return false;
+    return true;
+}
+
+bool GrigliaAccettabile(const TGrigliaDigitalizzata& g)
+{
+    const double terreno[] = {g.iniEst, g.iniNord, g.passoEst, g.passoNord};
+    return g.numQuadEst >= 1 && g.numQuadEst <= maxQuadrati && g.numQuadNord >= 1 &&
+           g.numQuadNord <= maxQuadrati && g.x && g.y && Finiti(terreno, 4);
+}
+
+}  // namespace
+
+// The grid, its corners and the rows of the cells solved before the one
+// that failed; the fields bear the names of CDigit's own.
+struct TCalibrazioneEsterna::TMappa {
+    explicit TMappa(const CDigit& d) : statoCalibr(d.statoCalibr)
+    {
+        CopiaGriglia(*this, d);
+        CopiaTabelle(*this, d);
+    }
+    std::int32_t statoCalibr, numQuadEst, numQuadNord;
+    double iniEst, iniNord, passoEst, passoNord;
+    TTabellaLocale<double> coef{8};
+    TTabellaLocale<std::int32_t> angX{4}, angY{4};
+    double*** coefCelle = coef.t;
+    std::int32_t*** angoliX = angX.t;
+    std::int32_t*** angoliY = angY.t;
+};
+
+template <class A, class B>
+void TCalibrazioneEsterna::CopiaGriglia(A& a, const B& b)
+{
+    a.numQuadEst = b.numQuadEst;
+    a.numQuadNord = b.numQuadNord;
+    a.iniEst = b.iniEst;
+    a.iniNord = b.iniNord;
+    a.passoEst = b.passoEst;
+    a.passoNord = b.passoNord;
+}
+
+template <class A, class B>
+void TCalibrazioneEsterna::CopiaTabelle(A& a, const B& b)
+{
+    CopiaTabella(a.coefCelle, b.coefCelle, 8);
+    CopiaTabella(a.angoliX, b.angoliX, 4);
+    CopiaTabella(a.angoliY, b.angoliY, 4);
+}
+
+// The state comes back last, once the map it names is whole again.
+void TCalibrazioneEsterna::Ripristina(CDigit& d, const TMappa& m)
+{
+    CopiaGriglia(d, m);
+    CopiaTabelle(d, m);
+    if (m.statoCalibr == calibGriglia) d.AggiornaIndiceCelle();
+    d.statoCalibr = m.statoCalibr;
+}
+
+// The grid as the grid dialog would give it, and its nodes in the order and
+// with the ground values the procedure computes while it asks for them.
+void TCalibrazioneEsterna::MemorizzaNodi(CDigit& d, const TGrigliaDigitalizzata& g, double*** est,
+                                         double*** nord)
+{
+    CopiaGriglia(d, g);
+    for (int i = 0; i <= d.numQuadEst; ++i) {
+        const double e = i * d.passoEst + d.iniEst;
+        for (int j = 0; j <= d.numQuadNord; ++j) {
+            const double n = j * d.passoNord + d.iniNord;
+            const int k = j * (g.numQuadEst + 1) + i;
+            d.MemorizzaNodo(i, j, g.x[k], g.y[k], e, n, est, nord);
+        }
+    }
+}
+
+bool TCalibrazioneEsterna::PuntiSparsi(CDigit& d, int n, const std::int32_t* x,
+                                       const std::int32_t* y, const double* est, const double* nord)
+{
+    if (n < minPunti || n > maxPunti || !x || !y || !est || !nord) return false;
+    if (!Finiti(est, n) || !Finiti(nord, n)) return false;
+    double px[maxPunti], py[maxPunti], pe[maxPunti], pn[maxPunti];
+    for (int k = 0; k < n; ++k) {
+        px[k] = x[k];
+        py[k] = y[k];
+        pe[k] = est[k];
+        pn[k] = nord[k];
+    }
+    // A failed fit touches no coefficient: the state alone comes back.
+    const std::int32_t stato = d.statoCalibr;
+    d.statoCalibr = calibNessuna;
+    if (d.CalcoloCoefficientiPtSparsi(px, py, pe, pn, n)) return true;
+    d.statoCalibr = stato;
+    return false;
+}
+
+bool TCalibrazioneEsterna::Griglia(CDigit& d, const TGrigliaDigitalizzata& g)
+{
+    if (!GrigliaAccettabile(g)) return false;
+    const TMappa prima(d);
+    d.statoCalibr = calibNessuna;
+    TTabellaLocale<double> terrenoEst(4), terrenoNord(4);
+    MemorizzaNodi(d, g, terrenoEst.t, terrenoNord.t);
+    if (d.CalcoloCoefficientiOmog(d.angoliX, d.angoliY, terrenoEst.t, terrenoNord.t)) return true;
+    Ripristina(d, prima);
+    return false;
+}

@@ -1,0 +1,170 @@
+/* velmarin: the C interface of the digitizing tablet library.
+ *
+ * The same objects as the C++ interface of digit.h, in plain C types, for a
+ * host of any compiler or language: a program built with another compiler,
+ * Delphi, C#, Python's ctypes. The C++ interface stays as it is; these
+ * functions call it. The header compiles as C99 and as C++.
+ *
+ * Results are as the library gives them: 1 for success, 0 for failure. A
+ * null tablet pointer is refused everywhere: 0, a null, or nothing done.
+ *
+ * Calling convention: every function here, and every callback a host hands
+ * in, uses the plain C convention of the platform, __cdecl on 32-bit
+ * Windows (VELMARIN_CALL). The names stand undecorated in velmarin.dll's
+ * export table and in libvelmarin.so.
+ *
+ * Threads and the one tablet. The library serves one tablet at a time per
+ * process: every tablet object shares one connection and one listener, and
+ * opening a tablet takes the listener away from another one that listens
+ * (see digit.h). Callbacks run on the library's reader thread, one at a
+ * time, directly as each report is decoded; velmarin_to_ground and
+ * velmarin_button_function may be called from inside them. */
+#ifndef VELMARIN_H
+#define VELMARIN_H
+
+#include <stdint.h>
+
+#include "dati_digit.h"
+#include "velmarin_api.h"
+
+#if defined(_WIN32) && !defined(_WIN64)
+#define VELMARIN_CALL __cdecl
+#else
+#define VELMARIN_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* A tablet: the library's CDigit behind a handle. */
+typedef struct velmarin_tablet velmarin_tablet;
+
+/* A new tablet with the record `setup` (copied), or with the library's
+ * defaults (no model, COM2, buttons 1 to 4 confirm, line, line, cancel) for
+ * a null setup. Null when no memory is left. Opening clears the shared link:
+ * a tablet that listens stops hearing its reports. */
+VELMARIN_API velmarin_tablet* VELMARIN_CALL velmarin_open(const TDataDigit* setup);
+/* Ends the tablet's connection as the C++ destructor does, and frees it. The
+ * reset, if chosen, reaches the line only while delivery is on, that is
+ * while someone listens. A tablet that listens on a connection it did not
+ * open stops listening first. When it returns no callback of this tablet
+ * runs or will run. Not from inside a callback. */
+VELMARIN_API void VELMARIN_CALL velmarin_close(velmarin_tablet* tablet);
+
+/* The record of model `model` (1..8) with the catalogue's line settings,
+ * reset and resolution, on COM2, with the default buttons and no limits: what
+ * the selection dialog gives when the user picks the model. 0 and `out`
+ * untouched for another model or a null `out`. */
+VELMARIN_API int VELMARIN_CALL velmarin_model_setup(int model, TDataDigit* out);
+
+/* Port COMn (1..255) opens `device`; a null or empty device restores the
+ * platform's own (on Linux /dev/ttyS<n-1>). 1, or 0 for a port outside
+ * 1..255. On Windows COMn is always the system's own port. */
+VELMARIN_API int VELMARIN_CALL velmarin_map_port(int port, const char* device);
+
+/* Copies the tablet's record out, and a record in. A new record reaches the
+ * line at the next velmarin_connect or velmarin_init. */
+VELMARIN_API void VELMARIN_CALL velmarin_get_setup(const velmarin_tablet* tablet, TDataDigit* out);
+VELMARIN_API void VELMARIN_CALL velmarin_set_setup(velmarin_tablet* tablet, const TDataDigit* setup);
+
+/* Opens the port of the record and programs the tablet: velmarin_init, then
+ * velmarin_send_init. 1 when the port is open; 0 when it could not be opened,
+ * and then nothing is sent. A refused port also shows the library's message
+ * box ("Porta Seriale"; on Linux written to standard error). */
+VELMARIN_API int VELMARIN_CALL velmarin_connect(velmarin_tablet* tablet);
+/* Opens the port alone (CDigit::Init); 1 when it is open. */
+VELMARIN_API int VELMARIN_CALL velmarin_init(velmarin_tablet* tablet);
+/* Sends the model's reset, if chosen, and its setting-up commands; the
+ * model's waits hold the caller up to 3 s. */
+VELMARIN_API void VELMARIN_CALL velmarin_send_init(velmarin_tablet* tablet);
+/* Sends the model's reset if the record chooses it. */
+VELMARIN_API void VELMARIN_CALL velmarin_send_reset(velmarin_tablet* tablet);
+
+/* The pointer stands at a new position and no button is down. */
+typedef void(VELMARIN_CALL* velmarin_move_fn)(void* user, int32_t x, int32_t y);
+/* A button went down; button is 1 or more. */
+typedef void(VELMARIN_CALL* velmarin_button_fn)(void* user, int32_t button, int32_t x, int32_t y);
+
+/* Makes this tablet the listener: from now on every move goes to `on_move`
+ * and every press to `on_button`, each with `user`. Either may be null, and
+ * such events are dropped. A listener already set, this tablet's or
+ * another's, is stopped first. 1 when a port is there to deliver (after
+ * velmarin_init or velmarin_connect), 0 otherwise; the functions are held all
+ * the same and hear the reports of a later connection. */
+VELMARIN_API int VELMARIN_CALL velmarin_listen(velmarin_tablet* tablet, velmarin_move_fn on_move,
+                                               velmarin_button_fn on_button, void* user);
+/* Holds delivery and drops the listener. Returns only when no callback is
+ * running; from inside a callback it returns at once, and no further one
+ * starts. */
+VELMARIN_API void VELMARIN_CALL velmarin_stop(velmarin_tablet* tablet);
+
+/* The function code of button `button` (from 1): 0 none, 1 confirm, 2 and
+ * 4 line, 5 and 6 polyline, 8 cancel. 0 without a model, or for a button
+ * beyond the record's count. */
+VELMARIN_API int VELMARIN_CALL velmarin_button_function(const velmarin_tablet* tablet, int button);
+
+/* 1 when a model is chosen, its limits defined and a calibration in force. */
+VELMARIN_API int VELMARIN_CALL velmarin_is_calibrated(const velmarin_tablet* tablet);
+/* The ground coordinates of tablet counts (x, y) by the calibration in
+ * force; 1, or 0 with the results untouched when there is none. */
+VELMARIN_API int VELMARIN_CALL velmarin_to_ground(const velmarin_tablet* tablet, int32_t x, int32_t y,
+                                                  double* east, double* north);
+/* The calibrated area: with `whole` not 0 the images of the record's two
+ * limits (any calibration); with 0 the area of the grid with a margin of a
+ * quarter interval (grid calibration only). 1, or 0 with the results
+ * untouched. */
+VELMARIN_API int VELMARIN_CALL velmarin_calibrated_area(const velmarin_tablet* tablet, int whole,
+                                                        double* east1, double* north1, double* east2,
+                                                        double* north2);
+
+/* The library's dialogs, as the C++ calls run them, with no parent window.
+ * velmarin_configure lets the user choose the tablet starting from `setup`
+ * and writes the choice there on OK: it returns 1 for OK, 2 for cancel, 7
+ * when the user refused to touch a calibrated tablet, 0 for a null argument.
+ * The tablet takes the new record from velmarin_set_setup. The two
+ * calibrations connect the tablet themselves and return 1 for a map in
+ * force (or a kept one), 0 otherwise. */
+VELMARIN_API int VELMARIN_CALL velmarin_configure(velmarin_tablet* tablet, TDataDigit* setup);
+VELMARIN_API int VELMARIN_CALL velmarin_calibrate_points(velmarin_tablet* tablet);
+VELMARIN_API int VELMARIN_CALL velmarin_calibrate_grid(velmarin_tablet* tablet);
+
+/* Calibration without the library's dialogs, for hosts with their own.
+ *
+ * velmarin_fit_points: the least-squares affine map from `n` control points
+ * (3 to 21), tablet counts x[k], y[k] and ground east[k], north[k], exactly
+ * as the sparse-point calibration fits and stores it from the same points.
+ * 0 and the map left as it was for a count outside 3..21, a null array, a
+ * value that is not finite, or a degenerate set (all points on one line).
+ *
+ * velmarin_fit_grid: one projective map per cell of a grid of squares_east by
+ * squares_north squares (1 to 21 each), exactly as the grid calibration
+ * makes it. Node (p, q) lies at ground east0 + p*step_east, north0 +
+ * q*step_north, and was digitized at node_x[k], node_y[k] with k = q *
+ * (squares_east + 1) + p: East index varying fastest. 0 and the map left as
+ * it was for a count outside 1..21, a null array, a value that is not
+ * finite, or a degenerate cell (corners on one line or on one point).
+ *
+ * Both replace the calibration in force only on success, and while the new
+ * map is stored a concurrent velmarin_to_ground finds no calibration. */
+VELMARIN_API int VELMARIN_CALL velmarin_fit_points(velmarin_tablet* tablet, int n, const int32_t* x,
+                                                   const int32_t* y, const double* east,
+                                                   const double* north);
+VELMARIN_API int VELMARIN_CALL velmarin_fit_grid(velmarin_tablet* tablet, int squares_east,
+                                                 int squares_north, double east0, double north0,
+                                                 double step_east, double step_north,
+                                                 const int32_t* node_x, const int32_t* node_y);
+
+/* Names, in static storage. The model's name without the padding of the
+ * selection list ("Summa MicroGrid 3"), null outside 1..8. The label of a
+ * button function code as the button dialog shows it ("Conferma"), null for
+ * a code that names none. The library's version, "major.minor.patch". */
+VELMARIN_API const char* VELMARIN_CALL velmarin_model_name(int model);
+VELMARIN_API const char* VELMARIN_CALL velmarin_function_name(int code);
+VELMARIN_API const char* VELMARIN_CALL velmarin_version(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,202 @@
+"""The Python module on a tablet played by the test itself on a
+pseudo-terminal: callbacks, a refused port, fits and ground coordinates,
+names, and a callback that raises."""
+
+import gc
+import io
+import os
+import re
+import sys
+import threading
+import unittest
+
+import velmarin
+
+# SummaGraph.MM ASCII, model 2: lines "x,y,button" ended by CR LF; the
+# library decodes one line from each gather of 40 bytes, the first whole
+# line after the first LF.
+LUNGHEZZA_GATHER = 40
+
+
+def raffica_modello_2(x, y, bottone):
+    riga = b"%d,%d,%d\r\n" % (x, y, bottone)
+    return (riga * (LUNGHEZZA_GATHER // len(riga) + 1))[:LUNGHEZZA_GATHER]
+
+
+class TavolettaPty:
+    """A model 2 tablet on the master side of a pseudo-terminal."""
+
+    def __init__(self):
+        self.master, slave = os.openpty()
+        self.dispositivo = os.ttyname(slave)
+        os.close(slave)  # the library opens it, alone
+
+    def mostra(self, x, y, bottone=0):
+        os.write(self.master, raffica_modello_2(x, y, bottone))
+
+    def chiudi(self):
+        os.close(self.master)
+
+
+class Ascolto:
+    """What the callbacks heard, and a wait for it."""
+
+    def __init__(self):
+        self.eventi, self.errori = [], []
+        self.cambio = threading.Condition()
+
+    def aggiungi(self, lista, voce):
+        with self.cambio:
+            lista.append(voce)
+            self.cambio.notify_all()
+
+    def attendi(self, condizione, secondi=10):
+        with self.cambio:
+            return self.cambio.wait_for(condizione, secondi)
+
+
+class SuUnaLinea(unittest.TestCase):
+    PORTA = 4
+
+    def setUp(self):
+        self.pty = TavolettaPty()
+        velmarin.map_port(self.PORTA, self.pty.dispositivo)
+        self.tavoletta = velmarin.Tablet(model=2, port=self.PORTA, reset=1)
+        self.tavoletta.connect()
+        self.ascolto = Ascolto()
+
+    def tearDown(self):
+        self.tavoletta.close()
+        velmarin.map_port(self.PORTA, None)
+        self.pty.chiudi()
+
+    def mostra_e_attendi(self, x, y, bottone, n):
+        """Shows a state and waits until the callbacks have been called n times."""
+        self.pty.mostra(x, y, bottone)
+        self.assertTrue(self.ascolto.attendi(lambda: len(self.ascolto.eventi) >= n),
+                        "nothing heard for %d,%d,%d" % (x, y, bottone))
+
+    def test_moves_and_presses_reach_the_callbacks_with_ground_inside(self):
+        a, t = self.ascolto, self.tavoletta
+        t.fit_points([(0, 0, 500.0, 200.0), (1000, 0, 600.0, 200.0), (0, 1000, 500.0, 300.0)])
+        self.assertTrue(t.listen(
+            on_move=lambda x, y: a.aggiungi(a.eventi, ("move", x, y)),
+            on_button=lambda b, x, y: a.aggiungi(a.eventi, ("button", b, x, y, t.button_function(b),
+                                                            t.to_ground(x, y)))))
+        gc.collect()  # the tablet alone holds the callables now
+        self.mostra_e_attendi(100, 200, 0, 1)
+        self.mostra_e_attendi(3000, 4000, 2, 2)
+        self.mostra_e_attendi(3000, 4010, 0, 3)
+        t.stop()
+        self.assertEqual(a.eventi[0], ("move", 100, 200))
+        tipo, b, x, y, funzione, (est, nord) = a.eventi[1]
+        self.assertEqual((tipo, b, x, y, funzione), ("button", 2, 3000, 4000, 2))
+        self.assertAlmostEqual(est, 500 + 0.1 * 3000, places=9)
+        self.assertAlmostEqual(nord, 200 + 0.1 * 4000, places=9)
+        self.assertEqual(a.eventi[2], ("move", 3000, 4010))
+
+    def test_a_callback_that_raises_is_reported_and_the_reader_goes_on(self):
+        a = self.ascolto
+
+        def mossa(x, y):
+            a.aggiungi(a.eventi, ("move", x, y))
+            raise RuntimeError("bad move %d %d" % (x, y))
+
+        def bottone(b, x, y):
+            a.aggiungi(a.eventi, ("button", b, x, y))
+
+        self.tavoletta.listen(on_move=mossa, on_button=bottone, on_error=lambda e: a.errori.append(str(e)))
+        self.mostra_e_attendi(10, 20, 0, 1)
+        self.mostra_e_attendi(10, 20, 1, 2)
+        self.assertEqual(a.errori, ["bad move 10 20"])
+        self.assertEqual(a.eventi[-1], ("button", 1, 10, 20))
+
+        # With no on_error the report goes to standard error.
+        errori, sys.stderr = sys.stderr, io.StringIO()
+        try:
+            self.tavoletta.listen(on_move=mossa, on_button=bottone)
+            self.mostra_e_attendi(30, 40, 0, 3)
+            self.mostra_e_attendi(30, 40, 3, 4)
+            self.tavoletta.stop()
+            scritto = sys.stderr.getvalue()
+        finally:
+            sys.stderr = errori
+        self.assertIn("RuntimeError: bad move 30 40", scritto)
+        self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
+
+
+class SenzaLinea(unittest.TestCase):
+    def test_a_missing_port_is_refused_with_its_name(self):
+        velmarin.map_port(3, "/nonexistent/tty-velmarin")
+        try:
+            with velmarin.Tablet(model=5, port=3) as t:
+                with self.assertRaisesRegex(velmarin.VelmarinError, r"COM3 .*/nonexistent/tty-velmarin"):
+                    t.connect()
+        finally:
+            velmarin.map_port(3, None)
+
+    def test_bad_arguments_are_refused_clearly(self):
+        casi = [
+            (ValueError, "model must be 1 to 8", lambda: velmarin.Tablet(model=9)),
+            (TypeError, "unknown tablet setting 'colore'", lambda: velmarin.Tablet(model=1, colore=2)),
+            (ValueError, "velocita must be", lambda: velmarin.Tablet(model=1, velocita=99999)),
+            (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
+        ]
+        for eccezione, testo, chiamata in casi:
+            with self.subTest(testo):
+                with self.assertRaisesRegex(eccezione, testo):
+                    chiamata()
+
+    def test_names(self):
+        self.assertEqual(velmarin.model_name(2), "SummaGraph.MM ASCII")
+        self.assertEqual(velmarin.model_name(5), "Summa MicroGrid 3")
+        self.assertIsNone(velmarin.model_name(0))
+        self.assertIsNone(velmarin.model_name(9))
+        self.assertEqual(velmarin.function_name(1), "Conferma")
+        self.assertEqual(velmarin.function_name(8), "Annulla - Fine funzione")
+        self.assertIsNone(velmarin.function_name(3))
+        self.assertRegex(velmarin.version(), r"^\d+\.\d+\.\d+$")
+
+    def test_fit_points_then_ground(self):
+        with velmarin.Tablet(model=5, limitiDefiniti=True) as t:
+            self.assertIsNone(t.to_ground(10, 10))
+            self.assertFalse(t.is_calibrated)
+            # Four points no plane passes through: the least squares give
+            # East 499 + 0.102 x + 0.002 y, North 200 + 0.1 y.
+            t.fit_points([(0, 0, 500, 200), (1000, 0, 600, 200), (0, 1000, 500, 300), (1000, 1000, 604, 300)])
+            self.assertTrue(t.is_calibrated)
+            for x, y in [(0, 0), (250, 750), (-4000, 12000)]:
+                est, nord = t.to_ground(x, y)
+                self.assertAlmostEqual(est, 499 + 0.102 * x + 0.002 * y, places=8)
+                self.assertAlmostEqual(nord, 200 + 0.1 * y, places=8)
+            prima = t.to_ground(250, 750)
+            with self.assertRaisesRegex(velmarin.VelmarinError, "one line"):
+                t.fit_points([(0, 0, 1, 1), (10, 10, 2, 2), (20, 20, 3, 3)])
+            with self.assertRaisesRegex(ValueError, "3 to 21 points"):
+                t.fit_points([(0, 0, 1, 1), (10, 0, 2, 2)])
+            self.assertEqual(t.to_ground(250, 750), prima)
+
+    def test_fit_grid_then_ground(self):
+        # One cell, corners (0,0) (0,1000) (1000,100) (1000,900) on ground
+        # (0,0) (0,100) (100,0) (100,100): the projective map East =
+        # 0.08 x / w, North = (0.1 y - 0.01 x) / w with w = 1 - 0.0002 x.
+        with velmarin.Tablet(model=5) as t:
+            self.assertIsNone(t.calibrated_area(whole=False))
+            nodi = [(0, 0), (1000, 100), (0, 1000), (1000, 900)]  # East index fastest
+            t.fit_grid(1, 1, 0.0, 0.0, 100.0, 100.0, nodi)
+            for x, y in [(500, 500), (1000, 900), (250, 600), (3000, -200)]:
+                w = 1 - 0.0002 * x
+                est, nord = t.to_ground(x, y)
+                self.assertAlmostEqual(est, 0.08 * x / w, places=7)
+                self.assertAlmostEqual(nord, (0.1 * y - 0.01 * x) / w, places=7)
+            self.assertEqual(t.calibrated_area(whole=False), (-25.0, -25.0, 125.0, 125.0))
+            prima = t.to_ground(250, 600)
+            with self.assertRaisesRegex(velmarin.VelmarinError, "one line"):
+                t.fit_grid(1, 1, 0, 0, 1, 1, [(5, 5)] * 4)
+            with self.assertRaisesRegex(ValueError, "has 4 nodes"):
+                t.fit_grid(1, 1, 0, 0, 1, 1, nodi[:3])
+            self.assertEqual(t.to_ground(250, 600), prima)
+
+
+if __name__ == "__main__":
+    unittest.main()

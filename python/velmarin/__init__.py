@@ -1,0 +1,15 @@
+"""Digitizing tablets on a serial line, from Python: the velmarin library's
+C interface over ctypes.
+
+    velmarin.map_port(3, "/dev/ttyUSB0")
+    with velmarin.Tablet(model=5, port=3) as tablet:
+        tablet.connect()
+        tablet.listen(on_button=lambda button, x, y: print(button, x, y))
+"""
+
+from ._libreria import TDataDigit
+from ._tavoletta import (Tablet, VelmarinError, function_name, map_port, model_name,
+                         version)
+
+__all__ = ["Tablet", "TDataDigit", "VelmarinError", "function_name", "map_port", "model_name",
+           "version"]

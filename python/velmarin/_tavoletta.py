@@ -1,0 +1,260 @@
+"""A tablet: the library's tablet object, its connection and its listener."""
+
+import ctypes
+import math
+import os
+import sys
+import threading
+import traceback
+import weakref
+
+from ._libreria import BOTTONE, MOSSA, TDataDigit, lib
+
+
+class VelmarinError(Exception):
+    """The library refused: a port that does not open, points that give no map."""
+
+
+_CAMPI = dict(TDataDigit._fields_)
+_dispositivi = {}  # port -> device, as map_port last set it: for the messages
+
+
+def _intero(nome, valore, minimo, massimo):
+    if isinstance(valore, bool) or not isinstance(valore, int):
+        raise TypeError("%s must be an integer, not %r" % (nome, valore))
+    if not minimo <= valore <= massimo:
+        raise ValueError("%s must be %d to %d, not %d" % (nome, minimo, massimo, valore))
+    return valore
+
+
+def map_port(port, device):
+    """Port COM<port> (1..255) opens `device`; None restores the platform's own."""
+    _intero("port", port, 1, 255)
+    lib.velmarin_map_port(port, None if device is None else os.fsencode(device))
+    _dispositivi[port] = device
+
+
+def model_name(model):
+    """The model's name, as "Summa MicroGrid 3"; None outside 1..8."""
+    nome = lib.velmarin_model_name(_intero("model", model, -2**31, 2**31 - 1))
+    return nome.decode() if nome is not None else None
+
+
+def function_name(code):
+    """The label of a button function code, as "Conferma"; None for no function."""
+    nome = lib.velmarin_function_name(_intero("code", code, -2**31, 2**31 - 1))
+    return nome.decode("utf-8", "replace") if nome is not None else None
+
+
+def version():
+    return lib.velmarin_version().decode()
+
+
+def _imposta(dati, nome, valore):
+    tipo = _CAMPI.get(nome)
+    if tipo is None:
+        raise TypeError("unknown tablet setting %r; the settings are %s" % (nome, ", ".join(_CAMPI)))
+    if nome == "limitiDefiniti":
+        dati.limitiDefiniti = bool(valore)
+    elif nome == "funzBott":
+        codici = [_intero("funzBott", c, 0, 255) for c in valore]
+        if len(codici) > 16:
+            raise ValueError("funzBott holds 16 codes, not %d" % len(codici))
+        dati.funzBott[:] = codici + [0] * (16 - len(codici))
+    else:
+        if nome == "parita" and isinstance(valore, str) and len(valore) == 1:
+            valore = ord(valore)  # "N", "E", "O"
+        bit = 8 * ctypes.sizeof(tipo)
+        setattr(dati, nome, _intero(nome, valore, -2**(bit - 1), 2**(bit - 1) - 1))
+
+
+def _chiudi(maniglia, richiami):
+    lib.velmarin_close(maniglia)
+    richiami.clear()  # only now may the collector free them
+
+
+class Tablet:
+    """A tablet of `model` (1..8) on COM<port>, with the catalogue's settings
+    for the model; `settings` override fields of the library's record by
+    name (velocita, parita, reset, risoluzione, numBottoni, funzBott,
+    limitiDefiniti, xMin, yMin, xMax, yMax). With no model it has no model,
+    as a record the user has not chosen yet."""
+
+    def __init__(self, model=None, port=None, **settings):
+        dati = TDataDigit()
+        if model is not None:
+            lib.velmarin_model_setup(_intero("model", model, 1, 8), ctypes.byref(dati))
+        self._maniglia = lib.velmarin_open(ctypes.byref(dati) if model is not None else None)
+        if not self._maniglia:
+            raise MemoryError("velmarin: no tablet could be made")
+        self._richiami = []
+        self._fine = weakref.finalize(self, _chiudi, self._maniglia, self._richiami)
+        if port is not None:
+            settings["porta"] = _intero("port", port, 1, 255)
+        if settings:
+            dati = self.setup
+            try:
+                for nome, valore in settings.items():
+                    _imposta(dati, nome, valore)
+            except (TypeError, ValueError):
+                self.close()
+                raise
+            lib.velmarin_set_setup(self._maniglia, ctypes.byref(dati))
+
+    # The object's life.
+    def close(self):
+        """Stops listening, ends the connection and frees the tablet. Not
+        from inside a callback."""
+        if _in_un_richiamo():
+            raise VelmarinError("a tablet is closed outside its callbacks")
+        self._fine()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *eccezione):
+        self.close()
+
+    def _h(self):
+        if not self._fine.alive:
+            raise VelmarinError("the tablet is closed")
+        return self._maniglia
+
+    @property
+    def setup(self):
+        """A copy of the tablet's record."""
+        dati = TDataDigit()
+        lib.velmarin_get_setup(self._h(), ctypes.byref(dati))
+        return dati
+
+    @property
+    def port(self):
+        return self.setup.porta
+
+    # The connection.
+    def connect(self):
+        """Opens the port and programs the tablet; VelmarinError if the port is refused."""
+        if lib.velmarin_connect(self._h()) != 1:
+            porta = self.port
+            dispositivo = _dispositivi.get(porta)
+            raise VelmarinError("COM%d could not be opened%s" % (
+                porta, " (device %s)" % dispositivo if dispositivo else ""))
+
+    def send_reset(self):
+        lib.velmarin_send_reset(self._h())
+
+    def listen(self, on_move=None, on_button=None, on_error=None):
+        """From now on on_move(x, y) hears every move and on_button(button, x,
+        y) every press, on the library's reader thread. An exception they
+        raise goes to on_error(exception), or to standard error, and the
+        reader goes on. The callables are held until stop or close."""
+        for nome, f in (("on_move", on_move), ("on_button", on_button), ("on_error", on_error)):
+            if f is not None and not callable(f):
+                raise TypeError("%s must be callable, not %r" % (nome, f))
+        riporta = on_error or _su_errore_standard
+        mossa = MOSSA(_protetto(on_move, "on_move", riporta)) if on_move else MOSSA()
+        bottone = BOTTONE(_protetto(on_button, "on_button", riporta)) if on_button else BOTTONE()
+        esito = lib.velmarin_listen(self._h(), mossa, bottone, None)
+        if _in_un_richiamo():
+            self._richiami.extend([mossa, bottone])  # the running one among the old
+        else:
+            self._richiami[:] = [mossa, bottone]  # the old ones run no more: listen stopped them
+        return esito == 1
+
+    def stop(self):
+        """Stops listening; returns when no callback is running any more."""
+        lib.velmarin_stop(self._h())
+        if not _in_un_richiamo():  # else the running one is among them
+            self._richiami.clear()
+
+    def button_function(self, button):
+        return lib.velmarin_button_function(self._h(), _intero("button", button, -2**31, 2**31 - 1))
+
+    # Calibration and ground coordinates.
+    @property
+    def is_calibrated(self):
+        return lib.velmarin_is_calibrated(self._h()) == 1
+
+    def to_ground(self, x, y):
+        """(East, North) of tablet counts x, y; None without a calibration."""
+        _intero("x", x, -2**31, 2**31 - 1)
+        _intero("y", y, -2**31, 2**31 - 1)
+        est, nord = ctypes.c_double(), ctypes.c_double()
+        if lib.velmarin_to_ground(self._h(), x, y, ctypes.byref(est), ctypes.byref(nord)) != 1:
+            return None
+        return est.value, nord.value
+
+    def calibrated_area(self, whole=True):
+        valori = [ctypes.c_double() for _ in range(4)]
+        if lib.velmarin_calibrated_area(self._h(), 1 if whole else 0, *map(ctypes.byref, valori)) != 1:
+            return None
+        return tuple(v.value for v in valori)
+
+    def fit_points(self, points):
+        """The affine map of 3 to 21 points (x, y, east, north), as the
+        sparse-point calibration fits it; VelmarinError, with the map left as
+        it was, when they lie on one line."""
+        punti = [tuple(p) for p in points]
+        if not 3 <= len(punti) <= 21 or any(len(p) != 4 for p in punti):
+            raise ValueError("fit_points takes 3 to 21 points (x, y, east, north), not %d" % len(punti))
+        x, y = _conteggi([p[0] for p in punti], "x"), _conteggi([p[1] for p in punti], "y")
+        est, nord = _reali([p[2] for p in punti], "east"), _reali([p[3] for p in punti], "north")
+        if lib.velmarin_fit_points(self._h(), len(punti), x, y, est, nord) != 1:
+            raise VelmarinError("the points lie on one line: they give no map")
+
+    def fit_grid(self, squares_east, squares_north, east0, north0, step_east, step_north, nodes):
+        """One projective map per cell, as the grid calibration makes it.
+        `nodes` are the (x, y) of the digitized nodes, East index varying
+        fastest: node (p, q) lies at east0 + p * step_east, north0 + q *
+        step_north. VelmarinError, with the map left as it was, for a cell
+        whose corners lie on one line."""
+        _intero("squares_east", squares_east, 1, 21)
+        _intero("squares_north", squares_north, 1, 21)
+        nodi = [tuple(n) for n in nodes]
+        attesi = (squares_east + 1) * (squares_north + 1)
+        if len(nodi) != attesi or any(len(n) != 2 for n in nodi):
+            raise ValueError("a grid of %d by %d squares has %d nodes (x, y), not %d"
+                             % (squares_east, squares_north, attesi, len(nodi)))
+        terreno = _reali([east0, north0, step_east, step_north], "the grid's start and steps")
+        x, y = _conteggi([n[0] for n in nodi], "x"), _conteggi([n[1] for n in nodi], "y")
+        if lib.velmarin_fit_grid(self._h(), squares_east, squares_north, *terreno, x, y) != 1:
+            raise VelmarinError("a cell of the grid has its corners on one line: no map")
+
+
+def _conteggi(valori, nome):
+    return (ctypes.c_int32 * len(valori))(*[_intero(nome, v, -2**31, 2**31 - 1) for v in valori])
+
+
+def _reali(valori, nome):
+    reali = [float(v) for v in valori]
+    if not all(math.isfinite(v) for v in reali):
+        raise ValueError("%s must be finite numbers" % nome)
+    return (ctypes.c_double * len(reali))(*reali)
+
+
+def _su_errore_standard(eccezione):
+    print("velmarin: a callback raised an exception; the reader goes on", file=sys.stderr)
+    traceback.print_exception(type(eccezione), eccezione, eccezione.__traceback__, file=sys.stderr)
+
+
+_richiamo = threading.local()  # set on the reader thread while a callback runs
+
+
+def _in_un_richiamo():
+    return getattr(_richiamo, "attivo", False)
+
+
+def _protetto(funzione, nome, riporta):
+    def richiamo(_utente, *argomenti):
+        _richiamo.attivo = True
+        try:
+            funzione(*argomenti)
+        except Exception as eccezione:  # the reader thread must not meet it
+            try:
+                riporta(eccezione)
+            except Exception:
+                _su_errore_standard(eccezione)
+        finally:
+            _richiamo.attivo = False
+    richiamo.__name__ = nome
+    return richiamo

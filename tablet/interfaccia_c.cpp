@@ -1,0 +1,240 @@
+// The C interface: a CDigit behind a handle, with a notification target that
+// passes moves and presses to the host's C functions. Each call is the C++
+// call of the same name, with the library's own result.
+//
+// Choices of this interface:
+// - No exception reaches a host's frames: where the library could only fail
+//   for want of memory, that becomes the call's failure result.
+// - velmarin_connect sends nothing after a refused open: nothing would reach
+//   a tablet, and the model's waits would only hold the host up.
+// - velmarin_close of a tablet that listens on a connection it did not open
+//   stops listening first, so that its functions are never called after it.
+//   On its own connection the destructor ends the reader first, as in C++.
+#include "velmarin.h"
+
+#include <array>
+#include <string>
+
+#include "calibration/calibrazione_esterna.h"
+#include "dialogs/dialogo_funzioni_bottoni.h"
+#include "digit.h"
+#include "link/iodev.h"
+#include "tablet/catalogo.h"
+#include "tablet/modulo.h"
+
+struct velmarin_tablet final : CDigitNtfy {
+    explicit velmarin_tablet(const TDataDigit& dati) : digit(dati) {}
+
+    // On the reader thread, one at a time; listen and stop change the
+    // functions only while delivery is held.
+    void NotifyMove(std::int32_t x, std::int32_t y) override
+    {
+        if (mossa) mossa(utente, x, y);
+    }
+    void NotifyButton(std::int32_t b, std::int32_t x, std::int32_t y) override
+    {
+        if (bottone) bottone(utente, b, x, y);
+    }
+    bool Ascolta() const { return digit.GetCommNotification() == this; }
+
+    CDigit digit;
+    velmarin_move_fn mossa = nullptr;
+    velmarin_button_fn bottone = nullptr;
+    void* utente = nullptr;
+    std::intptr_t connessione = 0;  // the port as this tablet's last Init opened it
+};
+
+namespace {
+
+template <class F, class R>
+R SenzaEccezioni(F&& f, R fallimento) noexcept
+{
+    try {
+        return f();
+    } catch (...) {
+        return fallimento;
+    }
+}
+
+std::string SenzaSpazi(std::string s)
+{
+    s.erase(s.find_last_not_of(' ') + 1);
+    s.erase(0, s.find_first_not_of(' '));
+    return s;
+}
+
+// The catalogue pads its names with blanks for the selection list, and the
+// string table its labels for the button dialog.
+const std::array<std::string, numTipiDigit>& NomiModelli()
+{
+    static const auto nomi = [] {
+        std::array<std::string, numTipiDigit> n;
+        for (int t = 0; t < numTipiDigit; ++t) n[static_cast<std::size_t>(t)] = SenzaSpazi(catalogoDigit[t].nome);
+        return n;
+    }();
+    return nomi;
+}
+
+constexpr int codiciFunzione = funzAnnulla + 1;
+
+const std::array<std::string, codiciFunzione>& NomiFunzioni()
+{
+    static const auto nomi = [] {
+        std::array<std::string, codiciFunzione> n;
+        for (int c = 0; c < codiciFunzione; ++c)
+            if (const unsigned ids = IdsEtichettaFunzione(c)) n[static_cast<std::size_t>(c)] = SenzaSpazi(LoadResString(ids));
+        return n;
+    }();
+    return nomi;
+}
+
+int Esito(bool b) { return b ? 1 : 0; }
+
+}  // namespace
+
+velmarin_tablet* velmarin_open(const TDataDigit* setup)
+{
+    return SenzaEccezioni([&] { return new velmarin_tablet(setup ? *setup : DatiPredefiniti()); },
+                          static_cast<velmarin_tablet*>(nullptr));
+}
+
+void velmarin_close(velmarin_tablet* t)
+{
+    if (!t) return;
+    if (t->Ascolta() && (t->connessione == 0 || IODevHandleAperto() != t->connessione))
+        t->digit.StopCommNotification();
+    delete t;
+}
+
+int velmarin_model_setup(int model, TDataDigit* out)
+{
+    if (!out || model < 1 || model >= numTipiDigit) return 0;
+    TDataDigit d = DatiPredefiniti();
+    ImpostaDaCatalogo(d, model);
+    *out = d;
+    return 1;
+}
+
+int velmarin_map_port(int port, const char* device) { return IODevMapPort(port, device); }
+
+void velmarin_get_setup(const velmarin_tablet* t, TDataDigit* out)
+{
+    if (t && out) t->digit.GetDataDigit(*out);
+}
+
+void velmarin_set_setup(velmarin_tablet* t, const TDataDigit* setup)
+{
+    if (t && setup) t->digit.SetDataDigit(*setup);
+}
+
+int velmarin_init(velmarin_tablet* t)
+{
+    if (!t) return 0;
+    return SenzaEccezioni([&] {
+        if (!t->digit.Init(nullptr)) return 0;
+        t->connessione = IODevHandleAperto();
+        return 1;
+    }, 0);
+}
+
+void velmarin_send_init(velmarin_tablet* t)
+{
+    if (t) t->digit.SendInitString();
+}
+
+int velmarin_connect(velmarin_tablet* t)
+{
+    if (velmarin_init(t) != 1) return 0;
+    velmarin_send_init(t);
+    return 1;
+}
+
+void velmarin_send_reset(velmarin_tablet* t)
+{
+    if (t) t->digit.SendResetSeScelto();
+}
+
+int velmarin_listen(velmarin_tablet* t, velmarin_move_fn on_move, velmarin_button_fn on_button, void* user)
+{
+    if (!t) return 0;
+    t->digit.StopCommNotification();  // whoever listened: no callback runs past here
+    t->mossa = on_move;
+    t->bottone = on_button;
+    t->utente = user;
+    return t->digit.SetCommNotificationTo(t) != 0 ? 1 : 0;
+}
+
+void velmarin_stop(velmarin_tablet* t)
+{
+    if (t) t->digit.StopCommNotification();
+}
+
+int velmarin_button_function(const velmarin_tablet* t, int button)
+{
+    return t ? t->digit.GetFunzButt(button) : 0;
+}
+
+int velmarin_is_calibrated(const velmarin_tablet* t) { return t && t->digit.IsCalibrato() ? 1 : 0; }
+
+int velmarin_to_ground(const velmarin_tablet* t, int32_t x, int32_t y, double* east, double* north)
+{
+    if (!t || !east || !north) return 0;
+    return Esito(t->digit.CalcoloCoordTrasfCalibrFine(x, y, *east, *north));
+}
+
+int velmarin_calibrated_area(const velmarin_tablet* t, int whole, double* east1, double* north1,
+                             double* east2, double* north2)
+{
+    if (!t || !east1 || !north1 || !east2 || !north2) return 0;
+    if (whole) return Esito(t->digit.GetMaxAreaCalibrata(*east1, *north1, *east2, *north2));
+    return Esito(t->digit.GetSoloAreaCalibrata(*east1, *north1, *east2, *north2));
+}
+
+int velmarin_configure(velmarin_tablet* t, TDataDigit* setup)
+{
+    if (!t || !setup) return 0;
+    return SenzaEccezioni([&] { return configDigit(nullptr, &t->digit, *setup); }, 0);
+}
+
+int velmarin_calibrate_points(velmarin_tablet* t)
+{
+    if (!t) return 0;
+    return SenzaEccezioni([&] { return Esito(t->digit.CalibraPtSparsi(nullptr)); }, 0);
+}
+
+int velmarin_calibrate_grid(velmarin_tablet* t)
+{
+    if (!t) return 0;
+    return SenzaEccezioni([&] { return Esito(t->digit.CalibraGriglia(nullptr)); }, 0);
+}
+
+int velmarin_fit_points(velmarin_tablet* t, int n, const int32_t* x, const int32_t* y, const double* east,
+                        const double* north)
+{
+    if (!t) return 0;
+    return Esito(TCalibrazioneEsterna::PuntiSparsi(t->digit, n, x, y, east, north));
+}
+
+int velmarin_fit_grid(velmarin_tablet* t, int squares_east, int squares_north, double east0, double north0,
+                      double step_east, double step_north, const int32_t* node_x, const int32_t* node_y)
+{
+    if (!t) return 0;
+    const TGrigliaDigitalizzata g{squares_east, squares_north, east0, north0, step_east, step_north, node_x, node_y};
+    return SenzaEccezioni([&] { return Esito(TCalibrazioneEsterna::Griglia(t->digit, g)); }, 0);
+}
+
+const char* velmarin_model_name(int model)
+{
+    if (model < 1 || model >= numTipiDigit) return nullptr;
+    return SenzaEccezioni([&] { return NomiModelli()[static_cast<std::size_t>(model)].c_str(); },
+                          static_cast<const char*>(nullptr));
+}
+
+const char* velmarin_function_name(int code)
+{
+    if (code < 0 || code >= codiciFunzione || IdsEtichettaFunzione(code) == 0) return nullptr;
+    return SenzaEccezioni([&] { return NomiFunzioni()[static_cast<std::size_t>(code)].c_str(); },
+                          static_cast<const char*>(nullptr));
+}
+
+const char* velmarin_version(void) { return VELMARIN_VERSIONE; }

@@ -1,0 +1,48 @@
+#!/bin/sh
+# The C host on the C interface, with a velmarin-sim on its pseudo-terminal:
+# for a text model and a binary one it connects, hears the figure's moves and
+# its presses at the square's corners (each turned into ground coordinates
+# by the map the host fitted, East = x / 10 + 500, North = y / 10 + 200),
+# stops, and hears nothing after the stop.
+#
+# usage: prova_host_c.sh HOST_C SIM [RUNNER MAP_COM1]
+# With a RUNNER (wine) the host runs under it on COM1, after the command
+# MAP_COM1 has made COM1 stand for the device named as its argument.
+HOST=$1
+SIM=$2
+RUNNER=${3:-}
+MAPPA=${4:-}
+. "$(dirname "$0")/comune.sh"
+
+ospite() {  # ospite MODEL: runs the host on the simulator's device
+    if [ -n "$RUNNER" ]; then
+        $MAPPA "$dispositivo" || return 1
+        timeout 40 $RUNNER "$HOST" --model "$1" --port 1 --presses 2 >"$temp/out" 2>"$temp/err"
+    else
+        timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses 2 >"$temp/out" 2>"$temp/err"
+    fi
+}
+
+$RUNNER "$HOST" --model 9 >/dev/null 2>&1
+verifica "a model outside 1..8 is refused with 2" test $? -eq 2
+$RUNNER "$HOST" --model 2 --port 4 --device /nonexistent/tty0 >"$temp/out" 2>"$temp/err"
+verifica "a missing port is refused with 1" test $? -eq 1
+verifica "the refusal names the port" contiene "$temp/err" "COM4 refused"
+
+for voce in "2 SummaGraph.MM ASCII" "5 Summa MicroGrid 3"; do
+    m=${voce%% *}
+    avvia_sim --model $m --step 20 --seconds 60 || exit 1
+    ospite $m
+    verifica "model $m: the host ends with 0" test $? -eq 0
+    verifica "model $m: it names the model" contiene "$temp/out" "model $voce on COM"
+    verifica "model $m: it heard a move" grep -Eq '^move [0-9]+ [0-9]+$' "$temp/out"
+    angoli=$(grep -Ec '^button 1 (1000|9000) (1000|9000) function Conferma ground (600|1400)\.000 (300|1100)\.000$' "$temp/out")
+    verifica "model $m: two presses at corners, in ground coordinates" test "$angoli" -eq 2
+    # Nothing after the stop, and the summary counts what was printed.
+    verifica "model $m: the stop is the last line" sh -c "tail -n1 '$temp/out' | grep -q '^stopped: '"
+    mosse=$(grep -c '^move ' "$temp/out")
+    pressioni=$(grep -c '^button ' "$temp/out")
+    verifica "model $m: the summary counts every event" contiene "$temp/out" "stopped: $mosse moves, $pressioni presses"
+    kill "$(echo $figli | awk '{print $NF}')" 2>/dev/null
+done
+fine
