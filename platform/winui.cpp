@@ -47,7 +47,12 @@ int MessageBeep(unsigned type)
 
 HCURSOR LoadCursorA(HINSTANCE, const char* name) { return name; }
 
-HCURSOR SetCursor(HCURSOR nuovo) { return cursore.exchange(nuovo); }
+HCURSOR SetCursor(HCURSOR nuovo)
+{
+    const HCURSOR prima = cursore.exchange(nuovo);
+    if (prima != nuovo) interfaccia.load()->cursore(nuovo);
+    return prima;
+}
 
 HCURSOR CursoreCorrente() { return cursore.load(); }
 

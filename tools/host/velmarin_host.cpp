@@ -9,8 +9,10 @@
 #include "collegamento.h"
 #include "dialogs/dialogo_digitalizza.h"
 #include "dialogs/dialogo_limiti.h"
+#include "dialogs/dialogo_prova.h"
 #include "digit.h"
 #include "dimostrazione.h"
+#include "guida.h"
 #include "interfaccia_terminale.h"
 #include "menu.h"
 #include "terminale.h"
@@ -57,20 +59,29 @@ int main(int argc, char** argv)
     }
     TBackendTerminale backend(terminale);
     TInterfacciaTerminale interfaccia(terminale, backend);
-    backend.AlAperto([&collegamento](unsigned modello) {
-        if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
-        if (modello == modelloLimiti) collegamento.LimitiRichiesti();
-    });
-    backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
-    if (terminale.Attivo()) {
-        ImpostaBackendDialoghi(&backend);
-        ImpostaInterfacciaUtente(&interfaccia);
-    }
-
     int esito = 0;
     {
         TDataDigit dati = collegamento.Record(o);
         CDigit digit(dati);
+        TGuida guida(digit, collegamento);
+        // A dialog that listens to the tablet finds the built-in one set up
+        // as the tablet object is now: the selection dialog has just handed
+        // it the working copy.
+        backend.AlAperto([&collegamento, &digit](unsigned modello) {
+            if (modello != modelloDigitalizza && modello != modelloLimiti && modello != modelloProva) return;
+            TDataDigit ora;
+            digit.GetDataDigit(ora);
+            collegamento.Segui(ora);
+            if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
+            if (modello == modelloLimiti) collegamento.LimitiRichiesti();
+        });
+        backend.Suggerimento([&guida](unsigned modello) { return guida.Suggerimento(modello); });
+        collegamento.AlCambio([&backend](const std::string& d) { backend.Intestazione("velmarin-host: " + d); });
+        backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
+        if (terminale.Attivo()) {
+            ImpostaBackendDialoghi(&backend);
+            ImpostaInterfacciaUtente(&interfaccia);
+        }
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
