@@ -1,6 +1,7 @@
 #include "argomenti.h"
 
-#include <cstdio>
+#include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 
 const char* const usoHost =
@@ -39,13 +40,31 @@ const char* const usoHost =
 
 namespace {
 
+// A whole number that fits: one beyond a long is refused like any other
+// value out of range, not taken cut to its low bits.
 bool Intero(const std::string& s, long minimo, long massimo, int& valore)
 {
     char* fine = nullptr;
+    errno = 0;
     const long v = std::strtol(s.c_str(), &fine, 10);
-    if (s.empty() || *fine != '\0' || v < minimo || v > massimo) return false;
+    if (s.empty() || *fine != '\0' || errno == ERANGE || v < minimo || v > massimo) return false;
     valore = static_cast<int>(v);
     return true;
+}
+
+// "X1,Y1,X2,Y2", four counts that each fit a tablet's 32 bits.
+bool Limiti(const std::string& s, TOpzioniHost& o)
+{
+    int* const valori[] = {&o.xMin, &o.yMin, &o.xMax, &o.yMax};
+    std::size_t inizio = 0;
+    for (int i = 0; i < 4; ++i) {
+        const std::size_t virgola = i < 3 ? s.find(',', inizio) : s.size();
+        if (virgola == std::string::npos ||
+            !Intero(s.substr(inizio, virgola - inizio), INT32_MIN, INT32_MAX, *valori[i]))
+            return false;
+        inizio = virgola + 1;
+    }
+    return o.xMin < o.xMax && o.yMin < o.yMax;
 }
 
 }  // namespace
@@ -82,10 +101,9 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 return false;
             }
         } else if (s == "--limits") {
-            char coda = 0;
-            if (std::sscanf(a[++i].c_str(), "%d,%d,%d,%d%c", &o.xMin, &o.yMin, &o.xMax, &o.yMax, &coda) != 4 ||
-                o.xMin >= o.xMax || o.yMin >= o.yMax) {
-                errore = "limits " + a[i] + " are not X1,Y1,X2,Y2 with X1 < X2 and Y1 < Y2";
+            if (!Limiti(a[++i], o)) {
+                errore = "limits " + a[i] +
+                         " are not X1,Y1,X2,Y2, four counts of -2147483648 to 2147483647 with X1 < X2 and Y1 < Y2";
                 return false;
             }
             o.limiti = true;

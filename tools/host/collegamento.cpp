@@ -2,7 +2,9 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,6 +12,22 @@
 
 #include "digit.h"
 #include "record_predefiniti.h"
+
+namespace {
+
+// A terminal that is no line to a tablet: the pseudo-terminal multiplexer,
+// which hands out a new master at each open, a master itself, or the
+// console and controlling terminal (major 5), or a virtual console (major 4
+// below 64, where the serial ports begin).
+bool LineaVera(int fd, const struct stat& st)
+{
+    unsigned numero = 0;
+    if (ioctl(fd, TIOCGPTN, &numero) == 0) return false;
+    const unsigned maggiore = major(st.st_rdev), minore = minor(st.st_rdev);
+    return maggiore != 5 && !(maggiore == 4 && minore < 64);
+}
+
+}  // namespace
 
 bool VerificaDispositivo(const std::string& percorso, std::string& errore)
 {
@@ -29,8 +47,8 @@ bool VerificaDispositivo(const std::string& percorso, std::string& errore)
     if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
         errore = percorso + " is busy: another program holds it";
         ok = false;
-    } else if (!isatty(fd)) {
-        errore = percorso + " is not a serial line";
+    } else if (!isatty(fd) || !LineaVera(fd, st)) {
+        errore = percorso + " is not a serial line (nor the slave side of a pseudo-terminal)";
         ok = false;
     }
     close(fd);  // the lock goes with it

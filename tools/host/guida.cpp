@@ -39,7 +39,7 @@ std::string TastiDelControllo(const TStatoDialogo& s, int fuoco)
     switch (tipo) {
     case TTipoElemento::edit: t = "Type, Backspace: erase  Tab/Shift-Tab, arrows: move"; break;
     case TTipoElemento::radio: t = "Arrows: in group  Space: choose  Tab/Shift-Tab: move"; break;
-    case TTipoElemento::combo: t = "Left/Right, Space: change  Tab/Shift-Tab, Up/Down: move"; break;
+    case TTipoElemento::combo: t = "Left/Right/Space: change  Tab/Shift-Tab, Up/Down: move"; break;
     case TTipoElemento::pulsante:
     case TTipoElemento::predefinito:
         t = "Space, Enter: " + Didascalia(s, e->id, "") + "  Tab/Shift-Tab, arrows: move";

@@ -41,8 +41,15 @@ TFinestra Scorri(int n, int posto, int centro)
 {
     if (n <= posto) return {0, n, false, false};
     const int contenuto = std::max(1, posto - 2);
-    const int prima = std::min(std::max(0, centro - contenuto / 2), n - contenuto);
-    return {prima, contenuto, prima > 0, prima + contenuto < n};
+    int prima = std::min(std::max(0, centro - contenuto / 2), n - contenuto), quante = contenuto;
+    // Cut on one side only, the other marker's row shows one line more.
+    if (prima == 0) {
+        quante = std::max(1, posto - 1);
+    } else if (prima + contenuto == n) {
+        quante = std::max(1, posto - 1);
+        prima = n - quante;
+    }
+    return {prima, quante, prima > 0, prima + quante < n};
 }
 
 }  // namespace

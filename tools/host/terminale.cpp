@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -132,6 +134,7 @@ bool TTerminale::DaRidisegnare() { return ridisegna.exchange(false); }
 
 void TTerminale::Scrivi(const std::string& testo)
 {
+    if (!attivo) return;
     std::lock_guard<std::recursive_mutex> g(schermo);
     std::size_t fatti = 0;
     while (fatti < testo.size()) {
@@ -158,6 +161,10 @@ TTerminale::TRicezione TTerminale::Ricevi(int ms)
 // 30 ms; an ESC with nothing after it is the Escape key.
 TLettura TTerminale::LeggiTasto(int ms)
 {
+    if (!attivo) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+        return {};
+    }
     std::lock_guard<std::mutex> g(tastiera);
     if (ricevuti.empty()) {
         const TRicezione r = Ricevi(ms);

@@ -37,7 +37,8 @@ struct TLettura {
 class TTerminale {
 public:
     // Takes standard input and output; Attivo() is false when they are not
-    // both a terminal, and then nothing is changed.
+    // both a terminal, and then nothing is changed: nothing is written, and
+    // no key comes.
     TTerminale();
     ~TTerminale();
     TTerminale(const TTerminale&) = delete;
