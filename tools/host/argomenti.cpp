@@ -29,6 +29,8 @@ const char* const usoHost =
     "  --limits X1,Y1,X2,Y2  the tablet's working limits in counts, lower left and\n"
     "                    upper right (the built-in tablet has 0,0,10000,10000); a\n"
     "                    tablet counts as calibrated only once it has limits\n"
+    "  --step MS         the built-in tablet's pace, milliseconds a state (default\n"
+    "                    200: a point is pressed two seconds after it is asked for)\n"
     "  --count N         watch: stop after N presses\n"
     "  --seconds S       watch: stop after S seconds\n"
     "  --help            this text\n"
@@ -79,7 +81,7 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             return true;
         }
         if ((s == "--device" || s == "--model" || s == "--port" || s == "--count" || s == "--seconds" ||
-             s == "--limits") && !valore) {
+             s == "--limits" || s == "--step") && !valore) {
             errore = s + " needs a value";
             return false;
         }
@@ -107,6 +109,11 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 return false;
             }
             o.limiti = true;
+        } else if (s == "--step") {
+            if (!Intero(a[++i], 1, 10000, o.passo)) {
+                errore = "step " + a[i] + " is not a number of milliseconds (1 to 10000)";
+                return false;
+            }
         } else if (s == "--count") {
             if (!Intero(a[++i], 1, 1000000000, o.conteggio)) {
                 errore = "count " + a[i] + " is not a number of presses";

@@ -218,6 +218,8 @@ void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
         aperti.erase(std::remove(aperti.begin(), aperti.end(), &finestra), aperti.end());
         fuoco.erase(&finestra);
         avviso.clear();
+        ultimoChiuso = finestra.Modello().id;
+        quandoChiuso = std::chrono::steady_clock::now();
         ultimo = aperti.empty();
         if (!ultimo) {
             const int p = Predefinito(aperti.back()->Fotografia());
@@ -255,6 +257,13 @@ unsigned TBackendTerminale::Modello()
 {
     std::lock_guard<std::mutex> g(mutex);
     return aperti.empty() ? 0 : aperti.back()->Modello().id;
+}
+
+unsigned TBackendTerminale::ModelloRecente()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    if (!aperti.empty()) return aperti.back()->Modello().id;
+    return std::chrono::steady_clock::now() - quandoChiuso < std::chrono::seconds(1) ? ultimoChiuso : 0;
 }
 
 void TBackendTerminale::Avviso(const std::string& testo)

@@ -66,6 +66,9 @@ public:
     void Intestazione(const std::string& testo);
     // The template of the dialog on top; 0 when none is open.
     unsigned Modello();
+    // The dialog on top or, when none is, the one that has just closed: a
+    // refusal between two dialogs concerns it.
+    unsigned ModelloRecente();
     // Draws the dialog on top again, or clears the screen when none is open.
     void Ridisegna();
     // How many times a screen was drawn.
@@ -79,6 +82,8 @@ private:
     std::vector<TFinestraDialogo*> aperti;
     std::map<TFinestraDialogo*, int> fuoco;
     std::string avviso, occupato;
+    unsigned ultimoChiuso = 0;
+    std::chrono::steady_clock::time_point quandoChiuso{};
     std::vector<std::string> riquadro;
     std::string tastiRiquadro;
     std::string intestazione;

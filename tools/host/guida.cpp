@@ -68,9 +68,10 @@ std::string TGuida::PerDigitalizzare() const
     TDataDigit d;
     digit.GetDataDigit(d);
     const std::string conferma = BottoneConFunzione(d, funzConferma);
-    const std::string annulla = BottoneConFunzione(d, funzAnnulla);
-    if (conferma.empty()) return "No tablet button is set to Conferma, so this can never finish: Esc gives up.";
-    return "Press " + conferma + " on the point; " + (annulla.empty() ? "" : annulla + " or ") + "Esc gives up.";
+    std::string annulla = BottoneConFunzione(d, funzAnnulla);
+    if (conferma.empty()) return "No tablet button is set to Conferma: this never ends but with Esc.";
+    annulla = annulla.empty() ? "" : " or " + annulla.substr(annulla.find("button"), annulla.find(" (") - annulla.find("button"));
+    return "Take it with " + conferma + "; Esc" + annulla + " gives up.";
 }
 
 std::string TGuida::Suggerimento(unsigned modello) const
@@ -80,8 +81,8 @@ std::string TGuida::Suggerimento(unsigned modello) const
     const bool inCalibrazione = collegamento.InCalibrazione(), griglia = collegamento.PerGriglia();
     const int chiesti = collegamento.PuntiChiesti();
     const int presi = modello == modelloDigitalizza && chiesti > 0 ? chiesti - 1 : chiesti;
-    const std::string fine = presi >= 3 ? " Esc ends the calibration with the " + std::to_string(presi) + " points taken."
-                                        : " At least 3 points, up to 21.";
+    const std::string fine = presi >= 3 ? " Esc: done, with the " + std::to_string(presi) + " points taken."
+                                        : " Three points at least, 21 at most.";
     switch (modello) {
     case modelloPuntiSparsi:
         return "Point " + std::to_string(presi + 1) + ": its ground East and North." + (inCalibrazione ? fine : "");
@@ -89,7 +90,7 @@ std::string TGuida::Suggerimento(unsigned modello) const
         return PerDigitalizzare() + (inCalibrazione && !griglia && presi >= 3 ? fine : "");
     case modelloGriglia:
         return "Squares: 1 to " + std::to_string(maxQuadrati) + " each way; every field needs a number.";
-    case modelloLimiti: return PerDigitalizzare() + " Lower left corner first.";
+    case modelloLimiti: return PerDigitalizzare() + " Lower left first.";
     case modelloProva: return "Move the cursor on the tablet: the cross and the counts follow it.";
     case modelloFunzioniBottoni: return "One button needs Conferma, or points and limits can never be taken.";
     case modelloSceltaTavoletta: return "Limiti: digitize two corners. Prova: see the pointer live.";

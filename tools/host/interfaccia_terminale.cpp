@@ -73,7 +73,9 @@ int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* captio
 void TInterfacciaTerminale::beep(unsigned type)
 {
     terminale.Scrivi("\a");
-    const unsigned modello = backend.Modello();
+    // A dialog that refuses its entry from outside (a grid too large) is
+    // closed by then, and the note waits for the one that follows.
+    const unsigned modello = backend.ModelloRecente();
     if (modello != 0) backend.Avviso(Rifiuto(modello, type));
 }
 

@@ -26,11 +26,6 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
     return false;
 }
 
-// The simulated tablet walks slowly enough for a person to follow it: a grid
-// node, and a press, every three seconds; in a calibration the press comes two
-// seconds after the point is asked for.
-constexpr std::chrono::milliseconds passoSimulata(200);
-
 }  // namespace
 
 int main(int argc, char** argv)
@@ -53,7 +48,7 @@ int main(int argc, char** argv)
         return 2;
     }
     TCollegamento collegamento;
-    if (!collegamento.Prepara(o, passoSimulata, errore)) {
+    if (!collegamento.Prepara(o, std::chrono::milliseconds(o.passo), errore)) {
         std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
         return 1;
     }
