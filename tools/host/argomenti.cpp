@@ -37,8 +37,9 @@ const char* const usoHost =
     "The built-in tablet walks a grid pressing button 1 at its nodes; in a\n"
     "calibration it digitizes each point asked for by itself, two seconds later:\n"
     "the first nine on the nodes of a grid of 2 by 2 squares, in a grid's order.\n"
-    "In a dialog: Tab and the arrows move, Space chooses, Enter confirms, Escape\n"
-    "cancels. A watch stops with q, Escape or Ctrl-C.\n";
+    "In a dialog: Tab and the arrows move, Space chooses, Enter presses the\n"
+    "focused button or else the default one, Escape cancels; the lines under it\n"
+    "name the keys that work. A watch stops with q, Escape or Ctrl-C.\n";
 
 namespace {
 
