@@ -98,13 +98,6 @@ std::string Sequenze(const TSchermata& sc)
     return out;
 }
 
-int Predefinito(const TStatoDialogo& s)
-{
-    for (std::size_t i = 0; i < s.elementi.size(); ++i)
-        if (s.elementi[i].tipo == TTipoElemento::predefinito && s.elementi[i].abilitato) return static_cast<int>(i);
-    return -1;
-}
-
 }  // namespace
 
 bool PrendeFuoco(const TStatoElemento& e)
@@ -222,7 +215,7 @@ void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
         quandoChiuso = std::chrono::steady_clock::now();
         ultimo = aperti.empty();
         if (!ultimo) {
-            const int p = Predefinito(aperti.back()->Fotografia());
+            const int p = IndicePredefinito(aperti.back()->Fotografia());
             if (p >= 0) fuoco[aperti.back()] = p;
         }
     }

@@ -21,14 +21,14 @@ std::string Didascalia(const TStatoDialogo& s, int id, const char* altrimenti)
     return t;
 }
 
-bool HaPredefinito(const TStatoDialogo& s)
-{
-    for (const TStatoElemento& e : s.elementi)
-        if (e.tipo == TTipoElemento::predefinito && e.abilitato) return true;
-    return false;
-}
-
 }  // namespace
+
+int IndicePredefinito(const TStatoDialogo& s)
+{
+    for (std::size_t i = 0; i < s.elementi.size(); ++i)
+        if (s.elementi[i].tipo == TTipoElemento::predefinito && s.elementi[i].abilitato) return static_cast<int>(i);
+    return -1;
+}
 
 std::string TastiDelControllo(const TStatoDialogo& s, int fuoco)
 {
@@ -48,7 +48,7 @@ std::string TastiDelControllo(const TStatoDialogo& s, int fuoco)
     }
     // Enter presses a focused button, else the default one.
     const bool suPulsante = e && (tipo == TTipoElemento::pulsante || tipo == TTipoElemento::predefinito);
-    if (!suPulsante && HaPredefinito(s)) t += "  Enter: " + Didascalia(s, 1, "OK");
+    if (!suPulsante && IndicePredefinito(s) >= 0) t += "  Enter: " + Didascalia(s, 1, "OK");
     t += "  Esc: " + Didascalia(s, 2, "close");
     return t;
 }

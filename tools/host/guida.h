@@ -10,6 +10,9 @@
 #include "digit.h"
 #include "platform/toldeko/stato_dialogo.h"
 
+// The index of the enabled default button in s.elementi, -1 when none.
+int IndicePredefinito(const TStatoDialogo& s);
+
 // Every key that does something to the control at `fuoco` (an index in
 // s.elementi, -1 none), and what Enter and Escape press.
 std::string TastiDelControllo(const TStatoDialogo& s, int fuoco);
