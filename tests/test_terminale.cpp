@@ -230,6 +230,17 @@ TEST(Impagina, OgniDialogoSta80Per24)
         EXPECT_NE(tutto.find("+=" + (c.stato.titolo.empty() ? "" : " " + c.stato.titolo)), std::string::npos) << tutto;
         for (const std::string& r : s.righe) EXPECT_LE(CelleTesto(r).size(), 80u) << r;
         EXPECT_GE(s.rigaFuoco, 1);
+
+        // A message box stands over the dialog, whole, and takes the focus.
+        c.riquadro = {"+= Scelta Tavoletta =============================================+",
+                      "| Modificando alcuni parametri si annulla la calibrazione ! |",
+                      "+----------------------------------------------------------+"};
+        const TSchermata b = Impagina(c, 80, 24);
+        ASSERT_EQ(b.righe.size(), s.righe.size());
+        bool visto = false;
+        for (const std::string& r : b.righe) visto = visto || r.find(c.riquadro[1]) != std::string::npos;
+        EXPECT_TRUE(visto);
+        EXPECT_EQ(b.rigaFuoco, -1);
     }
 }
 
