@@ -174,8 +174,11 @@ verifica "and the terminal is restored" contiene "$temp/schermo" "TERMINAL RESTO
 
 # In a shell: the wait while the tablet is programmed, Ctrl-Z and fg in a
 # dialog, and a window made smaller and larger again.
-tmux kill-session -t "$sessione"
+# A second session before the first goes, so that the server stays up.
+finita=$sessione
+sessione="velmarin-shell-$$"
 tmux new-session -d -s "$sessione" -x 80 -y 24 "env PS1='shell> ' bash --norc --noprofile -i"
+tmux kill-session -t "$finita"
 verifica "the shell is ready" attendi "shell>"
 tasti "'$HOST' --step 40 calibrate points" Enter
 verifica "programming the tablet shows a busy mark" attendi "Busy: programming the tablet"
