@@ -7,12 +7,12 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <chrono>
-#include <thread>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 namespace {
 
