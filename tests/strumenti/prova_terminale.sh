@@ -170,7 +170,7 @@ verifica "and the area is told in the digits it needs" \
     grep -q "calibrated by grid: East -\?[0-9]* to [0-9]*, North -\?[0-9]* to [0-9]*$" "$temp/storia"
 tasti q
 verifica "q ends the program with 0" attendi "EXIT=0"
-verifica "and the terminal is restored" contiene "$temp/schermo" "TERMINAL RESTORED"
+verifica "and the terminal is restored" attendi "TERMINAL RESTORED"
 
 # In a shell: the wait while the tablet is programmed, Ctrl-Z and fg in a
 # dialog, and a window made smaller and larger again.
