@@ -46,7 +46,14 @@ int MessageBeep(unsigned type)
 
 HCURSOR LoadCursorA(HINSTANCE instance, const char* name) { return SistemaCaricaCursore(instance, name); }
 
-HCURSOR SetCursor(HCURSOR nuovo) { return SistemaImpostaCursore(nuovo); }
+// The handler hears every change, so a front end can show that the library
+// is busy.
+HCURSOR SetCursor(HCURSOR nuovo)
+{
+    const HCURSOR prima = SistemaImpostaCursore(nuovo);
+    if (prima != nuovo) interfaccia.load()->cursore(nuovo);
+    return prima;
+}
 
 HCURSOR CursoreCorrente() { return SistemaCursoreCorrente(); }
 

@@ -31,6 +31,8 @@ public:
     virtual ~TInterfacciaUtente() = default;
     virtual int messageBox(HWND owner, const char* text, const char* caption, unsigned flags) = 0;
     virtual void beep(unsigned type) = 0;
+    // The cursor changed, to IDC_WAIT while the library is busy.
+    virtual void cursore(HCURSOR) {}
 };
 
 // Installs a handler; null restores the default. The handler must outlive its use.

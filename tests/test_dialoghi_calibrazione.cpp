@@ -134,7 +134,7 @@ TEST_P(DigitalizzaTest, PressesFromTheReaderThread)
     TStatoDialogo aperto, dopoPressioni;
     int x = intattoInt, y = intattoInt;
     const int risultato = Esegui(
-        10042, [&] { return dialogGetPnt(nullptr, "Calibrazione Griglia", &digit, 1234.5, -0.25, x, y); },
+        10042, [&] { return dialogGetPnt(nullptr, "Calibrazione Griglia", &digit, 1.23e-5, -0.0, x, y); },
         [&](CDigitNtfy& ntfy) {
             aperto = script.Corrente();
             Suona(ntfy, c.pressioni);
@@ -144,14 +144,14 @@ TEST_P(DigitalizzaTest, PressesFromTheReaderThread)
         });
 
     EXPECT_EQ(aperto.titolo, "Calibrazione Griglia");
-    EXPECT_EQ(aperto.Testo(2080), "1234.500");
-    EXPECT_EQ(aperto.Testo(2081), "-0.250");
+    EXPECT_EQ(aperto.Testo(2080), "1.23e-05");  // the digits it needs, not "0.000"
+    EXPECT_EQ(aperto.Testo(2081), "0");         // and no negative zero
     EXPECT_EQ(risultato, c.risultato);
     EXPECT_EQ(x, c.x);
     EXPECT_EQ(y, c.y);
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "the target is stopped on every way out";
     if (c.poi == TFine::esc) {
-        EXPECT_EQ(dopoPressioni.Testo(2080), "1234.500") << "presses change nothing shown";
+        EXPECT_EQ(dopoPressioni.Testo(2080), "1.23e-05") << "presses change nothing shown";
     }
 }
 

@@ -1,13 +1,20 @@
 // The terminal front end without a terminal: the keys as a terminal sends
-// them, what each key does to a dialog, and Backspace in an entry field.
+// them, what each key does to a dialog, Backspace in an entry field, how a
+// screen is laid out and what its lines of help say.
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
 #include "backend_terminale.h"
+#include "configura.h"
 #include "digit.h"
+#include "guida.h"
+#include "impaginazione.h"
+#include "platform/toldeko/testo_reale.h"
+#include "record_predefiniti.h"
 #include "support/utente_finto.h"
 #include "terminale.h"
 
@@ -189,6 +196,175 @@ TEST(PosizioneControllo, CoincideConIlDisegno)
     const std::string riga = righe[static_cast<std::size_t>(p.riga)];
     ASSERT_GE(riga.size(), static_cast<std::size_t>(p.colonna + p.larghezza));
     EXPECT_EQ(riga.substr(static_cast<std::size_t>(p.colonna), static_cast<std::size_t>(p.larghezza)), "[42      ]");
+}
+
+}  // namespace
+
+namespace {
+
+TStatoDialogo StatoDi(unsigned modello) { return TFinestraDialogo(*ModelloDialogo(modello)).Fotografia(); }
+
+// Every dialog on a screen of 80 by 24, with the tablet's line above it,
+// two lines of help and a notice under it: all of it shows, nothing wider
+// than the screen, nothing cut.
+TEST(Impagina, OgniDialogoSta80Per24)
+{
+    for (unsigned modello = 10040; modello <= 10046; ++modello) {
+        SCOPED_TRACE(modello);
+        TContenutoSchermo c;
+        c.intestazione = "velmarin-host: Summa MicroGrid 3 on COM1 (simulated, /dev/pts/12)";
+        c.stato = StatoDi(modello);
+        c.fuoco = static_cast<int>(c.stato.elementi.size()) - 1;
+        c.aiuto = {TastiDelControllo(c.stato, c.fuoco), "Press tablet button 1 (Conferma) on the point; Esc gives up."};
+        c.avviso = "Refused: East and North both need a number.";
+        const TSchermata s = Impagina(c, 80, 24);
+        ASSERT_LE(s.righe.size(), 24u);
+        EXPECT_EQ(s.righe.front(), c.intestazione);
+        EXPECT_EQ(s.righe.back(), " " + c.avviso);
+        const std::string tutto = [&] {
+            std::string t;
+            for (const std::string& r : s.righe) t += r + "\n";
+            return t;
+        }();
+        EXPECT_EQ(tutto.find("more lines"), std::string::npos) << tutto;
+        EXPECT_NE(tutto.find("+=" + (c.stato.titolo.empty() ? "" : " " + c.stato.titolo)), std::string::npos) << tutto;
+        for (const std::string& r : s.righe) EXPECT_LE(CelleTesto(r).size(), 80u) << r;
+        EXPECT_GE(s.rigaFuoco, 1);
+
+        // A message box stands over the dialog, whole, and takes the focus.
+        c.riquadro = {"+= Scelta Tavoletta =============================================+",
+                      "| Modificando alcuni parametri si annulla la calibrazione ! |",
+                      "+----------------------------------------------------------+"};
+        const TSchermata b = Impagina(c, 80, 24);
+        ASSERT_EQ(b.righe.size(), s.righe.size());
+        bool visto = false;
+        for (const std::string& r : b.righe) visto = visto || r.find(c.riquadro[1]) != std::string::npos;
+        EXPECT_TRUE(visto);
+        EXPECT_EQ(b.rigaFuoco, -1);
+    }
+}
+
+// A screen too small for the selection dialog: the dialog is squeezed to the
+// width and cut around the focus, with a marker on each side that is cut;
+// the focus and the caret stay where the drawing shows the control.
+TEST(Impagina, SchermoPiccoloTagliaIntornoAlFuoco)
+{
+    TContenutoSchermo c;
+    c.stato = StatoDi(10043);
+    c.fuoco = static_cast<int>(c.stato.elementi.size()) - 5;  // OK, on the last rows
+    c.aiuto = {TastiDelControllo(c.stato, c.fuoco)};
+    const TSchermata s = Impagina(c, 60, 12);
+    ASSERT_EQ(s.righe.size(), 12u);
+    for (const std::string& r : s.righe) EXPECT_LE(CelleTesto(r).size(), 60u) << r;
+    EXPECT_NE(s.righe.front().find("more lines above"), std::string::npos);
+    ASSERT_GE(s.rigaFuoco, 0);
+    const std::vector<std::string> celle = CelleTesto(s.righe[static_cast<std::size_t>(s.rigaFuoco)]);
+    std::string fuoco;
+    for (int i = s.colonnaFuoco; i < s.colonnaFuoco + s.larghezzaFuoco; ++i) fuoco += celle[static_cast<std::size_t>(i)];
+    EXPECT_EQ(fuoco.find("<<"), 0u) << fuoco;
+
+    c.stato = StatoDi(10040);
+    c.fuoco = 3;  // North, the second entry field
+    c.stato.elementi[3].testo = "-40";
+    const TSchermata e = Impagina(c, 30, 8);
+    ASSERT_GE(e.rigaCursore, 0);
+    EXPECT_EQ(CelleTesto(e.righe[static_cast<std::size_t>(e.rigaCursore)])[static_cast<std::size_t>(e.colonnaCursore - 1)], "0");
+}
+
+// The line of keys names what works on the control with the focus, and
+// what Enter and Escape press.
+TEST(TastiDelControllo, NominaOgniTastoCheFunziona)
+{
+    const TStatoDialogo s = StatoDi(10043);
+    auto indice = [&](int id) {
+        for (std::size_t i = 0; i < s.elementi.size(); ++i)
+            if (s.elementi[i].id == id) return static_cast<int>(i);
+        return -1;
+    };
+    struct TCaso { int id; std::vector<std::string> parole; };
+    const TCaso casi[] = {
+        {2120, {"Left/Right/Space: change", "Tab/Shift-Tab, Up/Down", "Enter: OK", "Esc: Annulla"}},
+        {2122, {"Arrows: in group", "Space: choose", "Tab/Shift-Tab", "Enter: OK", "Esc: Annulla"}},
+        {2152, {"Space, Enter: Prova", "Tab/Shift-Tab, arrows", "Esc: Annulla"}},
+    };
+    for (const TCaso& c : casi) {
+        const std::string t = TastiDelControllo(s, indice(c.id));
+        for (const std::string& p : c.parole) EXPECT_NE(t.find(p), std::string::npos) << c.id << ": " << t;
+        EXPECT_LE(t.size(), 79u) << t;  // one line of an 80-column screen
+    }
+    const TStatoDialogo punto = StatoDi(10040);
+    EXPECT_NE(TastiDelControllo(punto, 2).find("Type, Backspace: erase"), std::string::npos);
+    const std::string prova = TastiDelControllo(StatoDi(10046), 7);
+    EXPECT_NE(prova.find("Esc: Fine"), std::string::npos) << prova;
+    EXPECT_EQ(prova.find("Enter: OK"), std::string::npos) << prova;
+}
+
+// A cross at the frame's limits, on the inner edge of its border, shows in
+// the first and the last cell inside the frame.
+TEST(DisegnaDialogo, IlDisegnoAlBordoDellaCornice)
+{
+    TStatoDialogo s = StatoDi(10046);
+    TStatoElemento& cornice = s.elementi[0];
+    TTela& t = cornice.tela;
+    t.larghezza = PixelX(cornice.cx);
+    t.altezza = PixelY(cornice.cy);
+    t.pixel.assign(static_cast<std::size_t>(t.larghezza * t.altezza), coloreSfondo);
+    for (const int x : {1, t.larghezza - 2})
+        for (const int y : {1, t.altezza - 2}) t.pixel[static_cast<std::size_t>(y * t.larghezza + x)] = 0xFFFF00;
+    const std::vector<std::string> righe = DisegnaDialogo(s);
+    const TPosizione p = PosizioneControllo(cornice);
+    const int sopra = 1 + cornice.y / 8 + 1, sotto = 1 + cornice.y / 8 + cornice.cy / 8 - 1;
+    for (const int r : {sopra, sotto}) {
+        const std::string& riga = righe[static_cast<std::size_t>(r)];
+        EXPECT_EQ(riga.substr(static_cast<std::size_t>(p.colonna), 2), "|#") << riga;
+        EXPECT_EQ(riga.substr(static_cast<std::size_t>(p.colonna + p.larghezza - 2), 2), "#|") << riga;
+    }
+}
+
+TEST(TestoReale, LeCifreCheServono)
+{
+    const std::pair<double, const char*> casi[] = {{1.23e-5, "1.23e-05"}, {-0.0, "0"},          {127.5, "127.5"},
+                                                   {-40, "-40"},         {0.1 + 0.2, "0.3"},     {1234567.125, "1234567.125"},
+                                                   {1e300, "1e+300"},    {-2.5e-300, "-2.5e-300"}};
+    for (const auto& c : casi) EXPECT_EQ(TestoReale(c.first), c.second) << c.first;
+}
+
+// What the tablet changes arrives on the reader thread: it is only noted
+// there, and drawn once, from the dialog's loop.
+TEST(BackendTerminale, DisegnaUnaVoltaDalCicloDelDialogo)
+{
+    TTerminale terminale;
+    if (terminale.Attivo()) GTEST_SKIP() << "run on a terminal: this test wants none";
+    TBackendTerminale backend(terminale);
+    TFinestraDialogo prova(*ModelloDialogo(10046));
+    backend.Aperto(prova);
+    const int dopoApertura = backend.Disegni();
+    std::thread lettore([&] {
+        for (int i = 0; i < 1000; ++i) backend.Cambiato(prova);
+    });
+    lettore.join();
+    EXPECT_EQ(backend.Disegni(), dopoApertura);
+    for (int i = 0; i < 100 && backend.Disegni() == dopoApertura; ++i) backend.Inattivo(prova);
+    EXPECT_EQ(backend.Disegni(), dopoApertura + 1);
+    for (int i = 0; i < 3; ++i) backend.Inattivo(prova);
+    EXPECT_EQ(backend.Disegni(), dopoApertura + 1) << "nothing changed: nothing drawn";
+    backend.Chiuso(prova);
+}
+
+// The set-up printed after the selection warns when no button confirms.
+TEST(DescriviImpostazione, AvvisaSenzaConferma)
+{
+    TDataDigit d = RecordPredefinito(5, 3);
+    std::string t = DescriviImpostazione(d);
+    EXPECT_NE(t.find("model 5 (Summa MicroGrid 3) on COM3"), std::string::npos) << t;
+    EXPECT_NE(t.find("button 1: Conferma"), std::string::npos) << t;
+    EXPECT_NE(t.find("limits: none"), std::string::npos) << t;
+    EXPECT_EQ(t.find("warning"), std::string::npos) << t;
+    d.funzBott[0] = funzNessuna;
+    d.funzBott[4] = funzConferma;  // beyond the four buttons: reached by no press
+    d.numBottoni = 4;
+    t = DescriviImpostazione(d);
+    EXPECT_NE(t.find("warning: no button is Conferma"), std::string::npos) << t;
 }
 
 }  // namespace

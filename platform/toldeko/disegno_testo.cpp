@@ -89,14 +89,10 @@ private:
     std::vector<TCelle> celle;
 };
 
-// A cell of the grid covers six by thirteen pixels of a canvas.
-constexpr int pixelColonna = 6, pixelRiga = 13;
-
-bool Disegnato(const TTela& t, int col, int riga)
+bool Disegnato(const TTela& t, int x0, int x1, int y0, int y1)
 {
-    for (int y = riga * pixelRiga; y < (riga + 1) * pixelRiga; ++y)
-        for (int x = col * pixelColonna; x < (col + 1) * pixelColonna; ++x) {
-            if (!t.Dentro(x, y)) continue;
+    for (int y = y0; y < y1; ++y)
+        for (int x = x0; x < x1; ++x) {
             const std::uint32_t p = t.Pixel(x, y);
             if (p != coloreSfondo && p != coloreBordo) return true;
         }
@@ -104,19 +100,26 @@ bool Disegnato(const TTela& t, int col, int riga)
 }
 
 // What was drawn inside a frame, coarsely: '#' on each cell that holds ink.
+// The canvas inside its one-pixel border is spread over the cells inside
+// the frame's lines, so that a drawing on the border's inner edge, as a
+// cross at the frame's limits, shows in the first or last cell.
 void DisegnaTela(TGriglia& g, const TTela& t, int col, int riga, int colonne, int righe)
 {
-    if (t.Vuota()) return;
-    for (int r = 1; r < righe; ++r)
-        for (int c = 1; c < colonne - 1; ++c)
-            if (Disegnato(t, c, r)) g.Scrivi(col + c, riga + r, "#");
+    const int celleX = colonne - 2, celleY = righe - 1;
+    const int pixelX = t.larghezza - 2, pixelY = t.altezza - 2;
+    if (t.Vuota() || celleX <= 0 || celleY <= 0 || pixelX <= 0 || pixelY <= 0) return;
+    for (int r = 0; r < celleY; ++r)
+        for (int c = 0; c < celleX; ++c)
+            if (Disegnato(t, 1 + c * pixelX / celleX, 1 + (c + 1) * pixelX / celleX, 1 + r * pixelY / celleY,
+                          1 + (r + 1) * pixelY / celleY))
+                g.Scrivi(col + 1 + c, riga + 1 + r, "#");
 }
 
 bool IsCornice(TTipoElemento t) { return t == TTipoElemento::gruppo || t == TTipoElemento::cornice; }
 
-void Disegna(TGriglia& g, const TStatoElemento& e)
+void Disegna(TGriglia& g, const TStatoElemento& e, const TMisura& m)
 {
-    const TPosizione p = PosizioneControllo(e);
+    const TPosizione p = PosizioneControllo(e, m);
     const int col = p.colonna, w = p.larghezza;
     const int riga = IsCornice(e.tipo) ? 1 + e.y / 8 : p.riga;
     const std::string apre = e.abilitato ? "[" : "{", chiude = e.abilitato ? "]" : "}";
@@ -181,24 +184,32 @@ std::vector<std::string> CelleTesto(const std::string& s)
     return c;
 }
 
-// Four dialog units a column, eight a row, inside a border. One-line
-// controls stand on the row of their middle, so that an edit a little taller
-// than its label lands on the label's row.
-TPosizione PosizioneControllo(const TStatoElemento& e)
+// Eight dialog units a row, inside a border; columns by the measure, a
+// control's width from its two edges so that neighbours never overlap.
+// One-line controls stand on the row of their middle, so that an edit a
+// little taller than its label lands on the label's row.
+TPosizione PosizioneControllo(const TStatoElemento& e, const TMisura& m)
 {
-    return {1 + (e.y + e.cy / 2 - 4) / 8, 1 + e.x / 4, std::max(1, e.cx / 4)};
+    const int col = m.Colonna(e.x);
+    return {1 + (e.y + e.cy / 2 - 4) / 8, 1 + col, std::max(1, m.Colonna(e.x + e.cx) - col)};
 }
 
-std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato)
+TMisura MisuraPer(const TStatoDialogo& stato, int larghezza)
 {
-    const int colonne = stato.cx / 4 + 2, righe = stato.cy / 8 + 2;
+    if (larghezza <= 0 || stato.cx / 4 + 2 <= larghezza) return {};
+    return {std::max(1, larghezza - 2), stato.cx};
+}
+
+std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato, const TMisura& m)
+{
+    const int colonne = m.Colonna(stato.cx) + 2, righe = stato.cy / 8 + 2;
     TGriglia g(colonne, righe);
     g.Cornice(0, 0, colonne - 1, righe - 1, stato.titolo, "=");
     // Frames first, so that the controls inside them stand on top.
     for (const TStatoElemento& e : stato.elementi)
-        if (IsCornice(e.tipo)) Disegna(g, e);
+        if (IsCornice(e.tipo)) Disegna(g, e, m);
     for (const TStatoElemento& e : stato.elementi)
-        if (!IsCornice(e.tipo)) Disegna(g, e);
+        if (!IsCornice(e.tipo)) Disegna(g, e, m);
     return g.Righe();
 }
 

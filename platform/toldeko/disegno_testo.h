@@ -20,14 +20,26 @@
 
 #include "platform/toldeko/stato_dialogo.h"
 
-std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato);
+// How dialog units fall on columns: four units a column, or, for a screen
+// narrower than that, the dialog squeezed to `colonne` columns inside its
+// border. Rows stay eight units each.
+struct TMisura {
+    int colonne = 0;  // columns inside the border; 0: four units a column
+    int cx = 0;       // the dialog's width in units
+    int Colonna(int x) const { return colonne > 0 && cx > 0 ? x * colonne / cx : x / 4; }
+};
+// The measure that draws `stato` in at most `larghezza` columns, border
+// included; 0 or a wide enough screen: four units a column.
+TMisura MisuraPer(const TStatoDialogo& stato, int larghezza);
+
+std::vector<std::string> DisegnaDialogo(const TStatoDialogo& stato, const TMisura& misura = {});
 
 // Where a one-line control stands in the drawing: row and first column
 // (from 0 in the dialog's lines) and its width in cells.
 struct TPosizione {
     int riga, colonna, larghezza;
 };
-TPosizione PosizioneControllo(const TStatoElemento& e);
+TPosizione PosizioneControllo(const TStatoElemento& e, const TMisura& misura = {});
 
 // A text cut into the cells it fills, one UTF-8 character a cell.
 std::vector<std::string> CelleTesto(const std::string& testo);

@@ -22,10 +22,13 @@ done <<'TABELLA'
 --device /dev/null watch|2|--device needs --model
 --device /nonexistent/tty0 --model 2 watch|1|no device at /nonexistent/tty0
 --device /dev/null --model 2 watch|1|/dev/null is not a serial line
+--device /dev/ptmx --model 2 watch|1|/dev/ptmx is not a serial line
 calibrate|2|calibrate needs points or grid
 --limits 0,0,100|2|limits 0,0,100 are not X1,Y1,X2,Y2
 --limits 5,0,5,100|2|with X1 < X2
 --limits 0,0,9,9x|2|are not X1,Y1,X2,Y2
+--limits 0,0,4294967297,1|2|are not X1,Y1,X2,Y2
+--limits 0,0,99999999999,5|2|are not X1,Y1,X2,Y2
 calibrate lines|2|calibrate needs points or grid
 frobnicate|2|unknown option or command frobnicate
 demo --model 3|2|demo runs alone
@@ -62,6 +65,17 @@ verifica "a watch of two presses ends by itself" test $? -eq 0
 verifica "two presses are printed" test "$(grep -c '^press' "$temp/out")" -eq 2
 verifica "a press names its function" contiene "$temp/out" "button 1 Conferma"
 verifica "the counts line is printed" contiene "$temp/out" "presses"
+
+# A tablet that stops sending is told of, and one never heard ends the watch
+# with 1: a polled model that nobody polls stays silent.
+avvia_sim --model 2 --step 20 --seconds 3 || exit 1
+timeout 20 "$HOST" --device "$dispositivo" --model 2 watch --seconds 8 </dev/null >"$temp/out" 2>&1
+verifica "a tablet heard ends the watch with 0" test $? -eq 0
+verifica "its silence is told of" contiene "$temp/out" "no report for 3 s from a tablet that was sending"
+avvia_sim --model 4 --step 20 --seconds 20 || exit 1
+timeout 20 "$HOST" --device "$dispositivo" --model 2 watch --seconds 4 </dev/null >"$temp/out" 2>&1
+verifica "a tablet never heard ends the watch with 1" test $? -eq 1
+verifica "and is told of" contiene "$temp/out" "nothing heard from the tablet in 3 s"
 
 # Every model, tablet and host in two processes: the host programs the model,
 # and a press of the simulated figure reaches it at a corner of the square.

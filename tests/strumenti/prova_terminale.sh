@@ -1,16 +1,21 @@
 #!/bin/sh
-# The terminal front end as a person uses it: velmarin-host runs in tmux, keys
-# go in with send-keys and the screen comes back with capture-pane. A sparse
-# point calibration is drawn, a letter and an empty field are refused, a good
-# entry is taken and the point is waited for on the tablet; Escape ends it and
-# the terminal is as it was. Then the tablet selection, all of it. Skipped
-# (77) without tmux.
+# The terminal front end as a first-time user meets it, on a screen of 80 by
+# 24: velmarin-host runs in tmux, keys go in with send-keys and the screen
+# comes back with capture-pane. The menu; the tablet selection with another
+# model and port, its buttons, limits digitized by the built-in tablet and
+# the live test; a watch of the new tablet; a cancelled selection that
+# leaves it working; a calibration by four points and one by a grid. Then,
+# in a shell, a dialog stopped with Ctrl-Z and taken up again with fg, and a
+# window that changes size. The built-in tablet goes five times a person's
+# pace. Skipped (77) without tmux.
 HOST=$1
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-prova
 
 esc=$(printf '\033')
 schermo() { tmux capture-pane -p -t "$sessione"; }
+# The main screen with what scrolled off it since the last clear-history.
+storia() { tmux capture-pane -p -S -200 -t "$sessione"; }
 # The control in reverse video.
 fuoco() { tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//"; }
 # Waits up to 30 s (a sanitizer build is slow) for the text $2 in what $1
@@ -26,71 +31,169 @@ aspetta() {
     return 1
 }
 attendi() { aspetta schermo "$1"; }
+# Waits until the screen no longer shows $1.
+sparito() {
+    for _ in $(seq 300); do
+        schermo >"$temp/schermo"
+        grep -q -- "$1" "$temp/schermo" || return 0
+        sleep 0.1
+    done
+    echo "--- the screen still shows: $1"
+    cat "$temp/schermo"
+    return 1
+}
+ultima() { schermo | grep -v '^$' | tail -n1; }
+in_cima() { head -n1 "$temp/schermo" | grep -q -- "$1"; }
+tasti() { tmux send-keys -t "$sessione" "$@"; }
+nuova_storia() { tmux clear-history -t "$sessione"; }
 
-tmux new-session -d -s "$sessione" -x 100 -y 32 \
-    "prima=\$(stty -g); '$HOST' calibrate points; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 60"
+tmux new-session -d -s "$sessione" -x 80 -y 24 \
+    "prima=\$(stty -g); '$HOST' --step 40; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 60"
 
-verifica "the sparse point dialog is drawn" attendi "Calibrazione per punti sparsi"
-verifica "with its East label" contiene "$temp/schermo" "Coord. Est (Y)"
-verifica "and its default button" contiene "$temp/schermo" "<<   OK   >>"
+verifica "the menu is in English" attendi "c  choose and set up the tablet"
+verifica "and names the simulated tablet" contiene "$temp/schermo" "velmarin-host: Summa MicroGrid 3 on COM1"
+verifica "and how to quit" contiene "$temp/schermo" "q  quit"
 
-tmux send-keys -t "$sessione" "12a.5" Enter
-verifica "a refused entry is signalled" attendi "Bip: valore non accettato"
-verifica "the letter was not typed" contiene "$temp/schermo" "\[12.5  "
-verifica "the dialog stays open" contiene "$temp/schermo" "Calibrazione per punti sparsi"
+# The selection, with the line of the tablet above it and the keys under it.
+tasti c
+verifica "c opens the tablet selection" attendi "+= Scelta tavoletta ====="
+verifica "under the line of the tablet, on top" in_cima "^velmarin-host: Summa MicroGrid 3 on COM1"
+verifica "with the whole dialog in 80 columns" grep -q '^  +----*+$' "$temp/schermo"
+verifica "the model list has the focus" aspetta fuoco "\[ Summa MicroGrid 3"
+verifica "and its keys are named" attendi "Left/Right/Space: change  Tab/Shift-Tab, Up/Down: move  Enter: OK  Esc: Annulla"
+tasti Left Left Left
+verifica "Left goes up the list to model 2" attendi "Tipo tavoletta \[ SummaGraph.MM ASCII"
+tasti Tab
+verifica "Tab enters the port group" aspetta fuoco "(\*) Com1"
+verifica "whose keys are named" attendi "Arrows: in group  Space: choose  Tab/Shift-Tab: move  Enter: OK"
+tasti Down Down Space
+verifica "Down and Space choose COM3" aspetta fuoco "(\*) Com3"
 
-tmux send-keys -t "$sessione" BSpace BSpace "7.5" Tab "-40" Enter
-verifica "a good entry opens the wait for the point" attendi "Digitalizza il Punto di"
-verifica "which shows the East typed" contiene "$temp/schermo" "127.500"
-verifica "and the North typed" contiene "$temp/schermo" "-40.000"
+tasti BTab BTab BTab BTab
+verifica "Shift-Tab goes back round to Bottoni" aspetta fuoco "< Bottoni  >"
+verifica "which Space or Enter presses" attendi "Space, Enter: Bottoni"
+tasti Enter
+verifica "the button functions fit the screen" attendi "^ *+= Definizione funzioni bottone =*+$"
+verifica "under the line of the tablet" in_cima "^velmarin-host: Summa MicroGrid 3 on COM1"
+verifica "with their OK" contiene "$temp/schermo" "<< *OK *>>"
+verifica "and their functions" contiene "$temp/schermo" "Annulla - Fine funzione"
+tasti Enter
+verifica "Enter on a list takes the functions" attendi "+= Scelta tavoletta ====="
+verifica "and the focus is back on OK" aspetta fuoco "<<   OK   >>"
 
-# The simulated tablet presses button 1 at its next corner: the next point.
-verifica "the tablet's press asks for the next point" attendi "Coord. Nord (X)"
-tmux send-keys -t "$sessione" Escape
-verifica "Escape ends the calibration, not done with one point" attendi "calibration not done"
-verifica "the program ends with 0" attendi "EXIT=0"
-verifica "the terminal is restored" attendi "TERMINAL RESTORED"
-
-# The tablet selection, worked through as a person would: Tab from group to
-# group, the arrows within one, Space to choose; "Limiti" has the simulated
-# tablet digitize two corners, "Prova" shows it live; Enter takes it all.
-tmux kill-session -t "$sessione"
-tmux new-session -d -s "$sessione" -x 100 -y 40 "'$HOST' config; echo EXIT=\$?; sleep 60"
-verifica "the tablet selection is drawn" attendi "Scelta tavoletta"
-verifica "with the simulated model chosen" contiene "$temp/schermo" "Tipo tavoletta \[ Summa MicroGrid 3"
-
-tmux send-keys -t "$sessione" Tab
-verifica "Tab enters the port group at its checked radio" aspetta fuoco "(\*) Com1"
-tmux send-keys -t "$sessione" Tab
-verifica "the next Tab skips the other ports to the speed chosen" aspetta fuoco "(\*) 9600"
-tmux send-keys -t "$sessione" Down Down
-verifica "Down walks the group round to its first radio" aspetta fuoco "( ) 4800"
-tmux send-keys -t "$sessione" Up Space
-verifica "Up goes back, Space chooses 19200" aspetta fuoco "(\*) 19200"
-verifica "and 9600 is no longer chosen" attendi "( ) 9600"
-
-tmux send-keys -t "$sessione" BTab BTab BTab BTab
-verifica "Shift-Tab goes back round the list to Limiti" aspetta fuoco "<  Limiti  >"
-tmux send-keys -t "$sessione" Enter
+tasti Tab Tab Tab
+verifica "Tab goes on to Limiti" aspetta fuoco "<  Limiti  >"
+tasti Enter
 verifica "Enter opens the limits" attendi "Limiti tavoletta"
-verifica "which ask for the lower left corner first" attendi "il punto inferiore a sinistra"
-verifica "then the upper right one" attendi "il punto superiore a destra"
-verifica "and close after it" attendi "Scelta tavoletta"
+verifica "on the model and port chosen" in_cima "^velmarin-host: SummaGraph.MM ASCII on COM3"
+verifica "which say how a corner is taken" contiene "$temp/schermo" "Take it with tablet button 1 (Conferma); Esc or button 4"
+verifica "the built-in tablet takes the lower left corner" attendi "il punto superiore a destra"
+verifica "and the upper right one" attendi "+= Scelta tavoletta ====="
+verifica "and the focus is back on OK" aspetta fuoco "<<   OK   >>"
 
-tmux send-keys -t "$sessione" Tab
-verifica "Tab goes on to Prova" aspetta fuoco "<  Prova   >"
-tmux send-keys -t "$sessione" Space
-verifica "the live test shows the counts" attendi "Prova tavoletta"
-verifica "with the tablet's presses" attendi "<1>"
-verifica "and the counts of a grid node" attendi "\[00[258]000\]"
-verifica "and the cross in its frame" attendi "|  | *#"
-tmux send-keys -t "$sessione" Escape
-verifica "Escape leaves the test for the selection" attendi "Scelta tavoletta"
+tasti Tab Tab Tab Tab Enter
+verifica "Prova shows the tablet live" attendi "Prova tavoletta"
+verifica "with its presses" attendi "<1>"
+verifica "and the cross at the frame's left limit" attendi "|  |#"
+verifica "and at its right limit" attendi "#|  "
+tasti Escape
+verifica "Escape leaves the test" attendi "+= Scelta tavoletta ====="
+verifica "with OK focused, Enter's key named" attendi "Space, Enter: OK"
+nuova_storia
+tasti Enter
+verifica "Enter takes the choice" aspetta storia "tablet set up: model 2 (SummaGraph.MM ASCII) on COM3"
+verifica "and prints its limits" contiene "$temp/storia" "limits: x 2000 to 8000, y 2000 to 8000"
+verifica "and the button that confirms" contiene "$temp/storia" "button 1: Conferma"
+verifica "the menu names the new tablet" aspetta storia "velmarin-host: SummaGraph.MM ASCII on COM3"
 
-tmux send-keys -t "$sessione" Tab
-verifica "Tab goes round to the model list" aspetta fuoco "\[ Summa MicroGrid 3"
-tmux send-keys -t "$sessione" Enter
-verifica "Enter there presses OK and takes the choice with the speed and the limits digitized" \
-    attendi "tablet set up: model 5 on COM1 at 19200 baud, limits x 2000 to 8000, y 2000 to 8000"
-verifica "and the program ends with 0" attendi "EXIT=0"
+nuova_storia
+tasti w
+verifica "a watch hears the new tablet" aspetta storia "button 1 Conferma"
+tasti q
+verifica "q ends the watch" aspetta storia "^-- end:"
+
+# A selection cancelled after the limits leaves the tablet as it was.
+tasti c
+verifica "the selection again" attendi "+= Scelta tavoletta ====="
+tasti Left BTab BTab
+verifica "model 1 chosen, Limiti focused" aspetta fuoco "<  Limiti  >"
+tasti Enter
+verifica "the limits run on model 1" attendi "Limiti tavoletta"
+verifica "as the line on top says" in_cima "^velmarin-host: SummaGraph.MM BINARY on COM3"
+tasti Escape
+verifica "Escape gives the limits up" attendi "+= Scelta tavoletta ====="
+nuova_storia
+tasti Escape
+verifica "Escape cancels the selection" aspetta storia "configuration cancelled: the tablet keeps its set-up, model 2"
+verifica "and the menu names the tablet kept" aspetta storia "velmarin-host: SummaGraph.MM ASCII on COM3"
+nuova_storia
+tasti w
+verifica "a watch hears the tablet kept" aspetta storia "button 1 Conferma"
+tasti q
+verifica "q ends the watch" aspetta storia "^-- end:"
+
+# A calibration by four points, finished after the fourth.
+nuova_storia
+tasti p
+verifica "p opens the sparse point entry" attendi "Calibrazione per punti sparsi"
+verifica "which says which point it asks for" contiene "$temp/schermo" "Point 1: its ground East and North"
+n=0
+for punto in "200 200" "200 800" "800 800" "800 200"; do
+    n=$((n + 1))
+    tasti "${punto% *}" Tab "${punto#* }" Enter
+    verifica "point $n: the wait for the tablet" attendi "Digitalizza il Punto di"
+    verifica "point $n: says which tablet button takes it" contiene "$temp/schermo" "Take it with tablet button 1 (Conferma); Esc or button 4 gives up."
+    verifica "point $n: the tablet takes it" attendi "Point $((n + 1)): its ground East and North"
+done
+verifica "after four points Escape is said to finish" contiene "$temp/schermo" "Esc: done, with the 4 points taken."
+tasti Escape
+verifica "and it does" aspetta storia "calibration done; calibrated by sparse points"
+
+# A grid of 22 squares is refused with its reason, then one of 2 by 2.
+nuova_storia
+tasti g
+verifica "g asks first whether to give up the calibration" attendi "Continuo ?"
+verifica "and names its keys" contiene "$temp/schermo" "Enter or Y: Yes  Esc or N: No"
+tasti y
+verifica "g opens the grid entry" attendi "Calibrazione per griglia"
+verifica "which names the largest grid" contiene "$temp/schermo" "Squares: 1 to 21 each way"
+tasti 22 Tab 1 Tab 0 Tab 0 Tab 100 Tab 100 Enter
+verifica "22 squares are refused with the reason" attendi "Refused: every field needs a number, and the squares 1 to 21 each way."
+tasti 2 Tab 2 Tab 0 Tab 0 Tab 50 Tab 50 Enter
+verifica "the tablet takes the nine nodes" aspetta storia "calibration done; calibrated by grid: East "
+verifica "and the area is told in the digits it needs" \
+    grep -q "calibrated by grid: East -\?[0-9]* to [0-9]*, North -\?[0-9]* to [0-9]*$" "$temp/storia"
+tasti q
+verifica "q ends the program with 0" attendi "EXIT=0"
+verifica "and the terminal is restored" attendi "TERMINAL RESTORED"
+
+# In a shell: the wait while the tablet is programmed, Ctrl-Z and fg in a
+# dialog, and a window made smaller and larger again.
+# A second session before the first goes, so that the server stays up.
+finita=$sessione
+sessione="velmarin-shell-$$"
+tmux new-session -d -s "$sessione" -x 80 -y 24 "env PS1='shell> ' bash --norc --noprofile -i"
+tmux kill-session -t "$finita"
+verifica "the shell is ready" attendi "shell>"
+tasti "'$HOST' --step 40 calibrate points" Enter
+verifica "programming the tablet shows a busy mark" attendi "Busy: programming the tablet"
+verifica "then the sparse point entry" attendi "Calibrazione per punti sparsi"
+tasti 12
+verifica "keys reach the entry" attendi "\[12 "
+tasti C-z
+verifica "Ctrl-Z gives the shell back" attendi "Stopped"
+verifica "with its prompt" aspetta ultima "^shell>$"
+tasti fg Enter
+verifica "fg draws the dialog again" attendi "Calibrazione per punti sparsi"
+tasti 5
+verifica "and keys reach the dialog again" attendi "\[125 "
+tmux resize-window -t "$sessione" -x 40 -y 12
+verifica "a smaller window cuts the dialog with a marker" attendi "more lines"
+tmux resize-window -t "$sessione" -x 80 -y 24
+verifica "a larger one shows it whole again" sparito "more lines"
+tasti Escape
+verifica "Escape ends the calibration" attendi "calibration not done"
+verifica "the shell is back" aspetta ultima "^shell>$"
+tasti "echo EXIT=\$?" Enter
+verifica "and the program ended with 0" attendi "EXIT=0"
 fine

@@ -1,6 +1,7 @@
 #include "argomenti.h"
 
-#include <cstdio>
+#include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 
 const char* const usoHost =
@@ -28,24 +29,45 @@ const char* const usoHost =
     "  --limits X1,Y1,X2,Y2  the tablet's working limits in counts, lower left and\n"
     "                    upper right (the built-in tablet has 0,0,10000,10000); a\n"
     "                    tablet counts as calibrated only once it has limits\n"
+    "  --step MS         the built-in tablet's pace, milliseconds a state (default\n"
+    "                    200: a point is pressed two seconds after it is asked for)\n"
     "  --count N         watch: stop after N presses\n"
     "  --seconds S       watch: stop after S seconds\n"
     "  --help            this text\n"
     "The built-in tablet walks a grid pressing button 1 at its nodes; in a\n"
     "calibration it digitizes each point asked for by itself, two seconds later:\n"
     "the first nine on the nodes of a grid of 2 by 2 squares, in a grid's order.\n"
-    "In a dialog: Tab and the arrows move, Space chooses, Enter confirms, Escape\n"
-    "cancels. A watch stops with q, Escape or Ctrl-C.\n";
+    "In a dialog: Tab and the arrows move, Space chooses, Enter presses the\n"
+    "focused button or else the default one, Escape cancels; the lines under it\n"
+    "name the keys that work. A watch stops with q, Escape or Ctrl-C.\n";
 
 namespace {
 
+// A whole number that fits: one beyond a long is refused like any other
+// value out of range, not taken cut to its low bits.
 bool Intero(const std::string& s, long minimo, long massimo, int& valore)
 {
     char* fine = nullptr;
+    errno = 0;
     const long v = std::strtol(s.c_str(), &fine, 10);
-    if (s.empty() || *fine != '\0' || v < minimo || v > massimo) return false;
+    if (s.empty() || *fine != '\0' || errno == ERANGE || v < minimo || v > massimo) return false;
     valore = static_cast<int>(v);
     return true;
+}
+
+// "X1,Y1,X2,Y2", four counts that each fit a tablet's 32 bits.
+bool Limiti(const std::string& s, TOpzioniHost& o)
+{
+    int* const valori[] = {&o.xMin, &o.yMin, &o.xMax, &o.yMax};
+    std::size_t inizio = 0;
+    for (int i = 0; i < 4; ++i) {
+        const std::size_t virgola = i < 3 ? s.find(',', inizio) : s.size();
+        if (virgola == std::string::npos ||
+            !Intero(s.substr(inizio, virgola - inizio), INT32_MIN, INT32_MAX, *valori[i]))
+            return false;
+        inizio = virgola + 1;
+    }
+    return o.xMin < o.xMax && o.yMin < o.yMax;
 }
 
 }  // namespace
@@ -60,7 +82,7 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             return true;
         }
         if ((s == "--device" || s == "--model" || s == "--port" || s == "--count" || s == "--seconds" ||
-             s == "--limits") && !valore) {
+             s == "--limits" || s == "--step") && !valore) {
             errore = s + " needs a value";
             return false;
         }
@@ -82,13 +104,17 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 return false;
             }
         } else if (s == "--limits") {
-            char coda = 0;
-            if (std::sscanf(a[++i].c_str(), "%d,%d,%d,%d%c", &o.xMin, &o.yMin, &o.xMax, &o.yMax, &coda) != 4 ||
-                o.xMin >= o.xMax || o.yMin >= o.yMax) {
-                errore = "limits " + a[i] + " are not X1,Y1,X2,Y2 with X1 < X2 and Y1 < Y2";
+            if (!Limiti(a[++i], o)) {
+                errore = "limits " + a[i] +
+                         " are not X1,Y1,X2,Y2, four counts of -2147483648 to 2147483647 with X1 < X2 and Y1 < Y2";
                 return false;
             }
             o.limiti = true;
+        } else if (s == "--step") {
+            if (!Intero(a[++i], 1, 10000, o.passo)) {
+                errore = "step " + a[i] + " is not a number of milliseconds (1 to 10000)";
+                return false;
+            }
         } else if (s == "--count") {
             if (!Intero(a[++i], 1, 1000000000, o.conteggio)) {
                 errore = "count " + a[i] + " is not a number of presses";

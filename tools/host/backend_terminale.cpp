@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-namespace {
+#include "guida.h"
+#include "impaginazione.h"
 
-const char* const aiuto = "Tab: campo  frecce: nel gruppo  Spazio: scegli  Invio: conferma  Esc: annulla";
+namespace {
 
 bool IsPulsante(TTipoElemento t) { return t == TTipoElemento::pulsante || t == TTipoElemento::predefinito; }
 
@@ -68,17 +69,33 @@ int SpostaNelGruppo(const TStatoDialogo& s, int da, int verso)
     return membri[static_cast<std::size_t>(((k + verso) % m + m) % m)];
 }
 
-std::string Evidenzia(const std::string& riga, const TPosizione& p)
+// The screen as the terminal draws it: each line over the last one, the
+// focus in reverse video, the notice in bold, the caret in an entry field.
+std::string Sequenze(const TSchermata& sc)
 {
-    std::vector<std::string> c = CelleTesto(riga);
-    if (static_cast<int>(c.size()) < p.colonna + p.larghezza) c.resize(static_cast<std::size_t>(p.colonna + p.larghezza), " ");
-    std::string r;
-    for (int i = 0; i < static_cast<int>(c.size()); ++i) {
-        if (i == p.colonna) r += "\x1b[7m";
-        r += c[static_cast<std::size_t>(i)];
-        if (i == p.colonna + p.larghezza - 1) r += "\x1b[0m";
+    std::string out = "\x1b[?25l\x1b[H";
+    for (int r = 0; r < static_cast<int>(sc.righe.size()); ++r) {
+        const std::string& riga = sc.righe[static_cast<std::size_t>(r)];
+        if (r > 0) out += "\r\n";
+        if (r >= sc.rigaAvviso && sc.rigaAvviso >= 0) out += "\x1b[1m";
+        if (r != sc.rigaFuoco) {
+            out += riga;
+        } else {
+            std::vector<std::string> c = CelleTesto(riga);
+            const int fine = sc.colonnaFuoco + sc.larghezzaFuoco;
+            if (static_cast<int>(c.size()) < fine) c.resize(static_cast<std::size_t>(fine), " ");
+            for (int i = 0; i < static_cast<int>(c.size()); ++i) {
+                if (i == sc.colonnaFuoco) out += "\x1b[7m";
+                out += c[static_cast<std::size_t>(i)];
+                if (i == fine - 1) out += "\x1b[0m";
+            }
+        }
+        out += "\x1b[0m\x1b[K";
     }
-    return r;
+    out += "\x1b[J";
+    if (sc.rigaCursore >= 0)
+        out += "\x1b[" + std::to_string(sc.rigaCursore + 1) + ";" + std::to_string(sc.colonnaCursore + 1) + "H\x1b[?25h";
+    return out;
 }
 
 }  // namespace
@@ -180,10 +197,12 @@ void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
         fuoco[&finestra] = s.elementi.empty() ? -1 : Sposta(s, -1, 1);
         chiama = alAperto;
     }
-    Ridisegna();
     if (chiama) chiama(finestra.Modello().id);
+    Ridisegna();
 }
 
+// The dialog under a nested one gets the focus on its default button: the
+// button that opened the nested dialog would open it again on Enter.
 void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
 {
     bool ultimo = false;
@@ -192,13 +211,19 @@ void TBackendTerminale::Chiuso(TFinestraDialogo& finestra)
         aperti.erase(std::remove(aperti.begin(), aperti.end(), &finestra), aperti.end());
         fuoco.erase(&finestra);
         avviso.clear();
+        ultimoChiuso = finestra.Modello().id;
+        quandoChiuso = std::chrono::steady_clock::now();
         ultimo = aperti.empty();
+        if (!ultimo) {
+            const int p = IndicePredefinito(aperti.back()->Fotografia());
+            if (p >= 0) fuoco[aperti.back()] = p;
+        }
     }
     if (ultimo) terminale.SchermoAlternativo(false);
     else Ridisegna();
 }
 
-void TBackendTerminale::Cambiato(TFinestraDialogo&) { Ridisegna(); }
+void TBackendTerminale::Cambiato(TFinestraDialogo&) { sporco = true; }
 
 void TBackendTerminale::AlAperto(std::function<void(unsigned)> f)
 {
@@ -206,10 +231,32 @@ void TBackendTerminale::AlAperto(std::function<void(unsigned)> f)
     alAperto = std::move(f);
 }
 
-void TBackendTerminale::Intestazione(const std::string& testo)
+void TBackendTerminale::Suggerimento(std::function<std::string(unsigned)> f)
 {
     std::lock_guard<std::mutex> g(mutex);
-    intestazione = testo;
+    suggerimento = std::move(f);
+}
+
+void TBackendTerminale::Intestazione(const std::string& testo)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        intestazione = testo;
+    }
+    sporco = true;
+}
+
+unsigned TBackendTerminale::Modello()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return aperti.empty() ? 0 : aperti.back()->Modello().id;
+}
+
+unsigned TBackendTerminale::ModelloRecente()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    if (!aperti.empty()) return aperti.back()->Modello().id;
+    return std::chrono::steady_clock::now() - quandoChiuso < std::chrono::seconds(1) ? ultimoChiuso : 0;
 }
 
 void TBackendTerminale::Avviso(const std::string& testo)
@@ -221,11 +268,33 @@ void TBackendTerminale::Avviso(const std::string& testo)
     Ridisegna();
 }
 
+void TBackendTerminale::Occupato(const std::string& testo)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        occupato = testo;
+    }
+    Ridisegna();
+}
+
+void TBackendTerminale::Riquadro(const std::vector<std::string>& righe, const std::string& tasti)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        riquadro = righe;
+        tastiRiquadro = tasti;
+        avviso.clear();  // the box says what the beep before it was about
+    }
+    Ridisegna();
+}
+
 std::chrono::milliseconds TBackendTerminale::Inattivo(TFinestraDialogo& finestra)
 {
-    // A short wait for a key, so that a dialog that the tablet ends (on the
-    // reader thread) is noticed soon.
-    const TLettura t = terminale.LeggiTasto(50);
+    if (TTerminale::DaRidisegnare()) sporco = true;
+    RidisegnaSeCambiato();
+    // A short wait for a key, so that what the tablet changed, or a dialog
+    // that it ended, is seen soon.
+    const TLettura t = terminale.LeggiTasto(20);
     if (t.tasto == TTasto::nessuno) return std::chrono::milliseconds(1);
     TInput input;
     bool posta = false;
@@ -235,46 +304,54 @@ std::chrono::milliseconds TBackendTerminale::Inattivo(TFinestraDialogo& finestra
         int& f = fuoco[&finestra];
         posta = InputPerTasto(finestra.Fotografia(), t, f, input);
     }
+    sporco = true;
     if (posta) finestra.Posta(input);
-    Ridisegna();
     return std::chrono::milliseconds(1);
+}
+
+// At most one screen in twice the time the last one took to write: a slow
+// terminal sets the pace, and the keys are read in between.
+void TBackendTerminale::RidisegnaSeCambiato()
+{
+    std::lock_guard<std::recursive_mutex> schermo(terminale.Schermo());
+    const auto adesso = std::chrono::steady_clock::now();
+    if (!sporco || adesso - ultimoDisegno < std::max<std::chrono::steady_clock::duration>(
+                                                 std::chrono::milliseconds(15), 2 * durataDisegno))
+        return;
+    Ridisegna();
 }
 
 void TBackendTerminale::Ridisegna()
 {
     std::lock_guard<std::recursive_mutex> schermo(terminale.Schermo());
-    std::string out = "\x1b[H\x1b[2J";
-    TStatoDialogo s;
-    int f = -1;
-    std::string nota, testa;
+    sporco = false;
+    TContenutoSchermo c;
+    std::function<std::string(unsigned)> perDialogo;
+    std::string tastiBox;
     {
         std::lock_guard<std::mutex> g(mutex);
-        testa = intestazione;
+        c.intestazione = intestazione;
         if (!aperti.empty()) {
-            s = aperti.back()->Fotografia();
-            f = fuoco[aperti.back()];
+            c.stato = aperti.back()->Fotografia();
+            c.fuoco = fuoco[aperti.back()];
         }
-        nota = avviso;
+        c.avviso = occupato.empty() ? avviso : occupato;
+        c.riquadro = riquadro;
+        tastiBox = tastiRiquadro;
+        perDialogo = suggerimento;
     }
-    if (s.modello == 0) return;  // the main screen is the program's
-    const std::vector<std::string> righe = DisegnaDialogo(s);
-    const bool conFuoco = f >= 0 && f < static_cast<int>(s.elementi.size());
-    const TPosizione p = conFuoco ? PosizioneControllo(s.elementi[static_cast<std::size_t>(f)]) : TPosizione{-1, 0, 0};
-    out += "\x1b[?25l";
-    if (!testa.empty()) out += "\x1b[1m" + testa + "\x1b[0m\r\n\r\n";
-    const int primaRiga = testa.empty() ? 0 : 2;
-    for (int r = 0; r < static_cast<int>(righe.size()); ++r) {
-        out += "  " + (r == p.riga ? Evidenzia(righe[static_cast<std::size_t>(r)], p) : righe[static_cast<std::size_t>(r)]);
-        out += "\r\n";
+    if (c.stato.modello == 0) return;  // the main screen is the program's
+    if (c.fuoco < 0 || c.fuoco >= static_cast<int>(c.stato.elementi.size()) ||
+        !PrendeFuoco(c.stato.elementi[static_cast<std::size_t>(c.fuoco)]))
+        c.fuoco = Sposta(c.stato, c.fuoco, 1);
+    c.aiuto.push_back(c.riquadro.empty() ? TastiDelControllo(c.stato, c.fuoco) : tastiBox);
+    if (perDialogo) {
+        const std::string s = perDialogo(c.stato.modello);
+        if (!s.empty()) c.aiuto.push_back(s);
     }
-    out += "\r\n  ";
-    out += aiuto;
-    out += "\r\n";
-    if (!nota.empty()) out += "\r\n  \x1b[1m" + nota + "\x1b[0m\r\n";
-    if (conFuoco && s.elementi[static_cast<std::size_t>(f)].tipo == TTipoElemento::edit) {
-        const int lunghezza = static_cast<int>(CelleTesto(s.elementi[static_cast<std::size_t>(f)].testo).size());
-        const int col = 3 + p.colonna + 1 + std::min(lunghezza, std::max(0, p.larghezza - 3));
-        out += "\x1b[" +  std::to_string(primaRiga + p.riga + 1) + ";" + std::to_string(col) + "H\x1b[?25h";
-    }
-    terminale.Scrivi(out);
+    const auto inizio = std::chrono::steady_clock::now();
+    terminale.Scrivi(Sequenze(Impagina(c, terminale.Colonne(), terminale.Righe())));
+    ultimoDisegno = std::chrono::steady_clock::now();
+    durataDisegno = ultimoDisegno - inizio;
+    ++disegni;
 }

@@ -13,11 +13,19 @@
 //   Escape                      cancels
 //   characters, Backspace       type into a focused entry field
 //
-// Message boxes and beeps come through TInterfacciaTerminale, which draws
-// over the same screen.
+// The lines under the dialog name the keys that work on the focused control
+// and what the dialog waits for. When a nested dialog closes, the focus goes
+// back to the default button, so that Enter takes the dialog as it stands.
+// Message boxes, beeps and the wait cursor come through
+// TInterfacciaTerminale, which draws over the same screen.
+//
+// What the tablet changes in a dialog arrives on the reader thread; it is
+// only noted there, and drawn from the dialog's own loop, once per change
+// and no faster than the terminal takes it.
 #ifndef VELMARIN_HOST_BACKEND_TERMINALE_H
 #define VELMARIN_HOST_BACKEND_TERMINALE_H
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -46,21 +54,45 @@ public:
 
     // A line shown under the dialog until the next key (a refused entry).
     void Avviso(const std::string& testo);
+    // A mark shown while the program is busy; empty when it is done.
+    void Occupato(const std::string& testo);
+    // A message box drawn over the dialog; empty when it is answered.
+    void Riquadro(const std::vector<std::string>& righe, const std::string& tasti);
     // Called on the dialog's thread when a dialog of template `modello` opens.
     void AlAperto(std::function<void(unsigned modello)> f);
+    // The host's words under the dialog of template `modello`.
+    void Suggerimento(std::function<std::string(unsigned modello)> f);
     // A line drawn above every dialog: which tablet the dialogs work on.
     void Intestazione(const std::string& testo);
+    // The template of the dialog on top; 0 when none is open.
+    unsigned Modello();
+    // The dialog on top or, when none is, the one that has just closed: a
+    // refusal between two dialogs concerns it.
+    unsigned ModelloRecente();
     // Draws the dialog on top again, or clears the screen when none is open.
     void Ridisegna();
+    // How many times a screen was drawn.
+    int Disegni() const { return disegni; }
 
 private:
+    void RidisegnaSeCambiato();
+
     TTerminale& terminale;
     std::mutex mutex;
     std::vector<TFinestraDialogo*> aperti;
     std::map<TFinestraDialogo*, int> fuoco;
-    std::string avviso;
+    std::string avviso, occupato;
+    unsigned ultimoChiuso = 0;
+    std::chrono::steady_clock::time_point quandoChiuso{};
+    std::vector<std::string> riquadro;
+    std::string tastiRiquadro;
     std::string intestazione;
     std::function<void(unsigned)> alAperto;
+    std::function<std::string(unsigned)> suggerimento;
+    std::atomic<bool> sporco{false};
+    std::atomic<int> disegni{0};
+    std::chrono::steady_clock::time_point ultimoDisegno{};
+    std::chrono::steady_clock::duration durataDisegno{};
 };
 
 #endif

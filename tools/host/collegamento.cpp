@@ -2,7 +2,9 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,6 +13,22 @@
 #include "digit.h"
 #include "occupanti_porta.h"
 #include "record_predefiniti.h"
+
+namespace {
+
+// A terminal that is no line to a tablet: the pseudo-terminal multiplexer,
+// which hands out a new master at each open, a master itself, or the
+// console and controlling terminal (major 5), or a virtual console (major 4
+// below 64, where the serial ports begin).
+bool LineaVera(int fd, const struct stat& st)
+{
+    unsigned numero = 0;
+    if (ioctl(fd, TIOCGPTN, &numero) == 0) return false;
+    const unsigned maggiore = major(st.st_rdev), minore = minor(st.st_rdev);
+    return maggiore != 5 && !(maggiore == 4 && minore < 64);
+}
+
+}  // namespace
 
 bool VerificaDispositivo(const std::string& percorso, std::string& errore)
 {
@@ -30,35 +48,64 @@ bool VerificaDispositivo(const std::string& percorso, std::string& errore)
     if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
         errore = percorso + " is busy: another program holds it";
         ok = false;
-    } else if (!isatty(fd)) {
-        errore = percorso + " is not a serial line";
+    } else if (!isatty(fd) || !LineaVera(fd, st)) {
+        errore = percorso + " is not a serial line (nor the slave side of a pseudo-terminal)";
         ok = false;
     }
     close(fd);  // the lock goes with it
     return ok;
 }
 
-bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds passo, std::string& errore)
+bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds p, std::string& errore)
 {
+    passo = p;
     if (!o.dispositivo.empty()) {
         if (!VerificaDispositivo(o.dispositivo, errore)) return false;
         AvvisaOccupanti(o.dispositivo, stderr);
         IODevMapPort(o.porta, o.dispositivo.c_str());
-        descrizione = std::string(NomeModello(o.tipo)) + " on " + o.dispositivo;
-        return true;
+        dispositivo = o.dispositivo;
+        portaDispositivo = o.porta;
+    } else {
+        simulata = std::make_unique<TTavolettaPty>(o.porta);
+        if (!simulata->Valida()) {
+            errore = "cannot open a pseudo-terminal for the simulated tablet";
+            simulata.reset();
+            return false;
+        }
+        // Whichever port the user chooses, the built-in tablet is on it.
+        for (int porta = 1; porta <= 4; ++porta) IODevMapPort(porta, simulata->PercorsoSlave().c_str());
     }
-    simulata = std::make_unique<TTavolettaPty>(o.porta);
-    if (!simulata->Valida()) {
-        errore = "cannot open a pseudo-terminal for the simulated tablet";
-        simulata.reset();
-        return false;
-    }
-    riproduttore = std::make_unique<TRiproduttore>(*simulata, o.tipo, passo);
-    riproduttore->Percorso(FiguraGriglia(), true);
-    riproduttore->Avvia();
-    descrizione = std::string(NomeModello(o.tipo)) + ", simulated on " + simulata->PercorsoSlave() +
-                  " (it digitizes each point asked for by itself)";
+    Segui(Record(o));
     return true;
+}
+
+void TCollegamento::Riproduci(int t)
+{
+    riproduttore.reset();
+    tipo = t;
+    if (!simulata || tipo < 1 || tipo > 8) return;
+    riproduttore = std::make_unique<TRiproduttore>(*simulata, tipo, passo);
+    if (!inCalibrazione) riproduttore->Percorso(FiguraGriglia(), true);
+    riproduttore->Avvia();
+}
+
+void TCollegamento::Segui(const TDataDigit& d)
+{
+    bottoneConferma = 1;
+    for (int b = 1; b <= d.numBottoni && b <= 16; ++b)
+        if (d.funzBott[b - 1] == funzConferma) {
+            bottoneConferma = b;
+            break;
+        }
+    if (simulata && (d.tipo != tipo || !riproduttore)) Riproduci(d.tipo);
+    tipo = d.tipo;
+    std::string nuova = std::string(d.tipo > 0 ? NomeModello(d.tipo) : "no tablet") + " on COM" + std::to_string(d.porta);
+    if (simulata) nuova += " (simulated, " + simulata->PercorsoSlave() + ")";
+    else if (d.porta == portaDispositivo) nuova += " = " + dispositivo;
+    else nuova += " (not " + dispositivo + ", which is COM" + std::to_string(portaDispositivo) + ")";
+    if (nuova == descrizione) return;
+    descrizione = nuova;
+    if (alCambio) alCambio(descrizione);
 }
 
 TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
@@ -81,11 +128,10 @@ TDataDigit TCollegamento::Record(const TOpzioniHost& o) const
 
 void TCollegamento::Calibrazione(bool in, bool griglia)
 {
-    if (!riproduttore) return;
     inCalibrazione = in;
     perGriglia = griglia;
     punto = 0;
-    riproduttore->Percorso(in ? TPercorso{} : FiguraGriglia(), !in);
+    if (riproduttore) riproduttore->Percorso(in ? TPercorso{} : FiguraGriglia(), !in);
 }
 
 TPuntoSimulato PuntoSimulato(int n, bool griglia)
@@ -102,14 +148,15 @@ TPuntoSimulato PuntoSimulato(int n, bool griglia)
 
 void TCollegamento::PuntoRichiesto()
 {
-    if (!riproduttore || !inCalibrazione) return;
+    if (!inCalibrazione) return;
     const TPuntoSimulato p = PuntoSimulato(punto++, perGriglia);
-    riproduttore->VaiEPremi(p.x, p.y, 1, 10);
+    if (!riproduttore) return;
+    riproduttore->VaiEPremi(p.x, p.y, bottoneConferma, 10);
 }
 
 void TCollegamento::LimitiRichiesti()
 {
     if (!riproduttore) return;
-    riproduttore->VaiEPremi(2000, 2000, 1, 10);
-    riproduttore->VaiEPremi(8000, 8000, 1, 10);
+    riproduttore->VaiEPremi(2000, 2000, bottoneConferma, 10);
+    riproduttore->VaiEPremi(8000, 8000, bottoneConferma, 10);
 }

@@ -5,7 +5,9 @@
 #ifndef VELMARIN_HOST_COLLEGAMENTO_H
 #define VELMARIN_HOST_COLLEGAMENTO_H
 
+#include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -39,24 +41,42 @@ public:
     TDataDigit Record(const TOpzioniHost& o) const;
     // During a calibration the simulated tablet stands still and presses
     // only when a point is asked for (PuntoRichiesto), two seconds later so
-    // that a person sees the request, where PuntoSimulato says. Nothing
-    // happens with a real tablet.
+    // that a person sees the request, where PuntoSimulato says. With a real
+    // tablet the points are only counted.
     void Calibrazione(bool in, bool griglia = false);
     void PuntoRichiesto();
     // When the limits are asked for, the simulated tablet glides to the
     // lower left and then the upper right corner of the grid it walks
     // (2000 and 8000 counts on both axes) and presses button 1 at each.
     void LimitiRichiesti();
+    // The tablet is set up as `dati` says from now on: the built-in one,
+    // plugged into every port, restarts as that model and presses the
+    // button whose function is Conferma; the description follows.
+    void Segui(const TDataDigit& dati);
+    // Called with the new description whenever it changes.
+    void AlCambio(std::function<void(const std::string&)> f) { alCambio = std::move(f); }
     std::string Descrizione() const { return descrizione; }
     bool Simulata() const { return simulata != nullptr; }
+    // The calibration under way, and how many points it has asked for.
+    bool InCalibrazione() const { return inCalibrazione; }
+    bool PerGriglia() const { return perGriglia; }
+    int PuntiChiesti() const { return punto; }
 
 private:
+    void Riproduci(int tipo);
+
     std::unique_ptr<TTavolettaPty> simulata;
     std::unique_ptr<TRiproduttore> riproduttore;
     std::string descrizione;
-    bool inCalibrazione = false;
-    bool perGriglia = false;
-    int punto = 0;
+    std::string dispositivo;  // a real tablet's device
+    int portaDispositivo = 0;  // and the port it is mapped to
+    int tipo = 0;
+    int bottoneConferma = 1;
+    std::chrono::milliseconds passo{0};
+    std::function<void(const std::string&)> alCambio;
+    std::atomic<bool> inCalibrazione{false};
+    std::atomic<bool> perGriglia{false};
+    std::atomic<int> punto{0};
 };
 
 #endif

@@ -12,6 +12,7 @@
 #include "digit.h"
 #include "configura.h"
 #include "platform/toldeko/backend_script.h"
+#include "platform/toldeko/testo_reale.h"
 #include "record_predefiniti.h"
 #include "sim/riproduttore.h"
 #include "sim/tavoletta_pty.h"
@@ -102,8 +103,8 @@ void Calibratore(TBackendScript& script, TRiproduttore& tavoletta, std::FILE* ou
         script.Digita(idNord, testo);
         script.Invio();
         if (!script.AttendiDialogo(modelloDigitalizza)) return;
-        std::fprintf(out, "point %d: ground East %.3f North %.3f, digitized at x %d y %d\n", ++n, p.est, p.nord,
-                     p.x, p.y);
+        std::fprintf(out, "point %d: ground East %s North %s, digitized at x %d y %d\n", ++n, TestoReale(p.est).c_str(),
+                     TestoReale(p.nord).c_str(), p.x, p.y);
         std::fflush(out);
         if (!PremiFinche(tavoletta, p.x, p.y, bottoneConferma,
                          [&] { return script.AttendiDialogo(modelloPuntiSparsi, std::chrono::seconds(3)); }))
@@ -127,8 +128,9 @@ public:
         if (!ok) {
             std::fprintf(out, "press at x %d y %d: no ground coordinates\n", x, y);
         } else {
-            std::fprintf(out, "press %3d: x %6d y %6d -> East %.3f North %.3f, button %d %s\n", ++stampate, x, y,
-                         est, nord, button, NomeFunzione(digit.GetFunzButt(button)).c_str());
+            std::fprintf(out, "press %3d: x %6d y %6d -> East %s North %s, button %d %s\n", ++stampate, x, y,
+                         TestoReale(est).c_str(), TestoReale(nord).c_str(), button,
+                         NomeFunzione(digit.GetFunzButt(button)).c_str());
         }
         std::fflush(out);
         cv.notify_all();
@@ -208,8 +210,9 @@ int Dimostrazione(std::FILE* out)
         }
         double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
         if (digit.GetMaxAreaCalibrata(e1, n1, e2, n2))
-            std::fprintf(out, "calibrated: the limits lie from East %.3f North %.3f to East %.3f North %.3f\n", e1,
-                         n1, e2, n2);
+            std::fprintf(out, "calibrated: the limits lie from East %s North %s to East %s North %s\n",
+                         TestoReale(e1).c_str(), TestoReale(n1).c_str(), TestoReale(e2).c_str(),
+                         TestoReale(n2).c_str());
         std::fflush(out);
 
         TStampaTerra stampa(digit, out);

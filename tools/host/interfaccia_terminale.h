@@ -1,7 +1,8 @@
-// Message boxes and beeps of the library in the terminal: a box is drawn
-// under the dialog on screen and answered with a key (Enter or S for the
-// first button, N or Escape for "No"); a beep rings the terminal's bell and
-// says so under the dialog, so that a refused entry is seen as well as heard.
+// Message boxes, beeps and the wait cursor of the library in the terminal: a
+// box is drawn over the dialog on screen (on the main screen when none is
+// open) and answered with a key (Enter or Y for the first button, N or
+// Escape for "No"); a beep rings the terminal's bell and says under the
+// dialog what was refused; the wait cursor shows as a busy mark.
 #ifndef VELMARIN_HOST_INTERFACCIA_TERMINALE_H
 #define VELMARIN_HOST_INTERFACCIA_TERMINALE_H
 
@@ -14,6 +15,7 @@ public:
     TInterfacciaTerminale(TTerminale& terminale, TBackendTerminale& backend);
     int messageBox(HWND owner, const char* text, const char* caption, unsigned flags) override;
     void beep(unsigned type) override;
+    void cursore(HCURSOR cursore) override;
 
 private:
     TTerminale& terminale;

@@ -4,6 +4,7 @@
 
 #include "configura.h"
 #include "osserva.h"
+#include "platform/toldeko/testo_reale.h"
 
 namespace {
 
@@ -15,7 +16,8 @@ void Stato(CDigit& digit)
     }
     double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
     if (digit.IsCalibratoGriglia() && digit.GetSoloAreaCalibrata(e1, n1, e2, n2))
-        std::printf("calibrated by grid: East %.3f to %.3f, North %.3f to %.3f\n", e1, e2, n1, n2);
+        std::printf("calibrated by grid: East %s to %s, North %s to %s\n", TestoReale(e1).c_str(),
+                    TestoReale(e2).c_str(), TestoReale(n1).c_str(), TestoReale(n2).c_str());
     else
         std::printf("calibrated by %s\n", digit.IsCalibratoGriglia() ? "grid" : "sparse points");
 }
@@ -26,13 +28,12 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
                    TCollegamento& collegamento)
 {
     switch (c) {
-    case TComando::config:
-        if (Configura(digit, dati) != 1) return true;
-        std::printf("tablet set up: model %d on COM%d at %d baud", dati.tipo, dati.porta, dati.velocita);
-        if (dati.limitiDefiniti)
-            std::printf(", limits x %d to %d, y %d to %d", dati.xMin, dati.xMax, dati.yMin, dati.yMax);
-        std::printf("\n");
+    case TComando::config: {
+        const int risultato = Configura(digit, dati);
+        collegamento.Segui(dati);
+        RiferisciConfigurazione(risultato, dati, stdout);
         return true;
+    }
     case TComando::calibraPunti:
     case TComando::calibraGriglia: {
         // The tablet is programmed first, and that takes a few seconds.
@@ -48,11 +49,7 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         return ok;
     }
     case TComando::osserva:
-        if (!Osserva(digit, o.conteggio, o.secondi, &terminale, stdout)) {
-            std::fprintf(stderr, "velmarin-host: the tablet's port could not be opened\n");
-            return false;
-        }
-        return true;
+        return Osserva(digit, o.conteggio, o.secondi, &terminale, stdout);
     case TComando::menu:
         return true;
     case TComando::demo:
@@ -66,11 +63,11 @@ void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& te
     for (;;) {
         std::printf("\nvelmarin-host: %s\n", collegamento.Descrizione().c_str());
         Stato(digit);
-        std::printf("  c  Scelta tavoletta\n"
-                    "  p  Calibrazione per punti sparsi\n"
-                    "  g  Calibrazione per griglia\n"
-                    "  w  Osserva la tavoletta\n"
-                    "  q  Esci\n> ");
+        std::printf("  c  choose and set up the tablet\n"
+                    "  p  calibrate by scattered points\n"
+                    "  g  calibrate by a grid\n"
+                    "  w  watch the tablet\n"
+                    "  q  quit\n> ");
         std::fflush(stdout);
         TLettura t;
         do t = terminale.LeggiTasto(500);

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <thread>
 
+#include "platform/toldeko/testo_reale.h"
 #include "record_predefiniti.h"
 
 namespace {
@@ -11,53 +12,65 @@ volatile std::sig_atomic_t interrotto = 0;
 void Interrompi(int) { interrotto = 1; }
 
 constexpr std::chrono::milliseconds passoMosse(250);
+// A streaming tablet sends many reports a second; this long without one,
+// something is wrong.
+constexpr std::chrono::seconds silenzio(3);
+
+std::string Terreno(double est, double nord)
+{
+    return " -> East " + TestoReale(est) + " North " + TestoReale(nord);
+}
 
 }  // namespace
 
 TOsservatore::TOsservatore(CDigit& d, std::FILE* o) : digit(d), out(o), calibrato(d.IsCalibrato()) {}
 
-void TOsservatore::Terra(std::int32_t x, std::int32_t y, char* testo, std::size_t dimensione) const
+std::string TOsservatore::Terra(std::int32_t x, std::int32_t y) const
 {
     double est = 0, nord = 0;
-    testo[0] = '\0';
-    if (calibrato && digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord))
-        std::snprintf(testo, dimensione, " -> East %.3f North %.3f", est, nord);
+    if (calibrato && digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord)) return Terreno(est, nord);
+    return {};
 }
+
+void TOsservatore::Sentito() { ultimoReport = std::chrono::steady_clock::now().time_since_epoch().count(); }
 
 void TOsservatore::NotifyMove(std::int32_t x, std::int32_t y)
 {
+    Sentito();
     ++mosse;
     const auto adesso = std::chrono::steady_clock::now();
     std::lock_guard<std::mutex> g(mutex);
     if (adesso - ultimaMossa < passoMosse) return;
     ultimaMossa = adesso;
-    char terra[96];
-    Terra(x, y, terra, sizeof terra);
-    std::fprintf(out, "move     x %6d y %6d%s\n", x, y, terra);
+    std::fprintf(out, "move     x %6d y %6d%s\n", x, y, Terra(x, y).c_str());
     std::fflush(out);
 }
 
 void TOsservatore::NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y)
 {
+    Sentito();
     const int n = ++pressioni;
     const int funzione = digit.GetFunzButt(button);
-    char terra[96] = "";
+    std::string terra;
     if (calibrato) {
         // The ground point of the report just decoded, as a host does it
         // inside the notification.
         double est = 0, nord = 0;
         int b = 0;
-        if (digit.TrasformaCoordDigit(est, nord, b))
-            std::snprintf(terra, sizeof terra, " -> East %.3f North %.3f", est, nord);
+        if (digit.TrasformaCoordDigit(est, nord, b)) terra = Terreno(est, nord);
     }
     std::lock_guard<std::mutex> g(mutex);
-    std::fprintf(out, "press %3d: x %6d y %6d%s, button %d %s\n", n, x, y, terra, button, NomeFunzione(funzione).c_str());
+    std::fprintf(out, "press %3d: x %6d y %6d%s, button %d %s\n", n, x, y, terra.c_str(), button,
+                 NomeFunzione(funzione).c_str());
     std::fflush(out);
 }
 
 bool Osserva(CDigit& digit, int conteggio, double secondi, TTerminale* terminale, std::FILE* out)
 {
-    if (!digit.Init(nullptr)) return false;
+    if (!digit.Init(nullptr)) {
+        std::fprintf(stderr, "velmarin-host: the tablet's port could not be opened\n");
+        return false;
+    }
     digit.SendInitString();
     TOsservatore osservatore(digit, out);
     interrotto = 0;
@@ -70,6 +83,7 @@ bool Osserva(CDigit& digit, int conteggio, double secondi, TTerminale* terminale
     const auto inizio = std::chrono::steady_clock::now();
     auto riepilogo = inizio;
     int ultimi = 0;
+    bool taciuto = false;  // the silence was told of
     for (;;) {
         if (interrotto || (conteggio > 0 && osservatore.Pressioni() >= conteggio)) break;
         const auto adesso = std::chrono::steady_clock::now();
@@ -82,6 +96,20 @@ bool Osserva(CDigit& digit, int conteggio, double secondi, TTerminale* terminale
             std::fflush(out);
             ultimi = tutti;
             riepilogo = adesso;
+            const auto ultimo = osservatore.UltimoReport();
+            const bool sentito = ultimo.time_since_epoch().count() != 0;
+            if (adesso - (sentito ? ultimo : inizio) < silenzio) {
+                if (taciuto) std::fprintf(out, "-- the tablet reports again\n");
+                taciuto = false;
+            } else if (!taciuto) {
+                taciuto = true;
+                std::fprintf(out, sentito ? "-- no report for %d s from a tablet that was sending: the line hung up, or "
+                                            "nothing arrives (cable, power, port, settings)\n"
+                                          : "-- nothing heard from the tablet in %d s: check its cable, power, port and "
+                                            "settings (model, speed, parity)\n",
+                             static_cast<int>(silenzio.count()));
+            }
+            std::fflush(out);
         }
         if (terminale && terminale->Attivo()) {
             const TLettura t = terminale->LeggiTasto(50);
@@ -96,5 +124,7 @@ bool Osserva(CDigit& digit, int conteggio, double secondi, TTerminale* terminale
     std::signal(SIGINT, prima);
     std::fprintf(out, "-- end: %d moves, %d presses\n", osservatore.Mosse(), osservatore.Pressioni());
     std::fflush(out);
-    return true;
+    if (osservatore.UltimoReport().time_since_epoch().count() != 0) return true;
+    std::fprintf(stderr, "velmarin-host: nothing was heard from the tablet\n");
+    return false;
 }

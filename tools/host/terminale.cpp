@@ -2,18 +2,25 @@
 
 #include <poll.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 namespace {
 
 termios originale{};
+termios grezzo{};
 std::atomic<bool> modificato{false};
+std::atomic<bool> sospeso{false};  // stopped with the terminal given back
+std::atomic<bool> ridisegna{false};
 const char entra[] = "\x1b[?1049h\x1b[H\x1b[2J";  // alternate screen, cleared
 const char esce[] = "\x1b[0m\x1b[?25h\x1b[?1049l";  // plain text, cursor shown, main screen
 const char visibile[] = "\x1b[0m\x1b[?25h";  // plain text, cursor shown
@@ -37,12 +44,50 @@ void AllaFine(int segnale)
     raise(segnale);
 }
 
+// Ctrl-Z: the terminal goes back to the shell as it found it, then the
+// program stops with the default action, unblocked for the purpose.
+void AlloStop(int)
+{
+    const int e = errno;
+    const bool alternativo = inAlternativo.load();
+    if (modificato.load()) {
+        Ripristina();
+        inAlternativo = alternativo;  // to enter again on continuing
+        sospeso = true;
+    }
+    std::signal(SIGTSTP, SIG_DFL);
+    sigset_t s;
+    sigemptyset(&s);
+    sigaddset(&s, SIGTSTP);
+    sigprocmask(SIG_UNBLOCK, &s, nullptr);
+    raise(SIGTSTP);
+    std::signal(SIGTSTP, AlloStop);
+    errno = e;
+}
+
+// Continued after a stop: raw mode and the alternate screen again.
+void AlSeguito(int)
+{
+    const int e = errno;
+    if (sospeso.exchange(false)) {
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &grezzo);
+        modificato = true;
+        if (inAlternativo.load() && write(STDOUT_FILENO, entra, std::strlen(entra)) < 0) {
+            // the redraw that follows tries again
+        }
+    }
+    ridisegna = true;
+    errno = e;
+}
+
+void AlCambioDimensione(int) { ridisegna = true; }
+
 }  // namespace
 
 TTerminale::TTerminale()
 {
     if (!isatty(STDIN_FILENO) || !isatty(STDOUT_FILENO) || tcgetattr(STDIN_FILENO, &originale) != 0) return;
-    termios grezzo = originale;
+    grezzo = originale;
     cfmakeraw(&grezzo);
     grezzo.c_oflag |= OPOST | ONLCR;  // "\n" still starts a new line
     grezzo.c_lflag |= ISIG;           // Ctrl-C still interrupts
@@ -54,6 +99,9 @@ TTerminale::TTerminale()
         registrato = true;
         std::atexit(Ripristina);
         for (int s : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV}) std::signal(s, AllaFine);
+        std::signal(SIGTSTP, AlloStop);
+        std::signal(SIGCONT, AlSeguito);
+        std::signal(SIGWINCH, AlCambioDimensione);
     }
 }
 
@@ -68,8 +116,25 @@ void TTerminale::SchermoAlternativo(bool si)
 
 TTerminale::~TTerminale() { Ripristina(); }
 
+namespace {
+winsize Dimensione()
+{
+    winsize w{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &w) != 0 || w.ws_col == 0 || w.ws_row == 0) {
+        w.ws_col = 80;
+        w.ws_row = 24;
+    }
+    return w;
+}
+}  // namespace
+
+int TTerminale::Colonne() const { return Dimensione().ws_col; }
+int TTerminale::Righe() const { return Dimensione().ws_row; }
+bool TTerminale::DaRidisegnare() { return ridisegna.exchange(false); }
+
 void TTerminale::Scrivi(const std::string& testo)
 {
+    if (!attivo) return;
     std::lock_guard<std::recursive_mutex> g(schermo);
     std::size_t fatti = 0;
     while (fatti < testo.size()) {
@@ -96,6 +161,10 @@ TTerminale::TRicezione TTerminale::Ricevi(int ms)
 // 30 ms; an ESC with nothing after it is the Escape key.
 TLettura TTerminale::LeggiTasto(int ms)
 {
+    if (!attivo) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+        return {};
+    }
     std::lock_guard<std::mutex> g(tastiera);
     if (ricevuti.empty()) {
         const TRicezione r = Ricevi(ms);

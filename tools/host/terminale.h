@@ -4,6 +4,9 @@
 // as named keys. The terminal is
 // restored on every way out: the destructor, exit(), and the signals that
 // end a program (which are then raised again with their default action).
+// Ctrl-Z gives the terminal back as it was before the program stops; on
+// continuing the program takes it again and asks for a redraw, as it does
+// when the window changes size.
 #ifndef VELMARIN_HOST_TERMINALE_H
 #define VELMARIN_HOST_TERMINALE_H
 
@@ -34,7 +37,8 @@ struct TLettura {
 class TTerminale {
 public:
     // Takes standard input and output; Attivo() is false when they are not
-    // both a terminal, and then nothing is changed.
+    // both a terminal, and then nothing is changed: nothing is written, and
+    // no key comes.
     TTerminale();
     ~TTerminale();
     TTerminale(const TTerminale&) = delete;
@@ -49,6 +53,12 @@ public:
     std::recursive_mutex& Schermo() { return schermo; }
     // Enters the alternate screen, cleared, or goes back to the main one.
     void SchermoAlternativo(bool si);
+    // The size in cells; 80 by 24 when the terminal does not say.
+    int Colonne() const;
+    int Righe() const;
+    // True once after the window changed size or the program continued
+    // after a stop: what was drawn must be drawn again.
+    static bool DaRidisegnare();
 
 private:
     // Waits at most `ms` and appends what came to `ricevuti`.

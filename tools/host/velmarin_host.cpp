@@ -9,8 +9,10 @@
 #include "collegamento.h"
 #include "dialogs/dialogo_digitalizza.h"
 #include "dialogs/dialogo_limiti.h"
+#include "dialogs/dialogo_prova.h"
 #include "digit.h"
 #include "dimostrazione.h"
+#include "guida.h"
 #include "interfaccia_terminale.h"
 #include "menu.h"
 #include "terminale.h"
@@ -23,11 +25,6 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
         if (c != TComando::osserva) return true;
     return false;
 }
-
-// The simulated tablet walks slowly enough for a person to follow it: a grid
-// node, and a press, every three seconds; in a calibration the press comes two
-// seconds after the point is asked for.
-constexpr std::chrono::milliseconds passoSimulata(200);
 
 }  // namespace
 
@@ -51,26 +48,35 @@ int main(int argc, char** argv)
         return 2;
     }
     TCollegamento collegamento;
-    if (!collegamento.Prepara(o, passoSimulata, errore)) {
+    if (!collegamento.Prepara(o, std::chrono::milliseconds(o.passo), errore)) {
         std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
         return 1;
     }
     TBackendTerminale backend(terminale);
     TInterfacciaTerminale interfaccia(terminale, backend);
-    backend.AlAperto([&collegamento](unsigned modello) {
-        if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
-        if (modello == modelloLimiti) collegamento.LimitiRichiesti();
-    });
-    backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
-    if (terminale.Attivo()) {
-        ImpostaBackendDialoghi(&backend);
-        ImpostaInterfacciaUtente(&interfaccia);
-    }
-
     int esito = 0;
     {
         TDataDigit dati = collegamento.Record(o);
         CDigit digit(dati);
+        TGuida guida(digit, collegamento);
+        // A dialog that listens to the tablet finds the built-in one set up
+        // as the tablet object is now: the selection dialog has just handed
+        // it the working copy.
+        backend.AlAperto([&collegamento, &digit](unsigned modello) {
+            if (modello != modelloDigitalizza && modello != modelloLimiti && modello != modelloProva) return;
+            TDataDigit ora;
+            digit.GetDataDigit(ora);
+            collegamento.Segui(ora);
+            if (modello == modelloDigitalizza) collegamento.PuntoRichiesto();
+            if (modello == modelloLimiti) collegamento.LimitiRichiesti();
+        });
+        backend.Suggerimento([&guida](unsigned modello) { return guida.Suggerimento(modello); });
+        collegamento.AlCambio([&backend](const std::string& d) { backend.Intestazione("velmarin-host: " + d); });
+        backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
+        if (terminale.Attivo()) {
+            ImpostaBackendDialoghi(&backend);
+            ImpostaInterfacciaUtente(&interfaccia);
+        }
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
