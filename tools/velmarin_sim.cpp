@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <iostream>
+#include <sstream>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -31,7 +33,8 @@ const char* const uso =
     "  --model N     tablet model 1 to 8 (default 5, Summa MicroGrid 3)\n"
     "  --figure      walk a square, pressing button 1 at each corner (default)\n"
     "  --walk SEED   a random walk with a press now and then (seed default 1)\n"
-    "  --file PATH   play \"x y button\" lines; '#' starts a comment\n"
+    "  --file PATH   play \"x y button\" lines; '#' starts a comment; with - the\n"
+    "                lines of standard input, each as soon as it comes\n"
     "  --once        play the path once, then rest (default: repeat; a file plays once)\n"
     "  --step MS     milliseconds between two states (default 50)\n"
     "  --log PATH    log every byte the host sends, in hex (- for standard error)\n"
@@ -140,6 +143,7 @@ bool Percorso(const TOpzioniSim& o, TPercorso& p)
         p = PasseggiataCasuale(o.seme, 100000);
         return true;
     case TOpzioniSim::file: {
+        if (o.percorsoFile == "-") return true;  // streamed, see Ascolta
         std::ifstream in(o.percorsoFile);
         std::string errore;
         if (!in) {
@@ -154,6 +158,22 @@ bool Percorso(const TOpzioniSim& o, TPercorso& p)
     }
     }
     return false;
+}
+
+// Plays the lines of standard input as they come, on a thread of its own
+// that ends with the input; a bad line is reported and skipped.
+void Ascolta(TRiproduttore& riproduttore)
+{
+    std::thread([&riproduttore] {
+        std::string riga;
+        for (int numero = 1; std::getline(std::cin, riga); ++numero) {
+            std::istringstream in(riga);
+            TPercorso stati;
+            std::string errore;
+            if (LeggiPercorso(in, stati, errore)) riproduttore.Accoda(stati);
+            else std::fprintf(stderr, "velmarin-sim: standard input, line %d: %s\n", numero, errore.c_str());
+        }
+    }).detach();
 }
 
 }  // namespace
@@ -191,6 +211,7 @@ int main(int argc, char** argv)
     TRiproduttore riproduttore(tavoletta, o.tipo, std::chrono::milliseconds(o.passoMs));
     riproduttore.Percorso(percorso, !o.unaVolta && o.sorgente != TOpzioniSim::file);
     riproduttore.Avvia();
+    if (o.sorgente == TOpzioniSim::file && o.percorsoFile == "-") Ascolta(riproduttore);
     const auto fine = std::chrono::steady_clock::now() + std::chrono::duration<double>(o.secondi);
     while (!interrotto && (o.secondi <= 0 || std::chrono::steady_clock::now() < fine))
         std::this_thread::sleep_for(std::chrono::milliseconds(50));

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
-enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo };
+#include "argomenti_gis.h"
+
+enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo, digitalizza };
 
 struct TOpzioniHost {
     std::string dispositivo;  // empty: the built-in simulated tablet
@@ -17,6 +19,7 @@ struct TOpzioniHost {
     bool limiti = false;      // --limits given: the four below
     int xMin = 0, yMin = 0, xMax = 0, yMax = 0;
     bool aiuto = false;
+    TOpzioniGisHost gis;
     std::vector<TComando> comandi;  // run in order on one tablet object
 };
 

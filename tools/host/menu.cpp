@@ -2,7 +2,9 @@
 
 #include <cstdio>
 
+#include "calibra_con_rapporto.h"
 #include "configura.h"
+#include "digitalizza.h"
 #include "osserva.h"
 
 namespace {
@@ -39,11 +41,13 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         std::printf("preparing the tablet for the calibration...\n");
         std::fflush(stdout);
         collegamento.Calibrazione(true, c == TComando::calibraGriglia);
-        const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
+        std::string rapporto;
+        const bool ok = CalibraConRapporto(digit, c == TComando::calibraGriglia, PercorsoRapporto(o.gis), rapporto);
         collegamento.Calibrazione(false);
         std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
         if (!digit.IsScelto()) std::printf("the tablet has no limits (config or --limits sets them); ");
         Stato(digit);
+        std::fputs(rapporto.c_str(), stdout);
         std::fflush(stdout);
         return ok;
     }
@@ -53,6 +57,14 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
             return false;
         }
         return true;
+    case TComando::digitalizza: {
+        std::string errore;
+        if (!Digitalizza(digit, o.gis.gis, o.gis.passo, &terminale, stdout, errore)) {
+            std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+            return false;
+        }
+        return true;
+    }
     case TComando::menu:
         return true;
     case TComando::demo:

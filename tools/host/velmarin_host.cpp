@@ -20,7 +20,7 @@ namespace {
 bool VuoleTerminale(const std::vector<TComando>& comandi)
 {
     for (TComando c : comandi)
-        if (c != TComando::osserva) return true;
+        if (c != TComando::osserva && c != TComando::digitalizza) return true;
     return false;
 }
 
@@ -41,6 +41,7 @@ int main(int argc, char** argv)
     }
     if (o.aiuto) {
         std::fputs(usoHost, stdout);
+        std::fputs(usoGis, stdout);
         return 0;
     }
     if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
@@ -75,7 +76,9 @@ int main(int argc, char** argv)
         std::fflush(stdout);
         for (TComando c : o.comandi) {
             if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
-            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) && c == TComando::osserva) esito = 1;
+            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) &&
+                     (c == TComando::osserva || c == TComando::digitalizza))
+                esito = 1;
         }
     }
     ImpostaInterfacciaUtente(nullptr);
