@@ -85,6 +85,7 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 errore = "port " + a[i] + " is not COM1 to COM4 (1 to 4)";
                 return false;
             }
+            o.portaData = true;
         } else if (s == "--limits") {
             char coda = 0;
             if (std::sscanf(a[++i].c_str(), "%d,%d,%d,%d%c", &o.xMin, &o.yMin, &o.xMax, &o.yMax, &coda) != 4 ||

@@ -14,6 +14,7 @@ struct TOpzioniHost {
     int tipo = 5;
     bool tipoDato = false;
     int porta = 1;            // the COM number the device is mapped to
+    bool portaData = false;
     int conteggio = 0;        // watch: stop after so many presses; 0 never
     double secondi = 0;       // watch: stop after so long; 0 never
     bool limiti = false;      // --limits given: the four below

@@ -5,6 +5,7 @@
 #include "calibra_con_rapporto.h"
 #include "configura.h"
 #include "digitalizza.h"
+#include "impostazioni_host.h"
 #include "osserva.h"
 
 namespace {
@@ -34,6 +35,11 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         if (dati.limitiDefiniti)
             std::printf(", limits x %d to %d, y %d to %d", dati.xMin, dati.xMax, dati.yMin, dati.yMax);
         std::printf("\n");
+        {
+            std::string salvate;
+            SalvaImpostazioni(o, dati, salvate);
+            std::printf("%s\n", salvate.c_str());
+        }
         return true;
     case TComando::calibraPunti:
     case TComando::calibraGriglia: {

@@ -11,6 +11,7 @@
 #include "dialogs/dialogo_limiti.h"
 #include "digit.h"
 #include "dimostrazione.h"
+#include "impostazioni_host.h"
 #include "interfaccia_terminale.h"
 #include "menu.h"
 #include "terminale.h"
@@ -51,6 +52,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "velmarin-host: the dialogs need a terminal on standard input and output\n");
         return 2;
     }
+    TDataDigit salvato{};
+    std::string impostazioni;
+    const bool daFile = CaricaImpostazioni(o, salvato, impostazioni);
     TCollegamento collegamento;
     if (!collegamento.Prepara(o, passoSimulata, errore)) {
         std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
@@ -71,8 +75,10 @@ int main(int argc, char** argv)
     int esito = 0;
     {
         TDataDigit dati = collegamento.Record(o);
+        if (daFile) dati = ApplicaImpostazioni(salvato, dati, o);
         CDigit digit(dati);
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
+        if (!impostazioni.empty()) std::printf("velmarin-host: %s\n", impostazioni.c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
             if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
