@@ -1,6 +1,7 @@
 #include "tracciatore.h"
 
 #include <cmath>
+#include <cstdio>
 #include <utility>
 
 #include "digit.h"
@@ -38,7 +39,13 @@ void TTracciatore::Apri(TGenere genere, bool lib, int bottone, int funzione, std
     corrente = TElementoGis{genere, {terra}, ora, bottone, funzione, x, y};
     libero = lib;
     aperto = genere != TGenere::punto;
-    if (!aperto) finito(corrente);
+    if (!aperto) {
+        finito(corrente);
+        return;
+    }
+    char dove[96];
+    std::snprintf(dove, sizeof dove, " open at %.3f %.3f", terra.est, terra.nord);
+    avviso(NomeGenere(genere) + std::string(dove));
 }
 
 void TTracciatore::Pressione(int bottone, int funzione, std::int32_t x, std::int32_t y, TVertice terra,
