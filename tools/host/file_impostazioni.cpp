@@ -139,7 +139,7 @@ TEsitoImpostazioni LeggiImpostazioni(const std::string& percorso, TDataDigit& da
         } else if (!Valore(chiave, valore, d)) {
             messaggio = dove + (std::find(std::begin(chiavi), std::end(chiavi), chiave) == std::end(chiavi)
                                     ? "unknown setting " + chiave
-                                    : "the " + chiave + " is not right: " + valore);
+                                    : "bad " + chiave + " value: " + valore);
             return TEsitoImpostazioni::errato;
         }
         if (++viste[chiave] > 1) {
@@ -149,7 +149,7 @@ TEsitoImpostazioni LeggiImpostazioni(const std::string& percorso, TDataDigit& da
     }
     for (const char* c : chiavi) {
         if (!viste.count(c)) {
-            messaggio = percorso + ": the " + c + " is missing; the file is cut or spoiled";
+            messaggio = percorso + ": no " + c + " line; the file is cut or spoiled";
             return TEsitoImpostazioni::errato;
         }
     }
