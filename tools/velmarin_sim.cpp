@@ -3,6 +3,7 @@
 // output, then plays the pointer until it is stopped (Ctrl-C) or its time is
 // up, answering the polled model's polls, and can log what the host sends.
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cctype>
@@ -12,6 +13,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <iostream>
+#include <sstream>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -31,7 +34,8 @@ const char* const uso =
     "  --model N     tablet model 1 to 8 (default 5, Summa MicroGrid 3)\n"
     "  --figure      walk a square, pressing button 1 at each corner (default)\n"
     "  --walk SEED   a random walk with a press now and then (seed default 1)\n"
-    "  --file PATH   play \"x y button\" lines; '#' starts a comment\n"
+    "  --file PATH   play \"x y button\" lines; '#' starts a comment; from a pipe\n"
+    "                or - (standard input) each line is played as soon as it comes\n"
     "  --once        play the path once, then rest (default: repeat; a file plays once)\n"
     "  --step MS     milliseconds between two states (default 50)\n"
     "  --log PATH    log every byte the host sends, in hex (- for standard error)\n"
@@ -130,6 +134,14 @@ private:
     std::mutex mutex;
 };
 
+// A file that is a pipe, or standard input, is played as it comes.
+bool Flusso(const TOpzioniSim& o)
+{
+    struct stat st {};
+    return o.sorgente == TOpzioniSim::file &&
+           (o.percorsoFile == "-" || (stat(o.percorsoFile.c_str(), &st) == 0 && S_ISFIFO(st.st_mode)));
+}
+
 bool Percorso(const TOpzioniSim& o, TPercorso& p)
 {
     switch (o.sorgente) {
@@ -140,6 +152,7 @@ bool Percorso(const TOpzioniSim& o, TPercorso& p)
         p = PasseggiataCasuale(o.seme, 100000);
         return true;
     case TOpzioniSim::file: {
+        if (Flusso(o)) return true;  // see Ascolta
         std::ifstream in(o.percorsoFile);
         std::string errore;
         if (!in) {
@@ -154,6 +167,25 @@ bool Percorso(const TOpzioniSim& o, TPercorso& p)
     }
     }
     return false;
+}
+
+// Plays the lines of the pipe as they come, on a thread of its own that ends
+// with the input; a bad line is reported and skipped.
+void Ascolta(const std::string& percorso, TRiproduttore& riproduttore)
+{
+    std::thread([percorso, &riproduttore] {
+        std::ifstream file;
+        if (percorso != "-") file.open(percorso);
+        std::istream& ingresso = percorso == "-" ? std::cin : file;
+        std::string riga;
+        for (int numero = 1; std::getline(ingresso, riga); ++numero) {
+            std::istringstream in(riga);
+            TPercorso stati;
+            std::string errore;
+            if (LeggiPercorso(in, stati, errore)) riproduttore.Accoda(stati);
+            else std::fprintf(stderr, "velmarin-sim: %s, line %d: %s\n", percorso.c_str(), numero, errore.c_str());
+        }
+    }).detach();
 }
 
 }  // namespace
@@ -191,6 +223,7 @@ int main(int argc, char** argv)
     TRiproduttore riproduttore(tavoletta, o.tipo, std::chrono::milliseconds(o.passoMs));
     riproduttore.Percorso(percorso, !o.unaVolta && o.sorgente != TOpzioniSim::file);
     riproduttore.Avvia();
+    if (Flusso(o)) Ascolta(o.percorsoFile, riproduttore);
     const auto fine = std::chrono::steady_clock::now() + std::chrono::duration<double>(o.secondi);
     while (!interrotto && (o.secondi <= 0 || std::chrono::steady_clock::now() < fine))
         std::this_thread::sleep_for(std::chrono::milliseconds(50));

@@ -2,6 +2,7 @@
 set -u
 fallite=0
 temp=$(mktemp -d)
+export XDG_CONFIG_HOME="$temp/config"  # velmarin-host keeps its set-up inside the test
 figli=""
 pulisci() {
     for p in $figli; do kill "$p" 2>/dev/null; done

@@ -81,6 +81,10 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             o.aiuto = true;
             return true;
         }
+        if (const int gis = AnalizzaOpzioneGis(a, i, o.gis, errore)) {
+            if (gis < 0) return false;
+            continue;
+        }
         if ((s == "--device" || s == "--model" || s == "--port" || s == "--count" || s == "--seconds" ||
              s == "--limits" || s == "--step") && !valore) {
             errore = s + " needs a value";
@@ -103,6 +107,7 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
                 errore = "port " + a[i] + " is not COM1 to COM4 (1 to 4)";
                 return false;
             }
+            o.portaData = true;
         } else if (s == "--limits") {
             if (!Limiti(a[++i], o)) {
                 errore = "limits " + a[i] +
@@ -131,6 +136,8 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             o.comandi.push_back(TComando::config);
         } else if (s == "watch") {
             o.comandi.push_back(TComando::osserva);
+        } else if (s == "digitize") {
+            o.comandi.push_back(TComando::digitalizza);
         } else if (s == "demo") {
             o.comandi.push_back(TComando::demo);
         } else if (s == "calibrate") {
@@ -154,6 +161,12 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
         if (c != TComando::demo) continue;
         if (o.comandi.size() > 1 || !o.dispositivo.empty() || o.tipoDato) {
             errore = "demo runs alone, on its own simulated model 5";
+            return false;
+        }
+    }
+    for (TComando c : o.comandi) {
+        if (c == TComando::digitalizza && o.gis.gis.percorso.empty()) {
+            errore = "digitize needs --out FILE";
             return false;
         }
     }

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
-enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo };
+#include "argomenti_gis.h"
+
+enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo, digitalizza };
 
 struct TOpzioniHost {
     std::string dispositivo;  // empty: the built-in simulated tablet
@@ -13,11 +15,13 @@ struct TOpzioniHost {
     bool tipoDato = false;
     int porta = 1;            // the COM number the device is mapped to
     int passo = 200;          // the built-in tablet: milliseconds a state, slow enough to follow
+    bool portaData = false;
     int conteggio = 0;        // watch: stop after so many presses; 0 never
     double secondi = 0;       // watch: stop after so long; 0 never
     bool limiti = false;      // --limits given: the four below
     int xMin = 0, yMin = 0, xMax = 0, yMax = 0;
     bool aiuto = false;
+    TOpzioniGisHost gis;
     std::vector<TComando> comandi;  // run in order on one tablet object
 };
 

@@ -2,7 +2,10 @@
 
 #include <cstdio>
 
+#include "calibra_con_rapporto.h"
 #include "configura.h"
+#include "digitalizza.h"
+#include "impostazioni_host.h"
 #include "osserva.h"
 #include "platform/toldeko/testo_reale.h"
 
@@ -32,6 +35,11 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         const int risultato = Configura(digit, dati);
         collegamento.Segui(dati);
         RiferisciConfigurazione(risultato, dati, stdout);
+        if (risultato == 1) {
+            std::string salvate;
+            SalvaImpostazioni(o, dati, salvate);
+            std::printf("%s\n", salvate.c_str());
+        }
         return true;
     }
     case TComando::calibraPunti:
@@ -40,16 +48,26 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         std::printf("preparing the tablet for the calibration...\n");
         std::fflush(stdout);
         collegamento.Calibrazione(true, c == TComando::calibraGriglia);
-        const bool ok = c == TComando::calibraPunti ? digit.CalibraPtSparsi(nullptr) : digit.CalibraGriglia(nullptr);
+        std::string rapporto;
+        const bool ok = CalibraConRapporto(digit, c == TComando::calibraGriglia, PercorsoRapporto(o.gis), rapporto);
         collegamento.Calibrazione(false);
         std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
         if (!digit.IsScelto()) std::printf("the tablet has no limits (config or --limits sets them); ");
         Stato(digit);
+        std::fputs(rapporto.c_str(), stdout);
         std::fflush(stdout);
         return ok;
     }
     case TComando::osserva:
         return Osserva(digit, o.conteggio, o.secondi, &terminale, stdout);
+    case TComando::digitalizza: {
+        std::string errore;
+        if (!Digitalizza(digit, o.gis.gis, o.gis.passo, &terminale, stdout, errore)) {
+            std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+            return false;
+        }
+        return true;
+    }
     case TComando::menu:
         return true;
     case TComando::demo:

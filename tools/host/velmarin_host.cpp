@@ -13,6 +13,7 @@
 #include "digit.h"
 #include "dimostrazione.h"
 #include "guida.h"
+#include "impostazioni_host.h"
 #include "interfaccia_terminale.h"
 #include "menu.h"
 #include "terminale.h"
@@ -22,7 +23,7 @@ namespace {
 bool VuoleTerminale(const std::vector<TComando>& comandi)
 {
     for (TComando c : comandi)
-        if (c != TComando::osserva) return true;
+        if (c != TComando::osserva && c != TComando::digitalizza) return true;
     return false;
 }
 
@@ -38,6 +39,7 @@ int main(int argc, char** argv)
     }
     if (o.aiuto) {
         std::fputs(usoHost, stdout);
+        std::fputs(usoGis, stdout);
         return 0;
     }
     if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
@@ -47,6 +49,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "velmarin-host: the dialogs need a terminal on standard input and output\n");
         return 2;
     }
+    TDataDigit salvato{};
+    std::string impostazioni;
+    const bool daFile = CaricaImpostazioni(o, salvato, impostazioni);
     TCollegamento collegamento;
     if (!collegamento.Prepara(o, std::chrono::milliseconds(o.passo), errore)) {
         std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
@@ -57,6 +62,7 @@ int main(int argc, char** argv)
     int esito = 0;
     {
         TDataDigit dati = collegamento.Record(o);
+        if (daFile) dati = ApplicaImpostazioni(salvato, dati, o);
         CDigit digit(dati);
         TGuida guida(digit, collegamento);
         // A dialog that listens to the tablet finds the built-in one set up
@@ -78,10 +84,13 @@ int main(int argc, char** argv)
             ImpostaInterfacciaUtente(&interfaccia);
         }
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
+        if (!impostazioni.empty()) std::printf("velmarin-host: %s\n", impostazioni.c_str());
         std::fflush(stdout);
         for (TComando c : o.comandi) {
             if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
-            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) && c == TComando::osserva) esito = 1;
+            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) &&
+                     (c == TComando::osserva || c == TComando::digitalizza))
+                esito = 1;
         }
     }
     ImpostaInterfacciaUtente(nullptr);

@@ -23,6 +23,8 @@ public:
 
     void Percorso(const TPercorso& percorso, bool ciclico);
     void Premi(std::int32_t x, std::int32_t y, int bottone);
+    // The states are played in turn after what is queued, before the path.
+    void Accoda(const TPercorso& stati);
     // The pointer glides to (x, y) in `passi` steps from where the queue
     // leaves it, and presses there.
     void VaiEPremi(std::int32_t x, std::int32_t y, int bottone, int passi);

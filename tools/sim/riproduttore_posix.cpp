@@ -21,6 +21,12 @@ void TRiproduttore::Premi(std::int32_t x, std::int32_t y, int bottone)
     for (const TStatoPuntatore& s : PressioneBottone(x, y, bottone)) pressioni.push_back(s);
 }
 
+void TRiproduttore::Accoda(const TPercorso& stati)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    pressioni.insert(pressioni.end(), stati.begin(), stati.end());
+}
+
 void TRiproduttore::VaiEPremi(std::int32_t x, std::int32_t y, int bottone, int passi)
 {
     std::lock_guard<std::mutex> g(mutex);

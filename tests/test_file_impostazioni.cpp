@@ -1,0 +1,116 @@
+// The set-up file: every field goes round, and a file that is missing, cut,
+// spoiled by hand or newer leaves the record as it was, with a message.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+
+#include "file_impostazioni.h"
+
+namespace {
+
+class FileImpostazioni : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        char modello[] = "/tmp/velmarin-impostazioni-XXXXXX";
+        ASSERT_NE(mkdtemp(modello), nullptr);
+        cartella = modello;
+        percorso = cartella + "/velmarin/setup";
+    }
+    void TearDown() override
+    {
+        std::remove(percorso.c_str());
+        std::remove((cartella + "/velmarin").c_str());
+        std::remove(cartella.c_str());
+    }
+    void Scrivi(const std::string& testo) { std::ofstream(percorso) << testo; }
+
+    std::string cartella, percorso;
+};
+
+TDataDigit Esempio()
+{
+    TDataDigit d{};
+    d.tipo = 6, d.porta = 3, d.velocita = 19200, d.parita = 'O', d.bitDati = 8, d.bitStop = 2, d.reset = 1;
+    d.risoluzione = 2, d.numBottoni = 16;
+    const std::uint8_t f[16] = {1, 6, 4, 8, 5, 2, 0, 0, 1, 8, 0, 0, 0, 0, 6, 5};
+    std::memcpy(d.funzBott, f, sizeof f);
+    d.limitiDefiniti = true, d.xMin = -120, d.yMin = 35, d.xMax = 41000, d.yMax = 39999;
+    return d;
+}
+
+TEST_F(FileImpostazioni, EveryFieldGoesRound)
+{
+    std::string messaggio;
+    TDataDigit vuoto{};
+    EXPECT_EQ(LeggiImpostazioni(percorso, vuoto, messaggio), TEsitoImpostazioni::assente);
+    for (bool limiti : {true, false}) {
+        TDataDigit d = Esempio();
+        d.limitiDefiniti = limiti;
+        if (!limiti) d.xMin = d.yMin = d.xMax = d.yMax = 0;
+        ASSERT_TRUE(ScriviImpostazioni(percorso, d, messaggio)) << messaggio;
+        TDataDigit letto{};
+        ASSERT_EQ(LeggiImpostazioni(percorso, letto, messaggio), TEsitoImpostazioni::letto) << messaggio;
+        EXPECT_EQ(std::memcmp(&letto, &d, sizeof d), 0);
+    }
+}
+
+TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
+{
+    std::string buono;
+    ASSERT_TRUE(ScriviImpostazioni(percorso, Esempio(), buono));
+    {
+        std::ifstream in(percorso);
+        buono.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    auto Sostituisci = [&](const std::string& da, const std::string& a) {
+        std::string s = buono;
+        s.replace(s.find(da), da.size(), a);
+        return s;
+    };
+    const struct {
+        std::string testo, messaggio;
+    } casi[] = {
+        {buono.substr(0, buono.find("functions")), "no functions line; the file is cut"},
+        {buono.substr(0, buono.find("limits") + 9), "bad limits value"},
+        {Sostituisci("model 6", "model 9"), "line 3: bad model value: 9"},
+        {Sostituisci("baud 19200", "baud 19201"), "bad baud value"},
+        {Sostituisci("parity O", "parity X"), "bad parity value"},
+        {Sostituisci("functions 1 6", "functions 1 7"), "bad functions value"},
+        {Sostituisci("functions 1 6 4", "functions 1 6"), "bad functions value"},
+        {Sostituisci("port 3", "port 3x"), "bad port value"},
+        {Sostituisci("reset 1", "colour blue"), "unknown setting colour"},
+        {buono + "model 6\n", "model is set twice"},
+        {Sostituisci("version 1", "version 2"), "written by a newer velmarin-host (version 2)"},
+        {std::string("\x7f" "ELF\x01\x02\0\0", 8), "unknown setting"},
+    };
+    for (const auto& c : casi) {
+        Scrivi(c.testo);
+        TDataDigit d{};
+        d.tipo = 2;
+        std::string messaggio;
+        EXPECT_EQ(LeggiImpostazioni(percorso, d, messaggio), TEsitoImpostazioni::errato) << c.testo;
+        EXPECT_NE(messaggio.find(c.messaggio), std::string::npos) << messaggio;
+        EXPECT_EQ(d.tipo, 2) << "the record is untouched: " << c.testo;
+        EXPECT_EQ(d.limitiDefiniti, false);
+    }
+}
+
+TEST(PercorsoImpostazioni, FollowsTheOptionThenTheEnvironment)
+{
+    const std::string casa = std::getenv("HOME") ? std::getenv("HOME") : "";
+    EXPECT_EQ(PercorsoImpostazioni("/x/y"), "/x/y");
+    setenv("XDG_CONFIG_HOME", "/cfg", 1);
+    EXPECT_EQ(PercorsoImpostazioni(""), "/cfg/velmarin/setup");
+    setenv("XDG_CONFIG_HOME", "relative", 1);  // not absolute: ignored
+    setenv("HOME", "/home/u", 1);
+    EXPECT_EQ(PercorsoImpostazioni(""), "/home/u/.config/velmarin/setup");
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", casa.c_str(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include "digitalizza.h"
+
+#include <chrono>
+#include <csignal>
+#include <ctime>
+#include <thread>
+
+namespace {
+
+volatile std::sig_atomic_t fermato = 0;
+void Ferma(int) { fermato = 1; }
+
+std::string Adesso()
+{
+    const auto t = std::chrono::system_clock::now();
+    const std::time_t s = std::chrono::system_clock::to_time_t(t);
+    const long ms = static_cast<long>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(t.time_since_epoch()).count() % 1000);
+    std::tm u{};
+    gmtime_r(&s, &u);
+    char b[64];
+    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%02d.%03ldZ", u.tm_year + 1900, u.tm_mon + 1, u.tm_mday,
+                  u.tm_hour, u.tm_min, u.tm_sec, ms);
+    return b;
+}
+
+}  // namespace
+
+TDigitalizzatore::TDigitalizzatore(CDigit& d, TUscitaGis& u, double passo, std::FILE* o)
+    : digit(d), uscita(u), out(o),
+      tracciatore(passo, [this](const TElementoGis& e) { Finito(e); }, [this](const std::string& t) { Avviso(t); })
+{
+}
+
+void TDigitalizzatore::NotifyMove(std::int32_t x, std::int32_t y)
+{
+    double est = 0, nord = 0;
+    if (!digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord)) return;
+    std::lock_guard<std::mutex> g(mutex);
+    tracciatore.Mossa({est, nord});
+}
+
+void TDigitalizzatore::NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y)
+{
+    double est = 0, nord = 0;
+    if (!digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord)) return;
+    const int funzione = digit.GetFunzButt(button);
+    std::lock_guard<std::mutex> g(mutex);
+    tracciatore.Pressione(button, funzione, x, y, {est, nord}, Adesso());
+}
+
+void TDigitalizzatore::Chiudi()
+{
+    std::lock_guard<std::mutex> g(mutex);
+    tracciatore.Chiudi();
+}
+
+int TDigitalizzatore::Scritti() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return scritti;
+}
+
+// Called with the lock held.
+void TDigitalizzatore::Finito(const TElementoGis& e)
+{
+    std::string errore;
+    if (!uscita.Scrivi(e, errore)) {
+        std::fprintf(out, "velmarin-host: the %s is lost: %s\n", NomeGenere(e.genere), errore.c_str());
+        std::fflush(out);
+        return;
+    }
+    const TVertice& a = e.vertici.front();
+    if (e.genere == TGenere::punto) {
+        std::fprintf(out, "feature %d: point %.3f %.3f, button %d %s\n", ++scritti, a.est, a.nord, e.bottone,
+                     NomeCodiceFunzione(e.funzione));
+    } else {
+        const TVertice& b = e.vertici.back();
+        std::fprintf(out, "feature %d: %s, %zu vertices, %.3f %.3f to %.3f %.3f\n", ++scritti, NomeGenere(e.genere),
+                     e.vertici.size(), a.est, a.nord, b.est, b.nord);
+    }
+    std::fflush(out);
+}
+
+// Called with the lock held.
+void TDigitalizzatore::Avviso(const std::string& testo)
+{
+    std::fprintf(out, "note: %s\n", testo.c_str());
+    std::fflush(out);
+}
+
+bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* terminale, std::FILE* out,
+                 std::string& errore)
+{
+    if (!TUscitaGis::Disponibile()) {
+        TUscitaGis().Apri(o, errore);
+        return false;
+    }
+    if (!digit.IsCalibrato()) {
+        errore = "digitize needs a calibrated tablet: calibrate points or calibrate grid comes before it";
+        return false;
+    }
+    TUscitaGis uscita;
+    if (!uscita.Apri(o, errore)) return false;
+    if (!digit.Init(nullptr)) {
+        errore = "the tablet's port could not be opened";
+        return false;
+    }
+    digit.SendInitString();
+    TDigitalizzatore digitalizzatore(digit, uscita, passo, out);
+    fermato = 0;
+    void (*primaInt)(int) = std::signal(SIGINT, Ferma);
+    void (*primaTerm)(int) = std::signal(SIGTERM, Ferma);
+    digit.SetCommNotificationTo(&digitalizzatore);
+    std::fprintf(out, "digitizing into %s (%s)\nfeatures follow with East North; q, Escape or Ctrl-C stops\n",
+                 o.percorso.c_str(), uscita.Descrizione().c_str());
+    std::fflush(out);
+    while (!fermato) {
+        if (terminale && terminale->Attivo()) {
+            const TLettura t = terminale->LeggiTasto(50);
+            if (t.tasto == TTasto::esc || t.tasto == TTasto::fine ||
+                (t.tasto == TTasto::carattere && (t.carattere == 'q' || t.carattere == 'Q')))
+                break;
+        } else {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    }
+    digit.StopCommNotification();
+    digitalizzatore.Chiudi();
+    std::signal(SIGINT, primaInt);
+    std::signal(SIGTERM, primaTerm);
+    std::fprintf(out, "-- end: %d features written to %s\n", digitalizzatore.Scritti(), o.percorso.c_str());
+    std::fflush(out);
+    return true;
+}
