@@ -284,8 +284,8 @@ TEST_F(IODevTest, ThePortNeverStaysOnAStandardDescriptor)
             TTavolettaPty sim(portaProva);
             for (int fd = 0; fd <= 2; ++fd) close(fd);
             const bool aperto = Apri();
-            const int fd = aperto ? devInfo->hCom : -1;
-            const bool buono = fd > 2 && (fcntl(fd, F_GETFD) & FD_CLOEXEC) && devInfo->svegliaFd > 2;
+            const int fd = aperto ? static_cast<int>(devInfo->hCom) : -1;
+            const bool buono = fd > 2 && (fcntl(fd, F_GETFD) & FD_CLOEXEC) && devInfo->sveglia > 2;
             IODevDestroy();
             std::_Exit(buono ? 0 : 1);
         },
