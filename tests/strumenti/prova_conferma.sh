@@ -33,9 +33,9 @@ tmux send-keys -t "$sessione" Escape
 verifica "the first calibration is done" attendi "calibration done"
 
 verifica "calibrating again asks first" attendi "Tavoletta gi. calibrata"
-verifica "the box names S for yes" contiene "$temp/schermo" "S / Invio: Si"
-tmux send-keys -t "$sessione" s
-verifica "S answers yes: the new calibration asks its first point" attendi "Coord. Nord (X)"
+verifica "the box names Y for yes" contiene "$temp/schermo" "Y: Yes"
+tmux send-keys -t "$sessione" y
+verifica "Y answers yes: the new calibration asks its first point" attendi "Coord. Nord (X)"
 tmux send-keys -t "$sessione" Escape
 verifica "the program ends" attendi "EXIT="
 fine
