@@ -15,7 +15,6 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -27,6 +26,7 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "support/registratore.h"
+#include "support/ripeti.h"
 #include "support/utente_finto.h"
 #include "tablet/catalogo.h"
 
@@ -66,18 +66,6 @@ public:
     std::ostream& t;
     int fallite = 0;
 };
-
-// Repeats `passo` every 100 ms until `fatto` holds, at most 5 s.
-bool RipetiFinche(const std::function<bool()>& fatto, const std::function<void()>& passo)
-{
-    const auto fine = steady_clock::now() + seconds(5);
-    while (!fatto() && steady_clock::now() < fine) {
-        passo();
-        const auto prossimo = steady_clock::now() + milliseconds(100);
-        while (!fatto() && steady_clock::now() < prossimo) std::this_thread::sleep_for(milliseconds(2));
-    }
-    return fatto();
-}
 
 // Model `tipo` on `porta` with the catalogue's line settings, reset chosen and
 // the first resolution. A pseudo-terminal keeps no parity, and Wine refuses a
@@ -150,7 +138,7 @@ void Modello(int tipo, int bottone, TControlli& c)
     }
     if (tipo == 4) {
         const int poll = std::stoi(Chiedi("poll"));
-        const bool catena = RipetiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; }, [] {});
+        const bool catena = AttendiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; });
         c.Verifica(catena, nome + ": each answer to a poll brings the next poll");
     }
     digit->StopCommNotification();
@@ -208,9 +196,9 @@ void OgniByte(TControlli& c)
     c.Verifica(digit->Init(nullptr), "raw bytes: Init");
     Scrivi(digitLink.lenReport, dimBuffer);  // no format: the gather only grows
     c.Verifica(Invia(0, primi), "raw bytes: first burst sent");
-    c.Verifica(RipetiFinche([&] { return Raccolti() >= primi; }, [] {}), "raw bytes: the first burst arrives");
+    c.Verifica(AttendiFinche([&] { return Raccolti() >= primi; }), "raw bytes: the first burst arrives");
     c.Verifica(Invia(primi, tutti), "raw bytes: second burst sent");
-    c.Verifica(RipetiFinche([&] { return Raccolti() >= tutti; }, [] {}), "raw bytes: the second burst arrives");
+    c.Verifica(AttendiFinche([&] { return Raccolti() >= tutti; }), "raw bytes: the second burst arrives");
     std::string raccolti;
     {
         TCancelloConsegna cancello;
