@@ -5,14 +5,14 @@
 #include <chrono>
 #include <thread>
 
-// Runs `passo` every 100 ms until `fatto` holds, at most 5 s, and says
+// Runs `passo` every 100 ms until `fatto` holds, at most `limite`, and says
 // whether it came to hold. A step that repeats what was already heard adds
 // nothing, so the repeats only make up for sends that a read merged or lost.
 template <class F, class P>
-bool RipetiFinche(F fatto, P passo)
+bool RipetiFinche(F fatto, P passo, std::chrono::milliseconds limite = std::chrono::seconds(5))
 {
     using namespace std::chrono;
-    const auto fine = steady_clock::now() + seconds(5);
+    const auto fine = steady_clock::now() + limite;
     while (!fatto() && steady_clock::now() < fine) {
         passo();
         const auto prossimo = steady_clock::now() + milliseconds(100);
@@ -21,11 +21,11 @@ bool RipetiFinche(F fatto, P passo)
     return fatto();
 }
 
-// Waits until `fatto` holds, at most 5 s.
+// Waits until `fatto` holds, at most `limite`.
 template <class F>
-bool AttendiFinche(F fatto)
+bool AttendiFinche(F fatto, std::chrono::milliseconds limite = std::chrono::seconds(5))
 {
-    return RipetiFinche(fatto, [] {});
+    return RipetiFinche(fatto, [] {}, limite);
 }
 
 #endif
