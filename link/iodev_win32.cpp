@@ -12,8 +12,9 @@
 //   (an auto-reset event), so that a stop, a hold or a resume reaches it at
 //   once on a silent line; a pending wait is released with SetCommMask.
 // - The queue count of ClearCommError is not always to be trusted, and the
-//   event mask of WaitCommEvent may come back 0, or the wait end at once
-//   (Wine does all three on a pseudo-terminal). So a completed port wait
+//   wait of WaitCommEvent may end at once with a mask of 0 (Wine on a
+//   pseudo-terminal does so whenever no byte waits, and has been seen to
+//   report the queue empty while bytes wait). So a completed port wait
 //   always leads to a drain, and a read that finds the queue count at 0 still
 //   asks for the whole buffer, with the port's all-at-once time limits but a
 //   wait of 20 ms instead of 1 s for the first byte: it returns as soon as

@@ -2,6 +2,9 @@
 // device context on a control of a dialog, a solid pen, the raster
 // operation, and straight lines. What is drawn lands on the control's canvas
 // (TTela, in the dialog's state), where tests and the text renderer read it.
+// It serves on Windows too: the windows drawn on are the toolkit's, not the
+// system's, so the system's GDI has no context to give on them until the
+// dialogs run on real windows.
 //
 // As on the platform, LineTo draws from the current position up to its end
 // point, leaving that point out, and moves the current position there. Lines

@@ -15,7 +15,6 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -27,6 +26,7 @@
 #include "link/iodev.h"
 #include "reports/digit_link.h"
 #include "support/registratore.h"
+#include "support/ripeti.h"
 #include "support/utente_finto.h"
 #include "tablet/catalogo.h"
 
@@ -43,6 +43,9 @@ const char* const dispositivoMancante = "/nonexistent/velmarin-tty";
 #endif
 // The close of a connection is over well within this; beyond it, it hangs.
 constexpr milliseconds limiteChiusura(1500);
+// What the tablet shows is heard well within this, even on a loaded machine
+// under Wine; beyond it, it is lost.
+constexpr milliseconds limiteAscolto(20000);
 
 // The tablet across the pipes: one command, one answer.
 std::string Chiedi(const std::string& comando)
@@ -66,18 +69,6 @@ public:
     std::ostream& t;
     int fallite = 0;
 };
-
-// Repeats `passo` every 100 ms until `fatto` holds, at most 5 s.
-bool RipetiFinche(const std::function<bool()>& fatto, const std::function<void()>& passo)
-{
-    const auto fine = steady_clock::now() + seconds(5);
-    while (!fatto() && steady_clock::now() < fine) {
-        passo();
-        const auto prossimo = steady_clock::now() + milliseconds(100);
-        while (!fatto() && steady_clock::now() < prossimo) std::this_thread::sleep_for(milliseconds(2));
-    }
-    return fatto();
-}
 
 // Model `tipo` on `porta` with the catalogue's line settings, reset chosen and
 // the first resolution. A pseudo-terminal keeps no parity, and Wine refuses a
@@ -111,7 +102,8 @@ std::string Comando(const TStato& s)
 
 bool Suona(const TStato& s, const TRegistratore& reg, std::size_t quante)
 {
-    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(Comando(s)); });
+    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(Comando(s)); },
+                        limiteAscolto);
 }
 
 // The close of a connected object, timed: reset off, so that only the close
@@ -150,7 +142,7 @@ void Modello(int tipo, int bottone, TControlli& c)
     }
     if (tipo == 4) {
         const int poll = std::stoi(Chiedi("poll"));
-        const bool catena = RipetiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; }, [] {});
+        const bool catena = AttendiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; }, limiteAscolto);
         c.Verifica(catena, nome + ": each answer to a poll brings the next poll");
     }
     digit->StopCommNotification();
@@ -208,9 +200,9 @@ void OgniByte(TControlli& c)
     c.Verifica(digit->Init(nullptr), "raw bytes: Init");
     Scrivi(digitLink.lenReport, dimBuffer);  // no format: the gather only grows
     c.Verifica(Invia(0, primi), "raw bytes: first burst sent");
-    c.Verifica(RipetiFinche([&] { return Raccolti() >= primi; }, [] {}), "raw bytes: the first burst arrives");
+    c.Verifica(AttendiFinche([&] { return Raccolti() >= primi; }, limiteAscolto), "raw bytes: the first burst arrives");
     c.Verifica(Invia(primi, tutti), "raw bytes: second burst sent");
-    c.Verifica(RipetiFinche([&] { return Raccolti() >= tutti; }, [] {}), "raw bytes: the second burst arrives");
+    c.Verifica(AttendiFinche([&] { return Raccolti() >= tutti; }, limiteAscolto), "raw bytes: the second burst arrives");
     std::string raccolti;
     {
         TCancelloConsegna cancello;
