@@ -178,7 +178,9 @@ TEST_P(UscitaGisTest, EachFeatureIsThereWhenWrittenAndTheFileIsAppendedToOrLeftA
     bool crs = false;
     std::vector<std::string> letti = Leggi(percorso, crs);
     EXPECT_EQ(letti, attesi);
-    if (f.crs) EXPECT_TRUE(crs);
+    if (f.crs) {
+        EXPECT_TRUE(crs);
+    }
 
     TUscitaGis ancora;
     if (!f.aggiunge) {
