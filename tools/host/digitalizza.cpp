@@ -3,7 +3,6 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
-#include <thread>
 
 namespace {
 
@@ -64,22 +63,41 @@ int TDigitalizzatore::Scritti() const
 // Called with the lock held.
 void TDigitalizzatore::Finito(const TElementoGis& e)
 {
-    std::string errore;
-    if (!uscita.Scrivi(e, errore)) {
-        std::fprintf(out, "velmarin-host: the %s is lost: %s\n", NomeGenere(e.genere), errore.c_str());
+    coda.push_back(e);
+    finiti.notify_one();
+}
+
+void TDigitalizzatore::ScriviFiniti(int ms)
+{
+    std::vector<TElementoGis> daScrivere;
+    {
+        std::unique_lock<std::mutex> g(mutex);
+        finiti.wait_for(g, std::chrono::milliseconds(ms), [this] { return !coda.empty(); });
+        daScrivere.swap(coda);
+    }
+    for (const TElementoGis& e : daScrivere) {
+        std::string errore;
+        if (!uscita.Scrivi(e, errore)) {
+            std::fprintf(out, "velmarin-host: the %s is lost: %s\n", NomeGenere(e.genere), errore.c_str());
+            std::fflush(out);
+            continue;
+        }
+        int n;
+        {
+            std::lock_guard<std::mutex> g(mutex);
+            n = ++scritti;
+        }
+        const TVertice& a = e.vertici.front();
+        if (e.genere == TGenere::punto) {
+            std::fprintf(out, "feature %d: point %.3f %.3f, button %d %s\n", n, a.est, a.nord, e.bottone,
+                         NomeCodiceFunzione(e.funzione));
+        } else {
+            const TVertice& b = e.vertici.back();
+            std::fprintf(out, "feature %d: %s, %zu vertices, %.3f %.3f to %.3f %.3f\n", n, NomeGenere(e.genere),
+                         e.vertici.size(), a.est, a.nord, b.est, b.nord);
+        }
         std::fflush(out);
-        return;
     }
-    const TVertice& a = e.vertici.front();
-    if (e.genere == TGenere::punto) {
-        std::fprintf(out, "feature %d: point %.3f %.3f, button %d %s\n", ++scritti, a.est, a.nord, e.bottone,
-                     NomeCodiceFunzione(e.funzione));
-    } else {
-        const TVertice& b = e.vertici.back();
-        std::fprintf(out, "feature %d: %s, %zu vertices, %.3f %.3f to %.3f %.3f\n", ++scritti, NomeGenere(e.genere),
-                     e.vertici.size(), a.est, a.nord, b.est, b.nord);
-    }
-    std::fflush(out);
 }
 
 // Called with the lock held.
@@ -117,16 +135,18 @@ bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* 
     std::fflush(out);
     while (!fermato) {
         if (terminale && terminale->Attivo()) {
+            digitalizzatore.ScriviFiniti(0);
             const TLettura t = terminale->LeggiTasto(50);
             if (t.tasto == TTasto::esc || t.tasto == TTasto::fine ||
                 (t.tasto == TTasto::carattere && (t.carattere == 'q' || t.carattere == 'Q')))
                 break;
         } else {
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            digitalizzatore.ScriviFiniti(50);
         }
     }
     digit.StopCommNotification();
     digitalizzatore.Chiudi();
+    digitalizzatore.ScriviFiniti(0);
     std::signal(SIGINT, primaInt);
     std::signal(SIGTERM, primaTerm);
     std::fprintf(out, "-- end: %d features written to %s\n", digitalizzatore.Scritti(), o.percorso.c_str());

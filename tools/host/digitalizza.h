@@ -8,7 +8,9 @@
 #define VELMARIN_HOST_DIGITALIZZA_H
 
 #include <cstdio>
+#include <condition_variable>
 #include <mutex>
+#include <vector>
 #include <string>
 
 #include "digit.h"
@@ -17,7 +19,9 @@
 #include "tracciatore.h"
 #include "uscita_gis.h"
 
-// The host's notification target while digitizing.
+// The host's notification target while digitizing. The features end on the
+// reader thread and are written on the host's: a reader kept waiting by a
+// file drops what the tablet sends meanwhile.
 class TDigitalizzatore : public CDigitNtfy {
 public:
     TDigitalizzatore(CDigit& digit, TUscitaGis& uscita, double passo, std::FILE* out);
@@ -25,6 +29,9 @@ public:
     void NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y) override;
     // Ends the open feature.
     void Chiudi();
+    // Writes the features ended since the last call, waiting at most `ms`
+    // for one when there is none.
+    void ScriviFiniti(int ms);
     int Scritti() const;
 
 private:
@@ -35,6 +42,8 @@ private:
     TUscitaGis& uscita;
     std::FILE* out;
     mutable std::mutex mutex;
+    std::condition_variable finiti;
+    std::vector<TElementoGis> coda;
     TTracciatore tracciatore;
     int scritti = 0;
 };

@@ -192,8 +192,7 @@ bool TUscitaGis::TImpl::Driver(std::string& errore)
             return false;
         }
     } else if (Esiste(o.percorso)) {
-        const char* const tutti[] = {nullptr};
-        TDs d(GDALDataset::Open(o.percorso.c_str(), GDAL_OF_VECTOR, tutti));
+        TDs d(GDALDataset::Open(o.percorso.c_str(), GDAL_OF_VECTOR));
         if (!d) {
             errore = o.percorso + " exists and is not a GIS file GDAL reads; it is left alone" + Motivo();
             return false;
@@ -259,8 +258,9 @@ bool TUscitaGis::TImpl::ApriFile(const std::string& percorso, TDs& dove, std::st
 bool TUscitaGis::TImpl::Strato(GDALDataset& d, const std::string& nome, OGRLayer*& strato, std::string& errore)
 {
     strato = d.GetLayerByName(nome.c_str());
-    // A format of one layer a file (GeoJSON, CSV, DXF...) names it by itself.
-    if (!strato && d.GetLayerCount() == 1 && (riscrivi || !d.TestCapability(ODsCCreateLayer))) strato = d.GetLayer(0);
+    // A format of one layer a file (GeoJSON, CSV, DXF...) names it by itself;
+    // what a reader shows beside it (DXF's blocks) is not written back.
+    if (!strato && d.GetLayerCount() > 0 && !Vero(driver, GDAL_DCAP_MULTIPLE_VECTOR_LAYERS)) strato = d.GetLayer(0);
     if (strato) {
         esistenti += std::max<GIntBig>(0, strato->GetFeatureCount());
         const OGRSpatialReference* suo = strato->GetSpatialRef();
@@ -303,8 +303,11 @@ bool TUscitaGis::TImpl::Riscrivi(std::string& errore)
         TDs nuovo(driver->Create((modello + "/" + nome).c_str(), 0, 0, 0, GDT_Unknown, nullptr));
         ok = nuovo != nullptr;
         CPLStringList opzioni = Opzioni(OpzioniStrato(driver));
-        for (int i = 0; ok && i < ds->GetLayerCount(); ++i)
-            ok = nuovo->CopyLayer(ds->GetLayer(i), ds->GetLayer(i)->GetName(), opzioni.List()) != nullptr;
+        const bool tutti = Vero(driver, GDAL_DCAP_MULTIPLE_VECTOR_LAYERS);
+        for (int i = 0; ok && i < ds->GetLayerCount(); ++i) {
+            OGRLayer* l = ds->GetLayer(i);
+            if (tutti || l == punti) ok = nuovo->CopyLayer(l, l->GetName(), opzioni.List()) != nullptr;
+        }
         if (!ok) errore = "cannot write " + o.percorso + Motivo();
     }
     if (!ok) {

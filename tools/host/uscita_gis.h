@@ -11,8 +11,9 @@
 //     rename, so the output is always a complete file.
 // An existing file is appended to: its layer of that name gets the new
 // features (the only layer, in a format that holds one), with the fields
-// below added when it lacks them; a file GDAL cannot read, or a layer in
-// another CRS, is refused. Shapefile layers hold one geometry type, so there
+// below added when it lacks them; a file GDAL cannot read, a layer in
+// another CRS, or a file GDAL cannot write back as it reads it (DXF) is
+// refused and left as it is. Shapefile layers hold one geometry type, so there
 // lines go to a second file beside the first, named <name>_lines.shp.
 //
 // Fields: kind ("point", "line", "polyline"), time (UTC, ISO 8601), button,

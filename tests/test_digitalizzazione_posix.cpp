@@ -1,0 +1,234 @@
+// Digitizing: what the buttons draw, and the GIS file it goes to, read back
+// with GDAL in each format the host is tried with.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "digit.h"
+#include "tracciatore.h"
+#include "uscita_gis.h"
+
+#ifdef VELMARIN_CON_GDAL
+#include <gdal_priv.h>
+#include <ogrsf_frmts.h>
+#endif
+
+namespace {
+
+// One step of a session: a press of a button of function `funzione`, or
+// (funzione -1) a move, at ground (e, n).
+struct TPasso {
+    int funzione;
+    double e, n;
+};
+
+struct TSessione {
+    const char* nome;
+    std::vector<TPasso> passi;
+    std::string attesi;  // each feature: p, l or P (polyline) and its vertex count
+    int scartati;        // features dropped for one vertex
+};
+
+void PrintTo(const TSessione& s, std::ostream* os) { *os << s.nome; }
+
+class TracciatoreTest : public ::testing::TestWithParam<TSessione> {};
+
+TEST_P(TracciatoreTest, TheButtonsDrawTheFeatures)
+{
+    std::string fatti;
+    int scartati = 0;
+    TTracciatore t(1.0, [&](const TElementoGis& e) {
+        fatti += e.genere == TGenere::punto ? "p" : e.genere == TGenere::linea ? "l" : "P";
+        fatti += std::to_string(e.vertici.size());
+        EXPECT_EQ(e.x, static_cast<int>(e.vertici.front().est)) << "the counts of the first vertex";
+    }, [&](const std::string& a) { scartati += a.find("dropped") != std::string::npos; });
+    for (const TPasso& p : GetParam().passi) {
+        if (p.funzione < 0) t.Mossa({p.e, p.n});
+        else t.Pressione(1, p.funzione, static_cast<int>(p.e), static_cast<int>(p.n), {p.e, p.n}, "t");
+    }
+    t.Chiudi();
+    EXPECT_EQ(fatti, GetParam().attesi);
+    EXPECT_EQ(scartati, GetParam().scartati);
+}
+
+constexpr int mossa = -1;
+INSTANTIATE_TEST_SUITE_P(
+    Sessioni, TracciatoreTest,
+    ::testing::Values(
+        TSessione{"punti", {{funzConferma, 1, 1}, {funzConferma, 2, 2}, {funzNessuna, 3, 3}}, "p1p1", 0},
+        // A "Fine Ent." line ends at its second vertex; the next Conferma is a point.
+        TSessione{"linea", {{funzLineaFineEnt, 0, 0}, {funzConferma, 5, 0}, {funzConferma, 9, 9}}, "l2p1", 0},
+        TSessione{"polilinea",
+                  {{funzPolilineaFineEnt, 0, 0}, {funzConferma, 5, 0}, {funzConferma, 5, 5}, {funzAnnulla, 0, 0}},
+                  "P3",
+                  0},
+        // Another opening function ends the open feature; Annulla on one
+        // vertex drops it.
+        TSessione{"apre_e_chiude",
+                  {{funzPolilineaFineEnt, 0, 0}, {funzConferma, 1, 0}, {funzLineaFineEnt, 7, 7}, {funzAnnulla, 0, 0},
+                   {funzAnnulla, 0, 0}},
+                  "P2",
+                  1},
+        // Free drawing takes a vertex each unit the pointer goes; Conferma
+        // adds one where it is pressed.
+        TSessione{"libera",
+                  {{funzPolilineaDisLib, 0, 0}, {mossa, 0.5, 0}, {mossa, 1.0, 0}, {mossa, 1.5, 0}, {mossa, 2.2, 0},
+                   {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}},
+                  "P4l2",
+                  0},
+        TSessione{"mosse_senza_linea", {{mossa, 0, 0}, {mossa, 5, 5}, {funzConferma, 5, 5}}, "p1", 0}),
+    [](const ::testing::TestParamInfo<TSessione>& i) { return std::string(i.param.nome); });
+
+#ifdef VELMARIN_CON_GDAL
+
+struct TFormato {
+    const char* nome;       // GDAL's
+    const char* estensione;
+    bool crs, attributi;    // the format carries them
+    bool aggiunge;          // GDAL writes back what it reads
+};
+
+void PrintTo(const TFormato& f, std::ostream* os) { *os << f.nome; }
+
+class UscitaGisTest : public ::testing::TestWithParam<TFormato> {
+protected:
+    void SetUp() override
+    {
+        char modello[] = "/tmp/velmarin-gis-XXXXXX";
+        ASSERT_NE(mkdtemp(modello), nullptr);
+        cartella = modello;
+    }
+    void TearDown() override { EXPECT_EQ(std::system(("rm -rf '" + cartella + "'").c_str()), 0); }
+
+    // Every feature of the files written to `percorso`, as WKT, with the
+    // function that made it and whether the layer is in EPSG:3003.
+    std::vector<std::string> Leggi(const std::string& percorso, bool& crs)
+    {
+        std::vector<std::string> v;
+        crs = true;
+        std::vector<std::string> files{percorso};
+        if (std::string(GetParam().nome) == "ESRI Shapefile") files.push_back(cartella + "/carta_lines.shp");
+        for (const std::string& f : files) {
+            std::unique_ptr<GDALDataset> ds(GDALDataset::Open(f.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY));
+            if (!ds) {
+                ADD_FAILURE() << "GDAL cannot read " << f;
+                continue;
+            }
+            for (OGRLayer* l : ds->GetLayers()) {
+                const OGRSpatialReference* s = l->GetSpatialRef();
+                crs = crs && s && s->GetAuthorityCode(nullptr) && std::string(s->GetAuthorityCode(nullptr)) == "3003";
+                for (auto& f : *l) {
+                    char* wkt = nullptr;
+                    f->GetGeometryRef()->exportToWkt(&wkt);
+                    const int i = f->GetFieldIndex("function");
+                    v.push_back(std::string(wkt) + (i >= 0 ? std::string(" ") + f->GetFieldAsString(i) : ""));
+                    CPLFree(wkt);
+                }
+            }
+        }
+        std::sort(v.begin(), v.end());
+        return v;
+    }
+
+    std::string cartella;
+};
+
+TElementoGis Elemento(TGenere g, std::vector<TVertice> v, int funzione)
+{
+    TElementoGis e;
+    e.genere = g, e.vertici = std::move(v), e.ora = "2026-11-23T10:00:00.000Z", e.bottone = 2, e.funzione = funzione;
+    e.x = 100, e.y = 200;
+    return e;
+}
+
+TEST_P(UscitaGisTest, EachFeatureIsThereWhenWrittenAndTheFileIsAppendedToOrLeftAlone)
+{
+    const TFormato& f = GetParam();
+    const std::string percorso = cartella + "/carta." + f.estensione;
+    const TOpzioniGis o{percorso, "", "EPSG:3003", "digitized"};
+    std::string errore;
+    std::vector<std::string> attesi;
+    {
+        TUscitaGis u;
+        ASSERT_TRUE(u.Apri(o, errore)) << errore;
+        const TElementoGis elementi[] = {
+            Elemento(TGenere::punto, {{1500100.5, 5000200.25}}, funzConferma),
+            Elemento(TGenere::linea, {{1500000, 5000000}, {1500010, 5000020}}, funzLineaFineEnt),
+            Elemento(TGenere::polilinea, {{1, 2}, {3, 4}, {5, 7}}, funzPolilineaDisLib)};
+        for (const TElementoGis& e : elementi) {
+            ASSERT_TRUE(u.Scrivi(e, errore)) << errore;
+            bool crs = false;
+            // Written is readable: nothing waits for the end of the run.
+            EXPECT_EQ(Leggi(percorso, crs).size(), attesi.size() + 1);
+            attesi.push_back("");
+        }
+    }
+    attesi = {"LINESTRING (1 2,3 4,5 7)", "LINESTRING (1500000 5000000,1500010 5000020)", "POINT (1500100.5 5000200.25)"};
+    if (f.attributi) {
+        attesi[0] += " funzPolilineaDisLib", attesi[1] += " funzLineaFineEnt", attesi[2] += " funzConferma";
+    }
+    bool crs = false;
+    std::vector<std::string> letti = Leggi(percorso, crs);
+    EXPECT_EQ(letti, attesi);
+    if (f.crs) {
+        EXPECT_TRUE(crs);
+    }
+
+    TUscitaGis ancora;
+    if (!f.aggiunge) {
+        EXPECT_FALSE(ancora.Apri(o, errore)) << "refused, not overwritten";
+        EXPECT_EQ(Leggi(percorso, crs).size(), 3u);
+        return;
+    }
+    ASSERT_TRUE(ancora.Apri(o, errore)) << errore;
+    EXPECT_NE(ancora.Descrizione().find("3 features already there"), std::string::npos) << ancora.Descrizione();
+    ASSERT_TRUE(ancora.Scrivi(Elemento(TGenere::punto, {{7, 8}}, funzConferma), errore)) << errore;
+    EXPECT_EQ(Leggi(percorso, crs).size(), 4u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formati, UscitaGisTest,
+                         ::testing::Values(TFormato{"GPKG", "gpkg", true, true, true},
+                                           TFormato{"GeoJSON", "geojson", true, true, true},
+                                           TFormato{"ESRI Shapefile", "shp", true, true, true},
+                                           TFormato{"CSV", "csv", false, true, true},
+                                           TFormato{"DXF", "dxf", false, false, false}),
+                         [](const ::testing::TestParamInfo<TFormato>& i) {
+                             return std::string(i.param.estensione);
+                         });
+
+// What is not a GIS file, or is in another CRS, is left alone.
+TEST(UscitaGis, RefusesWhatItWouldSpoil)
+{
+    char modello[] = "/tmp/velmarin-gis-XXXXXX";
+    ASSERT_NE(mkdtemp(modello), nullptr);
+    const std::string cartella = modello, testo = cartella + "/note.gpkg";
+    std::ofstream(testo) << "not a map\n";
+    std::string errore;
+    TUscitaGis u;
+    EXPECT_FALSE(u.Apri({testo, "", "", "digitized"}, errore));
+    EXPECT_NE(errore.find("is left alone"), std::string::npos) << errore;
+    std::ifstream in(testo);
+    std::string riga;
+    std::getline(in, riga);
+    EXPECT_EQ(riga, "not a map");
+
+    const std::string carta = cartella + "/carta.gpkg";
+    ASSERT_TRUE(TUscitaGis().Apri({carta, "", "EPSG:3003", "digitized"}, errore)) << errore;
+    EXPECT_FALSE(TUscitaGis().Apri({carta, "", "EPSG:4326", "digitized"}, errore));
+    EXPECT_NE(errore.find("not EPSG:4326"), std::string::npos) << errore;
+    EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "", "EPSG:nonsense", "d"}, errore));
+    EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "NoSuchFormat", "", "d"}, errore));
+    EXPECT_EQ(std::system(("rm -rf '" + cartella + "'").c_str()), 0);
+}
+
+#endif
+
+}  // namespace
