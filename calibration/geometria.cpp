@@ -6,21 +6,51 @@
 
 namespace {
 
+// Differences of 32-bit counts are below 2^32 in size, so their products are
+// below 2^64 and fit an unsigned 64-bit magnitude with a sign beside it; a sum
+// of two squares takes one bit more, kept as a carry. Exact on every target,
+// 32-bit ones included, with no wider integer type.
+struct TProdotto {
+    int segno;  // -1, 0, +1
+    std::uint64_t modulo;
+};
+
+std::uint64_t Modulo(std::int64_t v) { return v < 0 ? 0 - static_cast<std::uint64_t>(v) : static_cast<std::uint64_t>(v); }
+int Segno(std::int64_t v) { return (v > 0) - (v < 0); }
+
+TProdotto Prodotto(std::int64_t a, std::int64_t b) { return {Segno(a) * Segno(b), Modulo(a) * Modulo(b)}; }
+
+// -1, 0, +1 as p is less than, equal to or greater than q.
+int Confronta(const TProdotto& p, const TProdotto& q)
+{
+    if (p.segno != q.segno) return p.segno < q.segno ? -1 : +1;
+    if (p.modulo == q.modulo) return 0;
+    return (p.modulo < q.modulo ? -1 : +1) * (p.segno < 0 ? -1 : +1);
+}
+
+// a^2 + b^2 compared with c^2 + d^2.
+int ConfrontaQuadrati(std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d)
+{
+    const std::uint64_t s1 = Modulo(a) * Modulo(a) + Modulo(b) * Modulo(b);
+    const std::uint64_t s2 = Modulo(c) * Modulo(c) + Modulo(d) * Modulo(d);
+    const bool riporto1 = s1 < Modulo(a) * Modulo(a), riporto2 = s2 < Modulo(c) * Modulo(c);
+    if (riporto1 != riporto2) return riporto1 ? +1 : -1;
+    return (s1 > s2) - (s1 < s2);
+}
+
 // Orientation in exact arithmetic, for the counts whose 32-bit differences,
-// products or sums would overflow: differences of 32-bit values fit 64 bits,
-// their products and sums of squares fit 128.
+// products or sums would overflow.
 int CcwEsatto(std::int32_t x0, std::int32_t y0, std::int32_t x1, std::int32_t y1, std::int32_t x2,
               std::int32_t y2)
 {
-    __extension__ typedef __int128 TLargo;
-    const TLargo dx1 = static_cast<std::int64_t>(x1) - x0;
-    const TLargo dy1 = static_cast<std::int64_t>(y1) - y0;
-    const TLargo dx2 = static_cast<std::int64_t>(x2) - x0;
-    const TLargo dy2 = static_cast<std::int64_t>(y2) - y0;
-    if (dx1 * dy2 > dx2 * dy1) return +1;
-    if (dx1 * dy2 < dx2 * dy1) return -1;
-    if (dx1 * dx2 < 0 || dy1 * dy2 < 0) return -1;
-    if (dx1 * dx1 + dy1 * dy1 < dx2 * dx2 + dy2 * dy2) return +1;
+    const std::int64_t dx1 = static_cast<std::int64_t>(x1) - x0;
+    const std::int64_t dy1 = static_cast<std::int64_t>(y1) - y0;
+    const std::int64_t dx2 = static_cast<std::int64_t>(x2) - x0;
+    const std::int64_t dy2 = static_cast<std::int64_t>(y2) - y0;
+    const int lato = Confronta(Prodotto(dx1, dy2), Prodotto(dx2, dy1));
+    if (lato != 0) return lato;
+    if (Segno(dx1) * Segno(dx2) < 0 || Segno(dy1) * Segno(dy2) < 0) return -1;
+    if (ConfrontaQuadrati(dx1, dy1, dx2, dy2) < 0) return +1;
     return 0;
 }
 

@@ -181,11 +181,14 @@ VELMARIN_API int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, d
                  int& y);
 
 // ---------------------------------------------------------------------------
-// Port names. COMn stays the port's name; on this platform COMn opens
-// /dev/ttyS<n-1> unless the host maps it to another device path (a USB
-// adapter, a /dev/serial/by-id link, a pseudo-terminal). A null or empty path
-// restores the default. Returns 1 on success, 0 for a port number outside
-// 1..255.
+// Port names. COMn stays the port's name, and the host may map it to another
+// device: `path` is then what the port opens instead of its own device. On
+// Windows COMn opens "COMn", from COM10 on "\\.\COMn", and a mapped name
+// is given to CreateFileA as it is (another COM number, "\\.\COM12", any
+// device name). On POSIX COMn opens /dev/ttyS<n-1>, and a mapped path names
+// any terminal device (a USB adapter, a /dev/serial/by-id link, a
+// pseudo-terminal). A null or empty path restores the default. Returns 1 on
+// success, 0 for a port number outside 1..255.
 VELMARIN_API int IODevMapPort(int porta, const char* path);
 
 #endif

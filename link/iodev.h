@@ -1,7 +1,8 @@
 // The serial layer: one connection to one tablet, reached through the static
 // record devInfo, and the reader thread that hands what arrives to the report
-// path. On POSIX it stands on termios; see iodev.cpp for how each operation
-// maps to the platform.
+// path. One set of operations for every platform: iodev_posix.cpp stands on
+// termios, iodev_win32.cpp on the Win32 communication services, and each
+// tells how the operations map to its platform.
 #ifndef VELMARIN_IODEV_H
 #define VELMARIN_IODEV_H
 

@@ -1,11 +1,13 @@
 // The record of the one serial connection of the process, reached through the
-// static pointer devInfo (null while there is none), and the delivery gate.
+// static pointer devInfo (null while there is none), and what the serial layer
+// of each platform shares: the settings taken from the link, the delivery
+// gate, the drain and the reader's loop.
 //
-// On POSIX the port is a file descriptor set up with termios. Where the record
-// of the original design held a port handle and two completion blocks, this one
-// holds the descriptor, the reader std::thread and a wake descriptor (an
-// eventfd) on which the reader blocks together with the port, so that a stop,
-// a hold or a resume reaches it at once even on a silent line.
+// The record names no system type: the port and the wake object are plain
+// numbers that each platform's layer reads as its own (a descriptor and an
+// eventfd on POSIX, a HANDLE and an event on Windows), -1 while there is none.
+// Where the original record held two completion blocks, the Windows layer
+// keeps them beside the record, and the POSIX layer needs none.
 #ifndef VELMARIN_IODEV_INFO_H
 #define VELMARIN_IODEV_INFO_H
 
@@ -14,10 +16,18 @@
 #include <string>
 #include <thread>
 
-#include <termios.h>
+struct TDigitLink;
+
+#if defined(_WIN32)
+using TThreadLettore = std::intptr_t;  // the reader's thread HANDLE, 0 when there is none
+#else
+using TThreadLettore = std::thread;    // not joinable when there is none
+#endif
+
+constexpr std::intptr_t nessunOggetto = -1;  // no port, no wake object
 
 struct TIODevInfo {
-    int hCom = -1;                  // port descriptor, -1 while not open
+    std::intptr_t hCom = nessunOggetto;  // the port, while open
     std::uint8_t porta = 0;         // COM port number
     std::atomic<int> attivo{0};     // the reader's run flag
     std::uint8_t bitDati = 0;
@@ -25,8 +35,10 @@ struct TIODevInfo {
     std::uint8_t codiceParita = 0;  // 0 none, 1 odd, 2 even
     std::uint8_t codiceStop = 0;    // 0 one stop bit, 2 two
     std::int32_t velocita = 0;      // 4800, 9600 or 19200
-    std::thread hThread;            // the reader; not joinable when there is none
-    int svegliaFd = -1;             // eventfd that wakes the reader, open while the port is
+    TThreadLettore hThread{};       // the reader
+    // Wakes the reader from its wait on the port, so that a stop, a hold or a
+    // resume reaches it at once even on a silent line; open while the port is.
+    std::intptr_t sveglia = nessunOggetto;
     std::atomic<std::uint8_t> abilitato{0};  // delivery on (1) or off (0)
     // Handle given to the link and to CDigit for the open port: a number that
     // no earlier open of the process has used, so that a stale copy of it
@@ -36,22 +48,53 @@ struct TIODevInfo {
 
 extern TIODevInfo* devInfo;
 
-// The record's settings on a termios as read from the port: binary transfer
-// with no processing of any kind, the record's rate, size, parity and stop
-// bits, and flow control by its flags; what is not named stays as the port
-// had it. False for a data size that no port takes: the port refuses the
-// settings as a whole.
-bool TermiosDelRecord(const TIODevInfo& d, termios& t);
-// Sets a termios on the port; false when the port refuses it.
-bool ImpostaLinea(int fd, const termios& t);
+// A new record with the settings of the link mapped as the port takes them
+// (rates other than 4800 and 19200 become 9600, parity letters become codes,
+// stop bits other than 2 become one); null when it cannot be allocated.
+TIODevInfo* NuovoRecord(const TDigitLink& link);
+
+// A handle for a port just opened, never given before in this process.
+std::intptr_t NuovoHandle();
 
 // "COM<n>": the port's name, whatever device stands behind it.
 std::string NomePorta(int porta);
-// The device path that port `porta` opens: the one mapped by IODevMapPort, or
-// /dev/ttyS<porta-1>. Empty for a port number that has no device.
+// The device that port `porta` opens: the one mapped by IODevMapPort, or the
+// platform's own for that number. Empty for a port number that has none.
 std::string PercorsoPorta(int porta);
+// The platform's own device for a port number in 1..255.
+std::string PercorsoPredefinito(int porta);
 
 // Write time limit per byte, in milliseconds, at a baud rate: 19200 / rate.
 inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / velocita; }
+
+// The platform's steps of the open, from the port's name to the lines: open
+// exclusively, set up and configure the port, start the reader, then raise
+// DTR and RTS. 1 when the reader runs; 0 with the port closed again.
+int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
+
+// How a platform's reader waits. The shared loop asks it to wait for the
+// port while delivery is on, and for a wake-up alone while it is held.
+class TAttesaLettore {
+public:
+    enum TEsito {
+        svegliato,  // woken, or nothing to read: test the flags again
+        byte,       // the port may hold bytes: drain it
+        guasto,     // the port reports a fault and no bytes: pause, then again
+    };
+    virtual TEsito AttendiPorta() = 0;
+    // Waits for a wake-up alone, at most `ms` milliseconds (-1: no limit).
+    virtual void AttendiSveglia(int ms) = 0;
+
+protected:
+    ~TAttesaLettore() = default;
+};
+
+// The reader's box when its wait objects could not be made.
+void BoxGuastoLettore();
+
+// The reader's loop, from the flags set by the open to the stop: wait for
+// the port, drain it under the delivery gate, hand every read to the report
+// path. Returns the thread's exit value for a regular end, 1.
+std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa);
 
 #endif

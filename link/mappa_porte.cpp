@@ -1,7 +1,7 @@
-// Port names and the device paths behind them. The library keeps the name
-// "COM<n>" for its port; on this platform COMn opens /dev/ttyS<n-1> unless the
-// host has mapped it to another path. The table is filled only through
-// IODevMapPort: nothing reads the environment or a file.
+// Port names and the devices behind them. The library keeps the name
+// "COM<n>" for its port; COMn opens the platform's own device for n unless
+// the host has mapped it to another. The table is filled only through
+// IODevMapPort: nothing reads the environment, a file or the registry.
 #include <array>
 #include <cstdio>
 #include <mutex>
@@ -41,5 +41,5 @@ std::string PercorsoPorta(int porta)
         const std::string& mappato = mappa[static_cast<std::size_t>(porta)];
         if (!mappato.empty()) return mappato;
     }
-    return "/dev/ttyS" + std::to_string(porta - 1);
+    return PercorsoPredefinito(porta);
 }

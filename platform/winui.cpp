@@ -1,30 +1,28 @@
+// The services of winui.h: the library's handlers in front of what the
+// platform does (sistema.h).
 #include "winui.h"
 
 #include <atomic>
-#include <chrono>
-#include <cstdio>
-#include <cstring>
-#include <thread>
+#include <cstdint>
 
-#include "resources/stringhe.h"
+#include "platform/sistema.h"
 
-const char* const IDC_WAIT = "IDC_WAIT";
+// The platform's resource number of the wait cursor.
+const char* const IDC_WAIT = reinterpret_cast<const char*>(std::uintptr_t{32514});
 
 namespace {
 
 class TInterfacciaPredefinita : public TInterfacciaUtente {
 public:
-    int messageBox(HWND, const char* text, const char* caption, unsigned flags) override
+    int messageBox(HWND owner, const char* text, const char* caption, unsigned flags) override
     {
-        std::fprintf(stderr, "[%s] %s\n", caption ? caption : "", text ? text : "");
-        return (flags & 0x0F) == MB_YESNO ? IDYES : IDOK;
+        return SistemaMessaggio(owner, text, caption, flags);
     }
-    void beep(unsigned) override {}
+    void beep(unsigned type) override { SistemaBeep(type); }
 };
 
 TInterfacciaPredefinita predefinita;
 std::atomic<TInterfacciaUtente*> interfaccia{&predefinita};
-std::atomic<HCURSOR> cursore{nullptr};
 std::atomic<TSorgenteTick> sorgenteTick{nullptr};
 
 }  // namespace
@@ -45,22 +43,16 @@ int MessageBeep(unsigned type)
     return 1;
 }
 
-HCURSOR LoadCursorA(HINSTANCE, const char* name) { return name; }
+HCURSOR LoadCursorA(HINSTANCE instance, const char* name) { return SistemaCaricaCursore(instance, name); }
 
-HCURSOR SetCursor(HCURSOR nuovo) { return cursore.exchange(nuovo); }
+HCURSOR SetCursor(HCURSOR nuovo) { return SistemaImpostaCursore(nuovo); }
 
-HCURSOR CursoreCorrente() { return cursore.load(); }
+HCURSOR CursoreCorrente() { return SistemaCursoreCorrente(); }
 
-int LoadStringA(HINSTANCE, unsigned id, char* buf, int size)
+int LoadStringA(HINSTANCE instance, unsigned id, char* buf, int size)
 {
     if (!buf || size <= 0) return 0;
-    const char* testo = TestoRisorsa(id);
-    if (!testo) {
-        buf[0] = '\0';
-        return 0;
-    }
-    std::snprintf(buf, static_cast<std::size_t>(size), "%s", testo);
-    return static_cast<int>(std::strlen(buf));
+    return SistemaStringa(instance, id, buf, size);
 }
 
 void ImpostaSorgenteTick(TSorgenteTick sorgente) { sorgenteTick.store(sorgente); }
@@ -68,9 +60,7 @@ void ImpostaSorgenteTick(TSorgenteTick sorgente) { sorgenteTick.store(sorgente);
 std::uint32_t GetTickCount()
 {
     if (TSorgenteTick s = sorgenteTick.load()) return s();
-    using namespace std::chrono;
-    const auto ms = duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-    return static_cast<std::uint32_t>(ms);
+    return SistemaTick();
 }
 
-void Sleep(std::uint32_t ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+void Sleep(std::uint32_t ms) { SistemaAttesa(ms); }

@@ -1,9 +1,10 @@
-// Our stand-in for the few Windows user-interface and timing services the
-// library calls: message boxes, beeps, the wait cursor, the string table,
-// the millisecond tick and Sleep. Boxes and beeps go to a pluggable handler:
-// by default a box is written to standard error and answered with its default
-// button; tests and front ends install their own. All of it may be called from
-// the reader thread too.
+// The few Windows user-interface and timing services the library calls:
+// message boxes, beeps, the wait cursor, the string table, the millisecond
+// tick and Sleep. On Windows they are the system's own; elsewhere our
+// stand-ins (sistema.h tells each). Boxes and beeps go to a pluggable
+// handler: by default the platform's (on POSIX a box is written to standard
+// error and answered with its default button); tests and front ends install
+// their own. All of it may be called from the reader thread too.
 #ifndef VELMARIN_WINUI_H
 #define VELMARIN_WINUI_H
 
@@ -22,7 +23,7 @@ constexpr int IDCANCEL = 2;
 constexpr int IDYES = 6;
 constexpr int IDNO = 7;
 
-extern const char* const IDC_WAIT;
+extern const char* const IDC_WAIT;  // a resource number, as on the platform
 
 // Receives what the library shows and sounds.
 class TInterfacciaUtente {

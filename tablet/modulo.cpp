@@ -1,20 +1,21 @@
-// The library's entry point. On load it initialises its GModule with its
-// instance handle, the address of the module itself, which stands in for the
-// handle that the original platform gives the entry point.
+// The library's module object, its instance handle, and its texts. The
+// entry point of each platform (ingresso_posix.cpp, ingresso_win32.cpp)
+// starts them.
 #include "modulo.h"
+
+#include "tablet/avvio.h"
 
 namespace {
 
-char ancoraIstanza;  // its address is the library's instance handle
 HINSTANCE istanzaLibreria = nullptr;
 
-__attribute__((constructor)) void AvvioLibreria()
+}  // namespace
+
+void AvviaLibreria(void* istanza)
 {
-    istanzaLibreria = &ancoraIstanza;
+    istanzaLibreria = istanza;
     ModuloLibreria().init(istanzaLibreria);
 }
-
-}  // namespace
 
 GModule& ModuloLibreria()
 {

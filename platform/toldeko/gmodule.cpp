@@ -3,7 +3,6 @@
 #include <atomic>
 
 #include "resources/modelli_dialogo.h"
-#include "resources/stringhe.h"
 
 namespace {
 
@@ -19,8 +18,9 @@ void GModule::init(HINSTANCE instance)
 
 std::string GModule::loadString(unsigned id) const
 {
-    const char* testo = TestoRisorsa(id);
-    return testo ? testo : "";
+    char buf[1024];
+    LoadStringA(istanza, id, buf, sizeof buf);
+    return buf;
 }
 
 const TModelloDialogo* GModule::findTemplate(unsigned id) const { return ModelloDialogo(id); }

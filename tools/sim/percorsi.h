@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "sim/tavoletta_pty.h"
+#include "sim/stato_puntatore.h"
 
 using TPercorso = std::vector<TStatoPuntatore>;
 

@@ -24,10 +24,7 @@
 #include <thread>
 #include <vector>
 
-struct TStatoPuntatore {
-    std::int32_t x, y;
-    int bottone;  // 0 = none
-};
+#include "sim/stato_puntatore.h"
 
 struct TByteRicevuto {
     std::uint8_t byte;
@@ -51,6 +48,8 @@ public:
     // The slave's line settings as the library left them (on Linux the
     // master answers with its slave's settings).
     bool LeggiImpostazioni(termios& t) const;
+    // Puts the slave's line settings back to the raw ones it was made with.
+    bool RipristinaImpostazioni();
 
     // Sends bytes as the tablet; false if they could not all go within 2 s.
     bool Invia(const std::string& byte);

@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "link/iodev.h"
-#include "link/iodev_info.h"
+#include "link/linea_posix.h"
 #include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/registratore.h"

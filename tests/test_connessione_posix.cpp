@@ -20,7 +20,6 @@
 #include "support/prova_su_linea.h"
 #include "support/registratore.h"
 #include "support/suona.h"
-#include "tablet/modulo.h"
 
 namespace {
 
@@ -236,16 +235,6 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
         EXPECT_TRUE(lento.finita) << (chiudi ? "close" : "stop") << " returned during the notification";
         d.StopCommNotification();
     }
-}
-
-// The one text of the connection that no test can make it show: the record
-// that cannot be made.
-TEST(TestiTest, TheConnectionsTextsStandInTheTableOfTheModuleLoadedWithItsInstance)
-{
-    EXPECT_EQ(LoadResString(10072), "Creazione parametri conness. non effettuata");
-    EXPECT_EQ(ModuloLibreria().loadString(10072), "Creazione parametri conness. non effettuata");
-    EXPECT_NE(IstanzaLibreria(), nullptr);
-    EXPECT_EQ(ModuloLibreria().instance(), IstanzaLibreria());
 }
 
 }  // namespace

@@ -62,6 +62,14 @@ TTavolettaPty::~TTavolettaPty()
 
 bool TTavolettaPty::LeggiImpostazioni(termios& t) const { return master >= 0 && tcgetattr(master, &t) == 0; }
 
+bool TTavolettaPty::RipristinaImpostazioni()
+{
+    termios t{};
+    if (!LeggiImpostazioni(t)) return false;
+    cfmakeraw(&t);
+    return tcsetattr(master, TCSANOW, &t) == 0;
+}
+
 bool TTavolettaPty::Invia(const std::string& byte)
 {
     if (master < 0) return false;

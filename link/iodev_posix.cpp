@@ -33,30 +33,24 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <mutex>
-#include <new>
 #include <system_error>
 
 #include "link/iodev_info.h"
-#include "platform/winui.h"
+#include "link/linea_posix.h"
 #include "reports/digit_link.h"
-
-TIODevInfo* devInfo = nullptr;
 
 namespace {
 
-std::mutex cancello;                          // the delivery gate
-std::atomic<std::thread::id> idLettore{};     // the reader thread while it runs
-std::atomic<std::intptr_t> ultimoHandle{0};   // last handle given to an open port
-
 constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to complete
-constexpr int pausaGuasto = 20;      // ms the reader pauses on a port that reports no bytes
 
+int Fd(std::intptr_t oggetto) { return static_cast<int>(oggetto); }
+
+// Wakes the reader from any wait of its own.
 void Sveglia(const TIODevInfo& d)
 {
-    if (d.svegliaFd < 0) return;
+    if (d.sveglia < 0) return;
     const std::uint64_t uno = 1;
-    const ssize_t r = write(d.svegliaFd, &uno, sizeof uno);
+    const ssize_t r = write(Fd(d.sveglia), &uno, sizeof uno);
     (void)r;  // a full counter already wakes the reader
 }
 
@@ -67,21 +61,29 @@ void ConsumaSveglia(int fd)
     (void)r;
 }
 
-// Waits on the wake descriptor alone, at most `ms` (-1: no limit).
-void AttendiSveglia(const TIODevInfo& d, int ms)
-{
-    pollfd p{d.svegliaFd, POLLIN, 0};
-    if (poll(&p, 1, ms) > 0 && (p.revents & POLLIN)) ConsumaSveglia(d.svegliaFd);
-}
+// The reader blocks in poll(2) on the port and on the wake descriptor.
+class TAttesaPoll : public TAttesaLettore {
+public:
+    explicit TAttesaPoll(const TIODevInfo& d) : porta(Fd(d.hCom)), sveglia(Fd(d.sveglia)) {}
 
-// Waits for the port or a wake-up; returns the port's events.
-short AttendiPorta(const TIODevInfo& d)
-{
-    pollfd p[2] = {{d.hCom, POLLIN, 0}, {d.svegliaFd, POLLIN, 0}};
-    if (poll(p, 2, -1) <= 0) return 0;
-    if (p[1].revents & POLLIN) ConsumaSveglia(d.svegliaFd);
-    return p[0].revents;
-}
+    TEsito AttendiPorta() override
+    {
+        pollfd p[2] = {{porta, POLLIN, 0}, {sveglia, POLLIN, 0}};
+        if (poll(p, 2, -1) <= 0) return svegliato;
+        if (p[1].revents & POLLIN) ConsumaSveglia(sveglia);
+        if (p[0].revents & POLLIN) return byte;
+        return p[0].revents ? guasto : svegliato;
+    }
+
+    void AttendiSveglia(int ms) override
+    {
+        pollfd p{sveglia, POLLIN, 0};
+        if (poll(&p, 1, ms) > 0 && (p.revents & POLLIN)) ConsumaSveglia(sveglia);
+    }
+
+private:
+    int porta, sveglia;
+};
 
 void Linea(int fd, int bit, bool alza)
 {
@@ -93,9 +95,15 @@ void Svuota(int fd, int code) { (void)tcflush(fd, code); }
 
 void ChiudiPorta(TIODevInfo& d)
 {
-    (void)ioctl(d.hCom, TIOCNXCL);
-    close(d.hCom);
-    d.hCom = -1;
+    (void)ioctl(Fd(d.hCom), TIOCNXCL);
+    close(Fd(d.hCom));
+    d.hCom = nessunOggetto;
+}
+
+void ChiudiSveglia(TIODevInfo& d)
+{
+    if (d.sveglia >= 0) close(Fd(d.sveglia));
+    d.sveglia = nessunOggetto;
 }
 
 // Opens the port of the record exclusively; -1 when it cannot be had.
@@ -112,7 +120,8 @@ int ApriEsclusivo(const TIODevInfo& d)
     return fd;
 }
 
-// Steps of the open between the name and the lines; 1 when the reader runs.
+}  // namespace
+
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
     if (d.hCom >= 0) return 0;  // already open: the exclusive open fails
@@ -127,76 +136,37 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     }
     // The reader's wake object. If it cannot be made the reader ends at its
     // start, with its box, and the port stays open until IODevClose.
-    d.svegliaFd = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    d.sveglia = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     d.attivo = 1;  // before the thread exists, so that it finds it set
     try {
         d.hThread = std::thread(IODevThread, &link);
     } catch (const std::system_error&) {
         d.attivo = 0;
-        if (d.svegliaFd >= 0) close(d.svegliaFd);
-        d.svegliaFd = -1;
+        ChiudiSveglia(d);
         ChiudiPorta(d);
         return 0;
     }
-    d.handle = ++ultimoHandle;
+    d.handle = NuovoHandle();
     Linea(fd, TIOCM_DTR, true);
     Linea(fd, TIOCM_RTS, true);
     return 1;
 }
 
-// One drain under the gate: read what the port holds and hand it on, until
-// a read finds nothing or the gather has no room. Returns the bytes read.
-std::int32_t Drena(const TIODevInfo& d, TDigitLink& link)
-{
-    std::lock_guard<std::mutex> g(cancello);
-    if (!d.attivo || !d.abilitato) return 0;  // held meanwhile: these bytes go with the resume's purge
-    std::int32_t totale = 0;
-    do {
-        link.numLetti = static_cast<std::int32_t>(IODevRead(link.bufLettura, dimBuffer));
-        if (link.numLetti > 0) {
-            totale += link.numLetti;
-            ProcessaReport(link);
-        }
-    } while (link.numLetti > 0);
-    return totale;
-}
-
-}  // namespace
-
 int IODevCreate(TDigitLink& link)
 {
     if (devInfo) return 1;
-    TIODevInfo* d = new (std::nothrow) TIODevInfo;
-    if (!d) return -1;
-    d->porta = link.porta;
-    d->velocita = (link.velocita == 4800 || link.velocita == 19200) ? link.velocita : 9600;
-    d->codiceParita = link.parita == 'E' ? 2 : link.parita == 'O' ? 1 : 0;
-    d->codiceStop = link.bitStop == 2 ? 2 : 0;
-    d->bitDati = link.bitDati;
-    d->controlloFlusso = link.controlloFlusso;
-    devInfo = d;
-    return 1;
+    devInfo = NuovoRecord(link);
+    return devInfo ? 1 : -1;
 }
 
 int IODevConfigure()
 {
     if (!devInfo) return 0;
     termios t{};
-    const bool letto = tcgetattr(devInfo->hCom, &t) == 0;
-    const int esito = letto && TermiosDelRecord(*devInfo, t) && ImpostaLinea(devInfo->hCom, t);
+    const int fd = Fd(devInfo->hCom);
+    const bool letto = tcgetattr(fd, &t) == 0;
+    const int esito = letto && TermiosDelRecord(*devInfo, t) && ImpostaLinea(fd, t);
     devInfo->abilitato = 1;  // whatever the port answered
-    return esito;
-}
-
-int IODevOpen(TDigitLink& link)
-{
-    link.numAccum = 0;
-    if (!devInfo) return 0;
-    Scrivi(link.hPorta, 0);
-    const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
-    const int esito = AvviaConnessione(*devInfo, link);
-    SetCursor(precedente);
-    if (devInfo->attivo) Scrivi(link.hPorta, devInfo->handle);
     return esito;
 }
 
@@ -209,12 +179,11 @@ int IODevClose()
     d.attivo = 0;
     Sveglia(d);
     if (d.hThread.joinable()) d.hThread.join();
-    if (d.svegliaFd >= 0) close(d.svegliaFd);
-    d.svegliaFd = -1;
+    ChiudiSveglia(d);
     if (d.hCom >= 0) {
-        Linea(d.hCom, TIOCM_DTR, false);
-        Linea(d.hCom, TIOCM_RTS, false);
-        Svuota(d.hCom, TCIOFLUSH);
+        Linea(Fd(d.hCom), TIOCM_DTR, false);
+        Linea(Fd(d.hCom), TIOCM_RTS, false);
+        Svuota(Fd(d.hCom), TCIOFLUSH);
         ChiudiPorta(d);
     }
     d.handle = 0;
@@ -233,7 +202,7 @@ int IODevDestroy()
 std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
 {
     if (!devInfo) return 0;
-    const int fd = devInfo->hCom;
+    const int fd = Fd(devInfo->hCom);
     int coda = 0;
     if (ioctl(fd, FIONREAD, &coda) != 0 || coda <= 0) return 0;
     const std::uint32_t quanti = std::min(massimo, static_cast<std::uint32_t>(coda));
@@ -250,7 +219,7 @@ int IODevWrite(const void* buffer, std::uint32_t quanti)
 {
     if (!devInfo || !devInfo->abilitato || devInfo->hCom < 0) return 0;
     using orologio = std::chrono::steady_clock;
-    const int fd = devInfo->hCom;
+    const int fd = Fd(devInfo->hCom);
     const auto scadenza = orologio::now() +
         std::chrono::milliseconds(static_cast<std::int64_t>(quanti) * MoltiplicatoreScrittura(devInfo->velocita));
     const auto* p = static_cast<const std::uint8_t*>(buffer);
@@ -275,30 +244,18 @@ int IODevWrite(const void* buffer, std::uint32_t quanti)
 std::uint32_t IODevThread(TDigitLink* link)
 {
     if (!devInfo) return 0;
-    const TIODevInfo& d = *devInfo;
-    if (d.svegliaFd < 0) {
-        MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
+    if (devInfo->sveglia < 0) {
+        BoxGuastoLettore();
         return 0;
     }
-    idLettore = std::this_thread::get_id();
-    while (d.attivo) {
-        if (!d.abilitato) {
-            AttendiSveglia(d, -1);
-            continue;
-        }
-        const short eventi = AttendiPorta(d);
-        if (eventi == 0) continue;  // woken, or nothing from the port: test the flags again
-        const std::int32_t letti = (eventi & POLLIN) ? Drena(d, *link) : 0;
-        if (letti == 0 && (eventi & (POLLHUP | POLLERR | POLLNVAL | POLLIN))) AttendiSveglia(d, pausaGuasto);
-    }
-    idLettore = std::thread::id{};
-    return 1;
+    TAttesaPoll attesa(*devInfo);
+    return CicloLettore(*link, attesa);
 }
 
 int IODevHold()
 {
     if (!devInfo) return 0;
-    Linea(devInfo->hCom, TIOCM_DTR, false);
+    Linea(Fd(devInfo->hCom), TIOCM_DTR, false);
     devInfo->abilitato = 0;
     Sveglia(*devInfo);
     return 1;
@@ -307,8 +264,8 @@ int IODevHold()
 int IODevResume()
 {
     if (!devInfo) return 0;
-    Svuota(devInfo->hCom, TCIOFLUSH);
-    Linea(devInfo->hCom, TIOCM_DTR, true);
+    Svuota(Fd(devInfo->hCom), TCIOFLUSH);
+    Linea(Fd(devInfo->hCom), TIOCM_DTR, true);
     devInfo->abilitato = 1;
     Sveglia(*devInfo);
     return 1;
@@ -316,34 +273,23 @@ int IODevResume()
 
 void IODevSetDtr()
 {
-    if (devInfo) Linea(devInfo->hCom, TIOCM_DTR, true);
+    if (devInfo) Linea(Fd(devInfo->hCom), TIOCM_DTR, true);
 }
 
 void IODevSetRts()
 {
-    if (devInfo) Linea(devInfo->hCom, TIOCM_RTS, true);
+    if (devInfo) Linea(Fd(devInfo->hCom), TIOCM_RTS, true);
 }
 
 void IODevPurgeTx()
 {
-    if (devInfo) Svuota(devInfo->hCom, TCOFLUSH);
+    if (devInfo) Svuota(Fd(devInfo->hCom), TCOFLUSH);
 }
 
 void IODevPurgeRx()
 {
-    if (devInfo) Svuota(devInfo->hCom, TCIFLUSH);
+    if (devInfo) Svuota(Fd(devInfo->hCom), TCIFLUSH);
 }
 
-std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
 
-bool IODevSulLettore() { return idLettore.load() == std::this_thread::get_id(); }
-
-TCancelloConsegna::TCancelloConsegna() : preso(!IODevSulLettore())
-{
-    if (preso) cancello.lock();
-}
-
-TCancelloConsegna::~TCancelloConsegna()
-{
-    if (preso) cancello.unlock();
-}
+std::string PercorsoPredefinito(int porta) { return "/dev/ttyS" + std::to_string(porta - 1); }

@@ -5,7 +5,7 @@
 
 #include <cerrno>
 
-#include "link/iodev_info.h"
+#include "link/linea_posix.h"
 
 namespace {
 

@@ -1,0 +1,341 @@
+// The serial layer on the Win32 communication services.
+//
+// The port opens by CreateFileA of its name ("COMn", "\\.\COMn" above 9, or
+// the name mapped by IODevMapPort), exclusively and for overlapped use, and is
+// set up with SetCommMask(EV_RXCHAR), SetupComm(4096, 4096), PurgeComm,
+// SetCommTimeouts and GetCommState/SetCommState; DTR and RTS go up only once
+// the reader runs. Reads and writes are overlapped, each kind with its own
+// completion block beside the record.
+//
+// Where this layer goes beyond the original design:
+// - The reader waits for its port event together with a wake object
+//   (an auto-reset event), so that a stop, a hold or a resume reaches it at
+//   once on a silent line; a pending wait is released with SetCommMask.
+// - The queue count of ClearCommError is not always to be trusted, and the
+//   event mask of WaitCommEvent may come back 0, or the wait end at once
+//   (Wine does all three on a pseudo-terminal). So a completed port wait
+//   always leads to a drain, and a read that finds the queue count at 0 still
+//   asks for the whole buffer, with the port's all-at-once time limits but a
+//   wait of 20 ms instead of 1 s for the first byte: it returns as soon as
+//   bytes are there (Wine: once the 20 ms are over, with all that came), or
+//   empty. Where the port wait ends at once, that read and the reader's pause
+//   after an empty drain keep the reader from spinning.
+// - Two threads write (the host, and the reader with the poll of the polled
+//   model); their writes take turns on the one write block.
+#include "link/iodev.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <mutex>
+
+#include "link/iodev_info.h"
+#include "link/linea_win32.h"
+#include "reports/digit_link.h"
+
+namespace {
+
+OVERLAPPED ovLettura{};    // completion block of all reads
+OVERLAPPED ovScrittura{};  // completion block of all writes
+std::mutex turnoScrittura;
+
+constexpr DWORD dimCoda = 4096;
+constexpr DWORD tutteLeCode = PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR;
+
+HANDLE H(std::intptr_t oggetto) { return reinterpret_cast<HANDLE>(oggetto); }
+std::intptr_t N(HANDLE h) { return h ? reinterpret_cast<std::intptr_t>(h) : nessunOggetto; }
+HANDLE Porta() { return H(devInfo->hCom); }
+
+void Chiudi(std::intptr_t& oggetto)
+{
+    if (oggetto != nessunOggetto) CloseHandle(H(oggetto));
+    oggetto = nessunOggetto;
+}
+
+void ChiudiEvento(OVERLAPPED& ov)
+{
+    if (ov.hEvent) CloseHandle(ov.hEvent);
+    ov = OVERLAPPED{};
+}
+
+bool NuovoEvento(OVERLAPPED& ov)
+{
+    ov = OVERLAPPED{};
+    ov.hEvent = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    return ov.hEvent != nullptr;
+}
+
+// Completes a transfer that is pending on its block; the count it reports.
+bool Completa(HANDLE porta, OVERLAPPED& ov, DWORD& n)
+{
+    for (;;) {
+        if (GetOverlappedResult(porta, &ov, &n, TRUE)) return true;
+        if (GetLastError() != ERROR_IO_INCOMPLETE) return false;
+    }
+}
+
+// Wakes the reader from any wait of its own.
+void Sveglia(const TIODevInfo& d)
+{
+    if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
+}
+
+// One read into the buffer with the read block; the count it brought. A
+// wake-up cancels a read still pending, so that a stop never waits on a port
+// that keeps a read for itself; what the read had brought still counts, and
+// the wake-up is signalled again for the reader's next test of its flags.
+DWORD Leggi(std::uint8_t* buffer, DWORD quanti)
+{
+    const HANDLE porta = Porta();
+    DWORD letti = 0;
+    if (ReadFile(porta, buffer, quanti, &letti, &ovLettura)) return letti;
+    if (GetLastError() != ERROR_IO_PENDING) {
+        ClearCommError(porta, nullptr, nullptr);
+        return 0;
+    }
+    const HANDLE oggetti[] = {ovLettura.hEvent, H(devInfo->sveglia)};
+    if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) != WAIT_OBJECT_0) {
+        CancelIo(porta);
+        SetEvent(oggetti[1]);
+    }
+    if (Completa(porta, ovLettura, letti) || GetLastError() == ERROR_OPERATION_ABORTED) return letti;
+    ClearCommError(porta, nullptr, nullptr);
+    return 0;
+}
+
+// One read with a short limit for the first byte, which returns as soon as
+// bytes are there, or empty once the limit is over; then the port's own
+// limits again.
+DWORD LeggiQuantoCe(std::uint8_t* buffer, DWORD massimo)
+{
+    COMMTIMEOUTS breve = LimitiPorta(*devInfo, attesaBreve);
+    SetCommTimeouts(Porta(), &breve);
+    const DWORD letti = Leggi(buffer, massimo);
+    COMMTIMEOUTS proprie = LimitiPorta(*devInfo);
+    SetCommTimeouts(Porta(), &proprie);
+    return letti;
+}
+
+// The reader waits with its own event on WaitCommEvent, and on the wake object.
+class TAttesaComm : public TAttesaLettore {
+public:
+    TAttesaComm(HANDLE porta, HANDLE evento) : porta(porta) { ov.hEvent = evento; }
+
+    // Whatever the mask says once the wait is over, the port is drained: a
+    // read that finds nothing ends the drain at once or within its time limit.
+    TEsito AttendiPorta() override
+    {
+        DWORD maschera = 0, n = 0;
+        if (WaitCommEvent(porta, &maschera, &ov) || GetLastError() != ERROR_IO_PENDING) return byte;
+        const HANDLE sveglia = H(devInfo->sveglia);
+        HANDLE oggetti[] = {ov.hEvent, sveglia};
+        if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) == WAIT_OBJECT_0) {
+            Completa(porta, ov, n);
+            return byte;
+        }
+        SetCommMask(porta, EV_RXCHAR);  // releases the pending wait
+        Completa(porta, ov, n);
+        return svegliato;
+    }
+
+    void AttendiSveglia(int ms) override
+    {
+        WaitForSingleObject(H(devInfo->sveglia), ms < 0 ? INFINITE : static_cast<DWORD>(ms));
+    }
+
+private:
+    HANDLE porta;
+    OVERLAPPED ov{};
+};
+
+DWORD WINAPI AvvioLettore(LPVOID link) { return IODevThread(static_cast<TDigitLink*>(link)); }
+
+}  // namespace
+
+int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
+{
+    if (d.hCom != nessunOggetto) return 0;  // already open: the exclusive open fails
+    const std::string nome = PercorsoPorta(d.porta);
+    if (nome.empty()) return 0;
+    const HANDLE porta = CreateFileA(nome.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr);
+    if (porta == INVALID_HANDLE_VALUE) return 0;
+    d.hCom = N(porta);
+    SetCommMask(porta, EV_RXCHAR);
+    SetupComm(porta, dimCoda, dimCoda);
+    PurgeComm(porta, tutteLeCode);
+    COMMTIMEOUTS limiti = LimitiPorta(d);
+    SetCommTimeouts(porta, &limiti);
+    if (IODevConfigure() == 0) {
+        d.attivo = 0;
+        Chiudi(d.hCom);
+        return 0;
+    }
+    // The reader's wake object. If it cannot be made the reader ends at its
+    // start, with its box, and the port stays open until IODevClose.
+    d.sveglia = N(CreateEventA(nullptr, FALSE, FALSE, nullptr));
+    d.attivo = 1;  // before the thread exists, so that it finds it set
+    const HANDLE thread = CreateThread(nullptr, 0, AvvioLettore, &link, 0, nullptr);
+    if (!thread) {
+        d.attivo = 0;
+        Chiudi(d.sveglia);
+        Chiudi(d.hCom);
+        return 0;
+    }
+    d.hThread = reinterpret_cast<std::intptr_t>(thread);
+    d.handle = NuovoHandle();
+    EscapeCommFunction(porta, SETDTR);
+    EscapeCommFunction(porta, SETRTS);
+    return 1;
+}
+
+int IODevCreate(TDigitLink& link)
+{
+    if (devInfo) return 1;
+    TIODevInfo* d = NuovoRecord(link);
+    if (!d) return -1;
+    if (!NuovoEvento(ovLettura)) {
+        delete d;
+        return -1;
+    }
+    if (!NuovoEvento(ovScrittura)) {
+        ChiudiEvento(ovLettura);
+        delete d;
+        return -1;
+    }
+    devInfo = d;
+    return 1;
+}
+
+int IODevConfigure()
+{
+    if (!devInfo) return 0;
+    DCB dcb{};
+    dcb.DCBlength = sizeof dcb;
+    GetCommState(Porta(), &dcb);
+    DcbDelRecord(*devInfo, dcb);
+    const BOOL esito = SetCommState(Porta(), &dcb);
+    devInfo->abilitato = 1;  // whatever the port answered
+    return esito ? 1 : 0;
+}
+
+// On the reader thread itself (a target that closes) the wait would be for
+// that very thread: the close is refused.
+int IODevClose()
+{
+    if (!devInfo || IODevSulLettore()) return 0;
+    TIODevInfo& d = *devInfo;
+    d.attivo = 0;
+    Sveglia(d);
+    if (d.hThread) {
+        WaitForSingleObject(H(d.hThread), INFINITE);
+        CloseHandle(H(d.hThread));
+        d.hThread = 0;
+    }
+    Chiudi(d.sveglia);
+    if (d.hCom != nessunOggetto) {
+        EscapeCommFunction(Porta(), CLRDTR);
+        EscapeCommFunction(Porta(), CLRRTS);
+        PurgeComm(Porta(), tutteLeCode);
+        Chiudi(d.hCom);
+    }
+    d.handle = 0;
+    return 1;
+}
+
+int IODevDestroy()
+{
+    if (!devInfo || IODevSulLettore()) return 0;
+    if (devInfo->attivo || devInfo->hThread || devInfo->hCom != nessunOggetto) IODevClose();
+    ChiudiEvento(ovLettura);
+    ChiudiEvento(ovScrittura);
+    delete devInfo;
+    devInfo = nullptr;
+    return 1;
+}
+
+std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
+{
+    if (!devInfo || devInfo->hCom == nessunOggetto || massimo == 0) return 0;
+    COMSTAT stato{};
+    DWORD errori = 0;
+    ClearCommError(Porta(), &errori, &stato);
+    if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue));
+    return LeggiQuantoCe(buffer, massimo);
+}
+
+int IODevWrite(const void* buffer, std::uint32_t quanti)
+{
+    if (!devInfo || !devInfo->abilitato || devInfo->hCom == nessunOggetto) return 0;
+    std::lock_guard<std::mutex> turno(turnoScrittura);
+    DWORD scritti = 0;
+    if (WriteFile(Porta(), buffer, quanti, &scritti, &ovScrittura)) return 1;
+    if (GetLastError() == ERROR_IO_PENDING && Completa(Porta(), ovScrittura, scritti)) return 1;
+    ClearCommError(Porta(), nullptr, nullptr);
+    return 0;
+}
+
+std::uint32_t IODevThread(TDigitLink* link)
+{
+    if (!devInfo) return 0;
+    const HANDLE evento = CreateEventA(nullptr, TRUE, FALSE, nullptr);  // the thread's own wait object
+    if (!evento || devInfo->sveglia == nessunOggetto) {
+        if (evento) CloseHandle(evento);
+        BoxGuastoLettore();
+        return 0;
+    }
+    std::uint32_t esito = 0;
+    if (SetCommMask(Porta(), EV_RXCHAR)) {
+        TAttesaComm attesa(Porta(), evento);
+        esito = CicloLettore(*link, attesa);
+    }
+    CloseHandle(evento);
+    return esito;
+}
+
+int IODevHold()
+{
+    if (!devInfo) return 0;
+    EscapeCommFunction(Porta(), CLRDTR);
+    devInfo->abilitato = 0;
+    Sveglia(*devInfo);
+    return 1;
+}
+
+int IODevResume()
+{
+    if (!devInfo) return 0;
+    PurgeComm(Porta(), tutteLeCode);
+    EscapeCommFunction(Porta(), SETDTR);
+    devInfo->abilitato = 1;
+    Sveglia(*devInfo);
+    return 1;
+}
+
+void IODevSetDtr()
+{
+    if (devInfo) EscapeCommFunction(Porta(), SETDTR);
+}
+
+void IODevSetRts()
+{
+    if (devInfo) EscapeCommFunction(Porta(), SETRTS);
+}
+
+void IODevPurgeTx()
+{
+    if (devInfo) PurgeComm(Porta(), PURGE_TXABORT | PURGE_TXCLEAR);
+}
+
+void IODevPurgeRx()
+{
+    if (devInfo) PurgeComm(Porta(), PURGE_RXABORT | PURGE_RXCLEAR);
+}
+
+
+// COM1 to COM9 by their plain names; from COM10 on the device namespace,
+// the only way Windows opens them.
+std::string PercorsoPredefinito(int porta)
+{
+    return (porta > 9 ? "\\\\.\\" : "") + NomePorta(porta);
+}

@@ -1,0 +1,47 @@
+// The record of the one connection: where it lives, how the link's settings
+// become the port's, the open around the platform's own steps, and the
+// handles given to each open port.
+#include "link/iodev_info.h"
+
+#include <new>
+
+#include "link/iodev.h"
+#include "platform/winui.h"
+#include "reports/digit_link.h"
+
+TIODevInfo* devInfo = nullptr;
+
+namespace {
+
+std::atomic<std::intptr_t> ultimoHandle{0};  // last handle given to an open port
+
+}  // namespace
+
+TIODevInfo* NuovoRecord(const TDigitLink& link)
+{
+    TIODevInfo* d = new (std::nothrow) TIODevInfo;
+    if (!d) return nullptr;
+    d->porta = link.porta;
+    d->velocita = (link.velocita == 4800 || link.velocita == 19200) ? link.velocita : 9600;
+    d->codiceParita = link.parita == 'E' ? 2 : link.parita == 'O' ? 1 : 0;
+    d->codiceStop = link.bitStop == 2 ? 2 : 0;
+    d->bitDati = link.bitDati;
+    d->controlloFlusso = link.controlloFlusso;
+    return d;
+}
+
+std::intptr_t NuovoHandle() { return ++ultimoHandle; }
+
+std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
+
+int IODevOpen(TDigitLink& link)
+{
+    link.numAccum = 0;
+    if (!devInfo) return 0;
+    Scrivi(link.hPorta, 0);
+    const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
+    const int esito = AvviaConnessione(*devInfo, link);
+    SetCursor(precedente);
+    if (devInfo->attivo) Scrivi(link.hPorta, devInfo->handle);
+    return esito;
+}

@@ -1,0 +1,37 @@
+#!/bin/sh
+# Compares what a built library exports with the expected names, and on
+# Windows checks that it imports only from system DLLs.
+# Usage: controlla.sh elf LIBRARY NAMES_FILE
+#        controlla.sh pe  DLL NAMES_FILE OBJDUMP
+# NAMES_FILE holds one exported name a line, demangled as c++filt prints it
+# (a C function is its bare name); blank lines and lines from # on are ignored.
+set -e
+tipo="$1"; libreria="$2"; nomi="$3"; objdump="$4"
+attesi=$(mktemp); trovati=$(mktemp)
+trap 'rm -f "$attesi" "$trovati"' EXIT
+sed 's/#.*//; s/[[:space:]]*$//; /^$/d' "$nomi" | sort -u >"$attesi"
+
+if [ "$tipo" = elf ]; then
+  nm -D --defined-only "$libreria" | awk '{print $NF}'
+else
+  # The export table: "[ n] name" lines after "[Ordinal/Name Pointer] Table".
+  "$objdump" -p "$libreria" | awk '/\[Ordinal\/Name Pointer\] Table/ {t = 1; next}
+                                   t && /^\t\[/ {print $NF; next} t {t = 0}'
+fi | c++filt | sort -u >"$trovati"
+
+if ! diff -u "$attesi" "$trovati"; then
+  echo "$libreria: the exports differ from $nomi (- expected, + found)" >&2
+  exit 1
+fi
+echo "$(wc -l <"$trovati") exported names as expected"
+
+if [ "$tipo" = pe ]; then
+  # The C++ runtime and winpthreads are linked in: only system DLLs remain.
+  estranee=$("$objdump" -p "$libreria" | awk '/DLL Name:/ {print $3}' |
+    grep -viE '^(kernel32|user32|gdi32|advapi32|msvcrt)\.dll$' || true)
+  if [ -n "$estranee" ]; then
+    echo "$libreria imports from DLLs that are not Windows' own:" $estranee >&2
+    exit 1
+  fi
+  echo "imports only from Windows system DLLs"
+fi

@@ -1,0 +1,72 @@
+#!/bin/bash
+# The eight models end to end, on Linux and under Wine, compared. Each run
+# puts a fresh simulated tablet (sim_comandata) on a pseudo-terminal and lets
+# the program percorso_modelli talk to it: on Linux the program maps COM1 to
+# the terminal itself, under Wine the prefix's registry maps COM1 to it
+# (HKLM\Software\Wine\Ports) and the prefix restarts to see it. The two
+# transcripts (what reached the tablet, what the host heard, the boxes) must
+# be the same, and each run must pass its own checks.
+#
+# The prefix is this test's own, since mapping COM1 restarts it; it is made
+# and run through the build's Wine runner (cmake/esegui_wine.sh).
+#
+# usage: prova_modelli.sh SIM_COMANDATA PERCORSO_LINUX PERCORSO_WINDOWS.exe PREFIX ESEGUI_WINE LOADER
+set -u
+if [ ! -x "$1" ] || [ ! -x "$2" ]; then
+    echo "no Linux build with the simulated tablet at $(dirname "$1"): skipped"
+    exit 77
+fi
+sim=$(realpath "$1") linux=$(realpath "$2") windows=$(realpath "$3")
+prefisso=$(realpath -m "$4") esegui_wine=$5 loader=$6
+export WINEPREFIX=$prefisso
+wine() { "$esegui_wine" "$prefisso" "$loader" "$@"; }
+temp=$(mktemp -d)
+pid_sim=""
+pulisci() {
+    [ -n "$pid_sim" ] && kill "$pid_sim" 2>/dev/null
+    exec 3<&- 4>&-
+    wineserver -k >/dev/null 2>&1
+    rm -rf "$temp"
+}
+trap pulisci EXIT
+
+# Starts the tablet with its commands on fd 4 and its answers on fd 3, and
+# sets $dispositivo once it has printed its device.
+avvia_sim() {
+    rm -f "$temp/al_sim" "$temp/dal_sim"
+    mkfifo "$temp/al_sim" "$temp/dal_sim"
+    "$sim" <"$temp/al_sim" >"$temp/dal_sim" &
+    pid_sim=$!
+    exec 4>"$temp/al_sim" 3<"$temp/dal_sim"
+    dispositivo=""
+    read -r -t 30 -u 3 dispositivo
+    [ -n "$dispositivo" ] || { echo "the simulated tablet printed no device"; exit 1; }
+}
+
+ferma_sim() {
+    exec 3<&- 4>&-
+    wait "$pid_sim"
+    pid_sim=""
+}
+
+cd "$temp" || exit 1
+fallite=0
+
+avvia_sim
+"$linux" linux.txt "$dispositivo" <&3 >&4 || { echo "FAIL the run on Linux"; fallite=1; }
+ferma_sim
+
+avvia_sim
+wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f >/dev/null 2>&1 || { echo "cannot map COM1"; exit 1; }
+wineserver -k >/dev/null 2>&1
+wine "$windows" windows.txt <&3 >&4 2>windows.err || { echo "FAIL the run under Wine"; fallite=1; }
+ferma_sim
+
+echo "--- Linux"; cat linux.txt
+if diff -u linux.txt windows.txt; then
+    echo "--- Windows: the same"
+else
+    echo "FAIL the transcripts differ"; fallite=1
+fi
+grep '^FAIL' windows.err
+exit "$fallite"

@@ -1,0 +1,90 @@
+// A simulated tablet on a pseudo-terminal, played line by line from standard
+// input, for a host that cannot reach the terminal's other side itself (a
+// Windows program under Wine, whose COM1 is this terminal). It prints the
+// device path first, then answers each command with one line:
+//   modello N       play model N from now on; what the host sent is forgotten,
+//                   and the line is raw again, as a fresh terminal is
+//   stato X Y B     show that pointer state as the model does: "ok"
+//   invia HEX       send these bytes as they are: "ok"
+//   ricevuti        once the line has been quiet a while, what the host sent
+//                   since the last time, in hex ("-" for nothing)
+//   poll            the polls answered so far
+//   fine            end
+#include <chrono>
+#include <cstdio>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "sim/tavoletta_pty.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string Esadecimale(const std::string& byte)
+{
+    if (byte.empty()) return "-";
+    std::string s;
+    char b[4];
+    for (unsigned char c : byte) {
+        std::snprintf(b, sizeof b, "%02X ", c);
+        s += b;
+    }
+    s.pop_back();
+    return s;
+}
+
+std::string DaEsadecimale(std::istringstream& in)
+{
+    std::string byte;
+    unsigned v;
+    while (in >> std::hex >> v) byte += static_cast<char>(v);
+    return byte;
+}
+
+std::string Esegui(TTavolettaPty& sim, int& tipo, const std::string& riga)
+{
+    std::istringstream in(riga);
+    std::string comando;
+    in >> comando;
+    // Linux refuses a change of a terminal's settings that asks for parity,
+    // which a pseudo-terminal cannot keep, and changes nothing else: the
+    // next host to set the same line would fail where a serial port would
+    // not. Back on its raw settings, the line takes them again.
+    if (comando == "modello" && in >> tipo) {
+        sim.AttendiQuiete(100ms, 5s);
+        sim.Dimentica();
+        return sim.RipristinaImpostazioni() ? "ok" : "errore";
+    }
+    TStatoPuntatore s{};
+    if (comando == "stato" && in >> s.x >> s.y >> s.bottone) return sim.Gioca(tipo, s) ? "ok" : "errore";
+    if (comando == "invia") return sim.Invia(DaEsadecimale(in)) ? "ok" : "errore";
+    if (comando == "ricevuti") {
+        sim.AttendiQuiete(200ms, 5s);
+        const std::string byte = sim.ByteRicevuti();
+        sim.Dimentica();
+        return Esadecimale(byte);
+    }
+    if (comando == "poll") return std::to_string(sim.PollRicevuti());
+    return "errore: " + riga;
+}
+
+}  // namespace
+
+int main()
+{
+    TTavolettaPty sim(0);
+    if (!sim.Valida()) {
+        std::fprintf(stderr, "sim_comandata: cannot open a pseudo-terminal\n");
+        return 1;
+    }
+    std::cout << sim.PercorsoSlave() << std::endl;
+    int tipo = 1;
+    for (std::string riga; std::getline(std::cin, riga);) {
+        if (!riga.empty() && riga.back() == '\r') riga.pop_back();  // a Windows host's line end
+        if (riga == "fine") break;
+        std::cout << Esegui(sim, tipo, riga) << std::endl;
+    }
+    return 0;
+}
