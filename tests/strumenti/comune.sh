@@ -34,6 +34,19 @@ attendi_testo() {
     return 1
 }
 
+# Waits up to 30 s for the text $1 on the tmux screen of $sessione, kept in
+# $temp/schermo (wrapped lines joined); shows the screen when it never comes.
+attendi() {
+    for _ in $(seq 300); do
+        tmux capture-pane -p -J -t "$sessione" >"$temp/schermo" 2>/dev/null
+        grep -q -- "$1" "$temp/schermo" && return 0
+        sleep 0.1
+    done
+    echo "--- the screen does not show: $1"
+    cat "$temp/schermo"
+    return 1
+}
+
 # Starts velmarin-sim with the given options and sets $dispositivo to its
 # device path, once it is printed; $uscita_sim is the file of its output. Each
 # simulator writes a file of its own, so that the device read is never the

@@ -7,17 +7,6 @@ HOST=$1
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-conferma
 
-# Waits up to 30 s for the text $1 on the screen, kept in $temp/schermo.
-attendi() {
-    for _ in $(seq 300); do
-        tmux capture-pane -p -t "$sessione" >"$temp/schermo"
-        grep -q -- "$1" "$temp/schermo" && return 0
-        sleep 0.1
-    done
-    echo "--- the screen does not show: $1"
-    cat "$temp/schermo"
-    return 1
-}
 
 tmux new-session -d -s "$sessione" -x 100 -y 32 "'$HOST' calibrate points calibrate points; echo EXIT=\$?; sleep 60"
 

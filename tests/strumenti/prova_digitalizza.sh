@@ -42,17 +42,6 @@ mkfifo "$temp/tratti"
 exec 3<>"$temp/tratti"  # held open, so the simulator never sees the end
 avvia_sim --step 20 --file "$temp/tratti" || exit 1
 
-# Waits up to 30 s for the text $1 on the screen, kept in $temp/schermo.
-attendi() {
-    for _ in $(seq 300); do
-        tmux capture-pane -p -J -t "$sessione" >"$temp/schermo" 2>/dev/null
-        grep -q -- "$1" "$temp/schermo" && return 0
-        sleep 0.1
-    done
-    echo "--- the screen does not show: $1"
-    cat "$temp/schermo"
-    return 1
-}
 # The pointer at counts ($1, $2) for two steps: a gather of the library may
 # straddle two states and show only the second, so one step can go unseen.
 sposta() { printf '%s\n' "$1 $2 0" "$1 $2 0" >&3; }
