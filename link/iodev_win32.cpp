@@ -11,16 +11,21 @@
 // - The reader waits for its port event together with a wake object
 //   (an auto-reset event), so that a stop, a hold or a resume reaches it at
 //   once on a silent line; a pending wait is released with SetCommMask.
-// - The queue count of ClearCommError is not always to be trusted, and the
-//   wait of WaitCommEvent may end at once with a mask of 0 (Wine on a
-//   pseudo-terminal does so whenever no byte waits, and has been seen to
-//   report the queue empty while bytes wait). So a completed port wait
-//   always leads to a drain, and a read that finds the queue count at 0 still
-//   asks for the whole buffer, with the port's all-at-once time limits but a
-//   wait of 20 ms instead of 1 s for the first byte: it returns as soon as
-//   bytes are there (Wine: once the 20 ms are over, with all that came), or
-//   empty. Where the port wait ends at once, that read and the reader's pause
-//   after an empty drain keep the reader from spinning.
+// - The queue count of ClearCommError and the mask of WaitCommEvent are not
+//   always to be trusted: Wine on a pseudo-terminal ends the wait at once with
+//   a mask of 0 whenever no byte waits, and has been seen to report the queue
+//   empty while bytes wait. So a completed port wait always leads to a drain,
+//   and a read that finds the queue count at 0 still asks for the whole buffer,
+//   with the all-at-once time limits: on Windows it returns at once with what
+//   is there. Wine keeps such a read pending until bytes come and returns with
+//   the first of them; the reader's own limit of 20 ms ends it on a quiet line.
+//   Where the port wait ends at once, that limit and the reader's pause after
+//   an empty drain keep the reader from spinning.
+// - The reader never leaves the end of a read to the port's time limits. In
+//   Wine (8.0) a read's total time limit is lost when it runs out just as
+//   bytes come in: the read then waits until the whole buffer is full, which
+//   at 9600 baud is a second of reports, and the gather takes its first bytes
+//   from one stretch of the stream and its last from another, far later.
 // - Two threads write (the host, and the reader with the poll of the polled
 //   model); their writes take turns on the one write block.
 #include "link/iodev.h"
@@ -82,11 +87,13 @@ void Sveglia(const TIODevInfo& d)
     if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
 }
 
-// One read into the buffer with the read block; the count it brought. A
-// wake-up cancels a read still pending, so that a stop never waits on a port
-// that keeps a read for itself; what the read had brought still counts, and
-// the wake-up is signalled again for the reader's next test of its flags.
-DWORD Leggi(std::uint8_t* buffer, DWORD quanti)
+// One read into the buffer with the read block, ended after `limite` ms by the
+// reader itself if the port has not ended it; the count it brought. A wake-up
+// cancels a read still pending as well, so that a stop never waits on a port
+// that keeps a read for itself; what a cancelled read had brought still
+// counts, and the wake-up is signalled again for the reader's next test of
+// its flags.
+DWORD Leggi(std::uint8_t* buffer, DWORD quanti, DWORD limite)
 {
     const HANDLE porta = Porta();
     DWORD letti = 0;
@@ -96,23 +103,23 @@ DWORD Leggi(std::uint8_t* buffer, DWORD quanti)
         return 0;
     }
     const HANDLE oggetti[] = {ovLettura.hEvent, H(devInfo->sveglia)};
-    if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) != WAIT_OBJECT_0) {
+    const DWORD atteso = WaitForMultipleObjects(2, oggetti, FALSE, limite);
+    if (atteso != WAIT_OBJECT_0) {
         CancelIo(porta);
-        SetEvent(oggetti[1]);
+        if (atteso == WAIT_OBJECT_0 + 1) SetEvent(oggetti[1]);
     }
     if (Completa(porta, ovLettura, letti) || GetLastError() == ERROR_OPERATION_ABORTED) return letti;
     ClearCommError(porta, nullptr, nullptr);
     return 0;
 }
 
-// One read with a short limit for the first byte, which returns as soon as
-// bytes are there, or empty once the limit is over; then the port's own
-// limits again.
+// A read whose queue count said 0: the all-at-once limits for it, then the
+// port's own limits again.
 DWORD LeggiQuantoCe(std::uint8_t* buffer, DWORD massimo)
 {
-    COMMTIMEOUTS breve = LimitiPorta(*devInfo, attesaBreve);
-    SetCommTimeouts(Porta(), &breve);
-    const DWORD letti = Leggi(buffer, massimo);
+    COMMTIMEOUTS subito = LimitiPorta(*devInfo, 0);
+    SetCommTimeouts(Porta(), &subito);
+    const DWORD letti = Leggi(buffer, massimo, attesaBreve);
     COMMTIMEOUTS proprie = LimitiPorta(*devInfo);
     SetCommTimeouts(Porta(), &proprie);
     return letti;
@@ -262,7 +269,7 @@ std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
     COMSTAT stato{};
     DWORD errori = 0;
     ClearCommError(Porta(), &errori, &stato);
-    if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue));
+    if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue), attesaPrimoByte);
     return LeggiQuantoCe(buffer, massimo);
 }
 

@@ -13,11 +13,12 @@
 void DcbDelRecord(const TIODevInfo& d, DCB& dcb);
 
 constexpr DWORD attesaPrimoByte = 1000;  // ms, the port's own limit
-constexpr DWORD attesaBreve = 20;        // ms, for a read whose queue count says 0
+constexpr DWORD attesaBreve = 20;        // ms the reader waits for a read whose queue count said 0
 
 // The time limits of the port: a read returns at once with what is queued,
-// or waits at most `primoByte` ms for the first byte to come; a write may take
-// 19200 / rate milliseconds per byte.
+// or waits at most `primoByte` ms for the first byte to come (with 0 it
+// returns at once, all at once); a write may take 19200 / rate milliseconds
+// per byte.
 COMMTIMEOUTS LimitiPorta(const TIODevInfo& d, DWORD primoByte = attesaPrimoByte);
 
 #endif
