@@ -1,7 +1,7 @@
 // The record of the one serial connection of the process, reached through the
 // static pointer devInfo (null while there is none), and what the serial layer
 // of each platform shares: the settings taken from the link, the delivery
-// gate, the drain and the reader's loop.
+// gate, the drain, the reader's loop and the resume of delivery.
 //
 // The record names no system type: the port and the wake object are plain
 // numbers that each platform's layer reads as its own (a descriptor and an
@@ -71,6 +71,10 @@ inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / veloc
 // exclusively, set up and configure the port, start the reader, then raise
 // DTR and RTS. 1 when the reader runs; 0 with the port closed again.
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
+
+// The platform's primitives under the shared resume of delivery.
+void SvuotaCode(const TIODevInfo& d);      // drops both queues and any transfer under way
+void SvegliaLettore(const TIODevInfo& d);  // wakes the reader from any wait of its own
 
 // How a platform's reader waits. The shared loop asks it to wait for the
 // port while delivery is on, and for a wake-up alone while it is held.

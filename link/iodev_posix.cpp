@@ -44,7 +44,6 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_posix.h"
-#include "link/raccolta_interrotta.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -52,15 +51,6 @@ namespace {
 constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to complete
 
 int Fd(std::intptr_t oggetto) { return static_cast<int>(oggetto); }
-
-// Wakes the reader from any wait of its own.
-void Sveglia(const TIODevInfo& d)
-{
-    if (d.sveglia < 0) return;
-    const std::uint64_t uno = 1;
-    const ssize_t r = write(Fd(d.sveglia), &uno, sizeof uno);
-    (void)r;  // a full counter already wakes the reader
-}
 
 void ConsumaSveglia(int fd)
 {
@@ -140,6 +130,16 @@ int ApriEsclusivo(const TIODevInfo& d)
 
 }  // namespace
 
+void SvuotaCode(const TIODevInfo& d) { Svuota(Fd(d.hCom), TCIOFLUSH); }
+
+void SvegliaLettore(const TIODevInfo& d)
+{
+    if (d.sveglia < 0) return;
+    const std::uint64_t uno = 1;
+    const ssize_t r = write(Fd(d.sveglia), &uno, sizeof uno);
+    (void)r;  // a full counter already wakes the reader
+}
+
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
     if (d.hCom >= 0) return 0;  // already open: the exclusive open fails
@@ -195,7 +195,7 @@ int IODevClose()
     if (!devInfo || IODevSulLettore()) return 0;
     TIODevInfo& d = *devInfo;
     d.attivo = 0;
-    Sveglia(d);
+    SvegliaLettore(d);
     if (d.hThread.joinable()) d.hThread.join();
     ChiudiSveglia(d);
     if (d.hCom >= 0) {
@@ -275,21 +275,7 @@ int IODevHold()
     if (!devInfo) return 0;
     Linea(Fd(devInfo->hCom), TIOCM_DTR, false);
     devInfo->abilitato = 0;
-    Sveglia(*devInfo);
-    return 1;
-}
-
-// Under the gate, so that no drain reads a byte before the purge and gathers
-// it after the resume has dropped the gather under way.
-int IODevResume()
-{
-    if (!devInfo) return 0;
-    TCancelloConsegna cancelloRipresa;
-    Svuota(Fd(devInfo->hCom), TCIOFLUSH);
-    SegnalaRipresa();
-    Linea(Fd(devInfo->hCom), TIOCM_DTR, true);
-    devInfo->abilitato = 1;
-    Sveglia(*devInfo);
+    SvegliaLettore(*devInfo);
     return 1;
 }
 

@@ -37,7 +37,6 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
-#include "link/raccolta_interrotta.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -79,12 +78,6 @@ bool Completa(HANDLE porta, OVERLAPPED& ov, DWORD& n)
         if (GetOverlappedResult(porta, &ov, &n, TRUE)) return true;
         if (GetLastError() != ERROR_IO_INCOMPLETE) return false;
     }
-}
-
-// Wakes the reader from any wait of its own.
-void Sveglia(const TIODevInfo& d)
-{
-    if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
 }
 
 // One read into the buffer with the read block, ended after `limite` ms by the
@@ -161,6 +154,13 @@ DWORD WINAPI AvvioLettore(LPVOID link) { return IODevThread(static_cast<TDigitLi
 
 }  // namespace
 
+void SvuotaCode(const TIODevInfo& d) { PurgeComm(H(d.hCom), tutteLeCode); }
+
+void SvegliaLettore(const TIODevInfo& d)
+{
+    if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
+}
+
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
     if (d.hCom != nessunOggetto) return 0;  // already open: the exclusive open fails
@@ -235,7 +235,7 @@ int IODevClose()
     if (!devInfo || IODevSulLettore()) return 0;
     TIODevInfo& d = *devInfo;
     d.attivo = 0;
-    Sveglia(d);
+    SvegliaLettore(d);
     if (d.hThread) {
         WaitForSingleObject(H(d.hThread), INFINITE);
         CloseHandle(H(d.hThread));
@@ -307,19 +307,7 @@ int IODevHold()
     if (!devInfo) return 0;
     EscapeCommFunction(Porta(), CLRDTR);
     devInfo->abilitato = 0;
-    Sveglia(*devInfo);
-    return 1;
-}
-
-int IODevResume()
-{
-    if (!devInfo) return 0;
-    TCancelloConsegna cancelloRipresa;
-    PurgeComm(Porta(), tutteLeCode);
-    SegnalaRipresa();
-    EscapeCommFunction(Porta(), SETDTR);
-    devInfo->abilitato = 1;
-    Sveglia(*devInfo);
+    SvegliaLettore(*devInfo);
     return 1;
 }
 

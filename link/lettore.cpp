@@ -1,5 +1,6 @@
-// The reader's loop and the delivery gate, the same on every platform: only
-// the waits belong to the platform's layer.
+// The reader's loop, the delivery gate and the resume of delivery, the same
+// on every platform: only the waits, the purge, the lines and the wake-up
+// belong to the platform's layer.
 #include <mutex>
 
 #include "link/iodev.h"
@@ -51,6 +52,20 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
         if (letti == 0) attesa.AttendiSveglia(pausaGuasto);
     }
     idLettore = std::thread::id{};
+    return 1;
+}
+
+// Under the gate, so that no drain reads a byte before the purge and gathers
+// it after the resume has dropped the gather under way.
+int IODevResume()
+{
+    if (!devInfo) return 0;
+    TCancelloConsegna cancelloRipresa;
+    SvuotaCode(*devInfo);
+    SegnalaRipresa();
+    IODevSetDtr();
+    devInfo->abilitato = 1;
+    SvegliaLettore(*devInfo);
     return 1;
 }
 

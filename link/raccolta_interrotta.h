@@ -13,9 +13,9 @@
 // This departs from the original design, which keeps a part-gathered report
 // across a hold and a resume and joins the next bytes behind it.
 //
-// The rule stands apart from the serial layer of each platform: its reader
-// hands every read to ProcessaLettura instead of ProcessaReport, and its
-// IODevResume calls SegnalaRipresa.
+// The rule stands apart from the serial layer: the reader's drain hands every
+// read to ProcessaLettura instead of ProcessaReport, and IODevResume calls
+// SegnalaRipresa.
 #ifndef VELMARIN_RACCOLTA_INTERROTTA_H
 #define VELMARIN_RACCOLTA_INTERROTTA_H
 
