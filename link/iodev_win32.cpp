@@ -37,6 +37,7 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
+#include "link/servizi_comm_win32.h"
 #include "reports/digit_link.h"
 
 namespace {
@@ -92,7 +93,7 @@ DWORD Leggi(std::uint8_t* buffer, DWORD quanti, DWORD limite)
     DWORD letti = 0;
     if (ReadFile(porta, buffer, quanti, &letti, &ovLettura)) return letti;
     if (GetLastError() != ERROR_IO_PENDING) {
-        ClearCommError(porta, nullptr, nullptr);
+        serviziComm.ClearCommError(porta, nullptr, nullptr);
         return 0;
     }
     const HANDLE oggetti[] = {ovLettura.hEvent, H(devInfo->sveglia)};
@@ -102,7 +103,7 @@ DWORD Leggi(std::uint8_t* buffer, DWORD quanti, DWORD limite)
         if (atteso == WAIT_OBJECT_0 + 1) SetEvent(oggetti[1]);
     }
     if (Completa(porta, ovLettura, letti) || GetLastError() == ERROR_OPERATION_ABORTED) return letti;
-    ClearCommError(porta, nullptr, nullptr);
+    serviziComm.ClearCommError(porta, nullptr, nullptr);
     return 0;
 }
 
@@ -128,7 +129,7 @@ public:
     TEsito AttendiPorta() override
     {
         DWORD maschera = 0, n = 0;
-        if (WaitCommEvent(porta, &maschera, &ov) || GetLastError() != ERROR_IO_PENDING) return byte;
+        if (serviziComm.WaitCommEvent(porta, &maschera, &ov) || GetLastError() != ERROR_IO_PENDING) return byte;
         const HANDLE sveglia = H(devInfo->sveglia);
         HANDLE oggetti[] = {ov.hEvent, sveglia};
         if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) == WAIT_OBJECT_0) {
@@ -153,6 +154,8 @@ private:
 DWORD WINAPI AvvioLettore(LPVOID link) { return IODevThread(static_cast<TDigitLink*>(link)); }
 
 }  // namespace
+
+TServiziComm serviziComm = {::ClearCommError, ::WaitCommEvent};
 
 void SvuotaCode(const TIODevInfo& d) { PurgeComm(H(d.hCom), tutteLeCode); }
 
@@ -268,7 +271,7 @@ std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
     if (!devInfo || devInfo->hCom == nessunOggetto || massimo == 0) return 0;
     COMSTAT stato{};
     DWORD errori = 0;
-    ClearCommError(Porta(), &errori, &stato);
+    serviziComm.ClearCommError(Porta(), &errori, &stato);
     if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue), attesaPrimoByte);
     return LeggiQuantoCe(buffer, massimo);
 }
@@ -280,7 +283,7 @@ int IODevWrite(const void* buffer, std::uint32_t quanti)
     DWORD scritti = 0;
     if (WriteFile(Porta(), buffer, quanti, &scritti, &ovScrittura)) return 1;
     if (GetLastError() == ERROR_IO_PENDING && Completa(Porta(), ovScrittura, scritti)) return 1;
-    ClearCommError(Porta(), nullptr, nullptr);
+    serviziComm.ClearCommError(Porta(), nullptr, nullptr);
     return 0;
 }
 
