@@ -22,10 +22,13 @@
 //   Where the port wait ends at once, that limit and the reader's pause after
 //   an empty drain keep the reader from spinning.
 // - The reader never leaves the end of a read to the port's time limits. In
-//   Wine (8.0) a read's total time limit is lost when it runs out just as
-//   bytes come in: the read then waits until the whole buffer is full, which
-//   at 9600 baud is a second of reports, and the gather takes its first bytes
-//   from one stretch of the stream and its last from another, far later.
+//   Wine (8.0) a read with a total limit of 20 ms, set just before it and
+//   read back so, now and then went on until the whole buffer was full
+//   (500 ms with bytes coming every 20 ms; at 9600 baud it would be a second
+//   of reports), and the gather took its first bytes from one stretch of the
+//   stream and its last from another, far later. Which of Wine's steps drops
+//   the limit is not known; a read with the all-at-once limits has none to
+//   drop.
 // - Two threads write (the host, and the reader with the poll of the polled
 //   model); their writes take turns on the one write block.
 #include "link/iodev.h"
