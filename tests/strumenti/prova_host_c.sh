@@ -13,13 +13,16 @@ SIM=$2
 RUNNER=${3:-}
 MAPPA=${4:-}
 . "$(dirname "$0")/comune.sh"
+# One press at each corner: a press that was never made (a report joined to
+# a piece of another) takes a corner's place.
+pressioni=4
 
 ospite() {  # ospite MODEL: runs the host on the simulator's device
     if [ -n "$RUNNER" ]; then
         $MAPPA "$dispositivo" || return 1
-        timeout 40 $RUNNER "$HOST" --model "$1" --port 1 --presses 2 >"$temp/grezzo" 2>"$temp/err"
+        timeout 40 $RUNNER "$HOST" --model "$1" --port 1 --presses $pressioni >"$temp/grezzo" 2>"$temp/err"
     else
-        timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses 2 >"$temp/grezzo" 2>"$temp/err"
+        timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses $pressioni >"$temp/grezzo" 2>"$temp/err"
     fi
     esito=$?
     tr -d '\r' <"$temp/grezzo" >"$temp/out"  # a Windows program ends its lines with CR LF
@@ -41,7 +44,7 @@ for voce in "2 SummaGraph.MM ASCII" "5 Summa MicroGrid 3"; do
     verifica "model $m: it heard a move" grep -Eq '^move [0-9]+ [0-9]+$' "$temp/out"
     verifica "model $m: it heard presses" grep -Eq '^button [0-9]+ [0-9]+ [0-9]+ function .* ground ' "$temp/out"
     angoli=$(grep -Ec '^button 1 (1000|9000) (1000|9000) function Conferma ground (600|1400)\.000 (300|1100)\.000$' "$temp/out")
-    verifica "model $m: two presses at corners, in ground coordinates" test "$angoli" -eq 2
+    verifica "model $m: $pressioni presses at corners, in ground coordinates" test "$angoli" -eq $pressioni
     # Nothing after the stop, and the summary counts what was printed.
     verifica "model $m: the stop is the last line" sh -c "tail -n1 '$temp/out' | grep -q '^stopped: '"
     mosse=$(grep -c '^move ' "$temp/out")
