@@ -355,21 +355,23 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
         HWND cornice = GetDlgItem(p, 2280);
         RECT r;
         GetClientRect(cornice, &r);
-        const COLORREF faccia = GetSysColor(COLOR_BTNFACE), croce = faccia ^ RGB(0, 255, 255);
-        // The lower-left limit on (L, B) = (1, bottom - 2), the upper right on (R, T).
-        const int B = r.bottom - 2, R = r.right - 2;
+        const COLORREF faccia = GetSysColor(COLOR_BTNFACE), ciano = RGB(0, 255, 255), croce = faccia ^ ciano;
+        // The lower-left limit on (L, B) = (1, bottom - 1), the upper right on
+        // (R, T) = (right - 1, 1): the centre on the frame's black line, one
+        // arm along it (black XOR the pen), the other across the face.
+        const int B = r.bottom - 1, R = r.right - 1;
         Premi(digit, 0, 100, 200);
-        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, 4, B) == croce && Pixel(cornice, 1, B - 3) == croce; }));
+        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, 1, B - 3) == croce && Pixel(cornice, 4, B) == ciano; }));
         EXPECT_EQ(Testo(p, 2283), L"<=>");
         Premi(digit, 2, 20100, 15200);
-        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, R - 3, 1) == croce && Pixel(cornice, 4, B) == faccia; }))
-            << "the old cross is wiped, the new one drawn";
+        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, R - 3, 1) == croce && Pixel(cornice, R, 4) == ciano; }));
+        EXPECT_EQ(Pixel(cornice, 1, B - 3), faccia) << "the old cross is wiped";
         EXPECT_EQ(Testo(p, 2281), L"[020100]");
         EXPECT_EQ(Testo(p, 2283), L"<2>");
         RedrawWindow(cornice, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
         SendMessageW(p, WM_NULL, 0, 0);
         EXPECT_EQ(Pixel(cornice, R - 3, 1), croce) << "painted again from the canvas";
-        EXPECT_EQ(Pixel(cornice, 4, B), faccia);
+        EXPECT_EQ(Pixel(cornice, 1, B - 3), faccia);
         Premi(digit, 0, 10100, 7700);
         Fotografa(p, "10046");
         Clic(p, 2);
