@@ -36,6 +36,7 @@ HWND Attendi(const wchar_t* titolo)
 {
     HWND h = nullptr;
     AttendiFinche([&] { return Aperto(h = FindWindowW(L"#32770", titolo)); }, limite);
+    if (!Aperto(h)) std::fprintf(stderr, "no dialog \"%ls\" open (window %p)\n", titolo, static_cast<void*>(h));
     return Aperto(h) ? h : nullptr;
 }
 

@@ -19,6 +19,9 @@ export VELMARIN_IMMAGINI="Z:$immagini"  # Wine's drive Z: is the Linux root
 # No window manager runs in the virtual display: Wine draws the windows'
 # frames and captions itself, so that the pictures show them.
 "$esegui" "$prefisso" "$loader" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+# The prefix's server, started outside the display, goes first: windows
+# are made only by one that starts inside it.
+WINEPREFIX="$prefisso" wineserver -k >/dev/null 2>&1
 xvfb-run -a -s "-screen 0 1024x768x24" "$esegui" "$prefisso" "$loader" "$programma"
 esito=$?
 for bmp in "$immagini"/*.bmp; do
