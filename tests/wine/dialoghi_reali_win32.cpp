@@ -8,7 +8,10 @@
 //
 // Run inside a virtual X display (xvfb-run): without one Wine makes no
 // window, and every dialog is cancelled. With VELMARIN_IMMAGINI set, each
-// of the seven dialogs is written there as a 24-bit BMP, as the screen shows it.
+// of the seven dialogs is written there as a 24-bit BMP, as Windows draws
+// it. With VELMARIN_SIM_COMANDI and VELMARIN_SIM_RISPOSTE naming the pipes
+// of a simulated tablet (tests/wine/sim_comandata.cpp) that sits behind
+// COM1, the limits are also digitized on it through the port.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -386,6 +389,81 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
     EXPECT_EQ(scelto.yMin, 200);
     EXPECT_EQ(scelto.xMax, 20100);
     EXPECT_EQ(scelto.yMax, 15200);
+}
+
+// The simulated tablet behind COM1: one command a line, one answer a line.
+class TTavolettaComandata {
+public:
+    TTavolettaComandata()
+    {
+        const char* al = std::getenv("VELMARIN_SIM_COMANDI");
+        const char* dal = std::getenv("VELMARIN_SIM_RISPOSTE");
+        if (!al || !dal) return;
+        comandi = std::fopen(al, "w");
+        risposte = std::fopen(dal, "r");
+    }
+    ~TTavolettaComandata()
+    {
+        if (comandi) std::fclose(comandi);
+        if (risposte) std::fclose(risposte);
+    }
+    bool Presente() const { return comandi && risposte; }
+    std::string Chiedi(const std::string& comando)
+    {
+        std::fprintf(comandi, "%s\n", comando.c_str());
+        std::fflush(comandi);
+        char riga[256] = "";
+        if (!std::fgets(riga, sizeof riga, risposte)) return "";
+        std::string r(riga);
+        while (!r.empty() && (r.back() == '\n' || r.back() == '\r')) r.pop_back();
+        return r;
+    }
+
+private:
+    FILE* comandi = nullptr;
+    FILE* risposte = nullptr;
+};
+
+// "&Limiti" on a tablet that answers on COM1: the selection dialog connects
+// it, and the two corners come from presses on it, through the port and the
+// reader thread. A press is shown until the dialog has taken it: a state
+// shown again is no new press, it only makes up for a report that a read
+// merged or lost.
+TEST_F(DialoghiReali, LimitiDallaTavolettaSuCom1)
+{
+    TTavolettaComandata tavoletta;
+    if (!tavoletta.Presente()) GTEST_SKIP() << "no simulated tablet behind COM1";
+    const int modello = 5;
+    ASSERT_EQ(tavoletta.Chiedi("modello " + std::to_string(modello)), "ok");
+    TDataDigit scelto = dati;
+    scelto.tipo = modello;
+    scelto.porta = 1;
+    const TTipoDigit& riga = catalogoDigit[modello];
+    scelto.velocita = riga.velocita;
+    scelto.parita = riga.parita;
+    scelto.bitDati = riga.bitDati;
+    scelto.bitStop = riga.bitStop;
+    const int esito = ConPersona<int>([&] { return configDigit(nullptr, &digit, scelto); }, [&] {
+        HWND d = Attendi(L"Scelta tavoletta");
+        ASSERT_TRUE(d);
+        Clic(d, 2151);
+        HWND l = Attendi(L"Limiti tavoletta");
+        ASSERT_TRUE(l);
+        EXPECT_TRUE(RipetiFinche([&] { return Testo(l, 2240) == L"il punto superiore a destra"; },
+                                 [&] { tavoletta.Chiedi("stato 1200 800 1"); }, limite));
+        tavoletta.Chiedi("stato 1200 800 0");
+        EXPECT_TRUE(RipetiFinche([&] { return !IsWindow(l); }, [&] { tavoletta.Chiedi("stato 31000 22000 1"); }, limite));
+        tavoletta.Chiedi("stato 31000 22000 0");
+        ASSERT_TRUE(Attendi(L"Scelta tavoletta"));
+        Comando(d, IDOK);
+    });
+    EXPECT_EQ(esito, IDOK);
+    EXPECT_TRUE(MessaggiRegistrati().empty()) << "COM1 opened: no box";
+    EXPECT_TRUE(scelto.limitiDefiniti);
+    EXPECT_EQ(scelto.xMin, 1200);
+    EXPECT_EQ(scelto.yMin, 800);
+    EXPECT_EQ(scelto.xMax, 31000);
+    EXPECT_EQ(scelto.yMax, 22000);
 }
 
 }  // namespace
