@@ -180,8 +180,10 @@ int LineTo(HDC dc, std::int32_t x, std::int32_t y)
     const COLORREF colore = c->penna ? c->penna->colore : 0;
     const int modo = c->modo;
     const std::int64_t x0 = c->x, y0 = c->y;
-    if (indice >= 0)
-        f->Disegna(indice, [&](TTela& t) { Linea(t, x0, y0, x, y, modo, colore); });
+    if (indice >= 0) {
+        const TTratto tratto{c->x, c->y, x, y, modo, colore};
+        f->Traccia(indice, tratto, [&](TTela& t) { Linea(t, x0, y0, x, y, modo, colore); });
+    }
     c->x = x;
     c->y = y;
     return 1;

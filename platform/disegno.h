@@ -1,10 +1,17 @@
-// Our stand-in for the few Windows drawing services the library calls: a
-// device context on a control of a dialog, a solid pen, the raster
-// operation, and straight lines. What is drawn lands on the control's canvas
-// (TTela, in the dialog's state), where tests and the text renderer read it.
-// It serves on Windows too: the windows drawn on are the toolkit's, not the
-// system's, so the system's GDI has no context to give on them until the
-// dialogs run on real windows.
+// The few Windows drawing services the library calls: a device context on a
+// control of a dialog, a solid pen, the raster operation, and straight
+// lines. They work on the toolkit's windows, whatever the platform: what is
+// drawn lands on the control's canvas (TTela, in the dialog's state), where
+// tests and the text renderer read it, from whichever thread draws.
+//
+// On Windows the canvas is the truth behind a real window. Each line is also
+// handed, as a stroke, to the view of the Win32 dialog backend, which draws
+// it again on the real control with the system's own GDI (GetDC, CreatePen,
+// SetROP2, SelectObject, MoveToEx, LineTo, ReleaseDC, DeleteObject) on the
+// dialog's thread, the only one that may draw on it; when the control is
+// exposed, the view paints it from the canvas, and strokes already in that
+// canvas are not drawn again (platform/toldeko/tela_win32.cpp). So an XOR
+// line drawn twice leaves the real control as it was too.
 //
 // As on the platform, LineTo draws from the current position up to its end
 // point, leaving that point out, and moves the current position there. Lines

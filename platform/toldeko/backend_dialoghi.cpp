@@ -6,7 +6,7 @@
 
 namespace {
 
-class TBackendPredefinito : public TBackendDialoghi {
+class TBackendAnnulla : public TBackendDialoghi {
 public:
     void Aperto(TFinestraDialogo&) override {}
     void Chiuso(TFinestraDialogo&) override {}
@@ -19,11 +19,20 @@ public:
     }
 };
 
-TBackendPredefinito predefinito;
-std::atomic<TBackendDialoghi*> backend{&predefinito};
+std::atomic<TBackendDialoghi*> backend{nullptr};
 
 }  // namespace
 
-void ImpostaBackendDialoghi(TBackendDialoghi* nuovo) { backend.store(nuovo ? nuovo : &predefinito); }
+TBackendDialoghi& BackendAnnulla()
+{
+    static TBackendAnnulla annulla;
+    return annulla;
+}
 
-TBackendDialoghi& BackendDialoghi() { return *backend.load(); }
+void ImpostaBackendDialoghi(TBackendDialoghi* nuovo) { backend.store(nuovo); }
+
+TBackendDialoghi& BackendDialoghi()
+{
+    TBackendDialoghi* b = backend.load();
+    return b ? *b : BackendPiattaforma();
+}

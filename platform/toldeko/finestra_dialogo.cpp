@@ -1,6 +1,7 @@
 #include "finestra_dialogo.h"
 
 #include <stdexcept>
+#include <utility>
 #include <unordered_set>
 
 #include "platform/toldeko/backend_dialoghi.h"
@@ -22,6 +23,8 @@ TFinestraDialogo::TFinestraDialogo(const TModelloDialogo& m) : modello(m)
     stato.titolo = m.titolo ? m.titolo : "";
     stato.cx = m.cx;
     stato.cy = m.cy;
+    stato.larghezzaPixel = PixelX(m.cx);
+    stato.altezzaPixel = PixelY(m.cy);
     stato.elementi.reserve(m.numElementi);
     for (std::size_t i = 0; i < m.numElementi; ++i) {
         const TElementoModello& em = m.elementi[i];
@@ -33,9 +36,13 @@ TFinestraDialogo::TFinestraDialogo(const TModelloDialogo& m) : modello(m)
         e.y = em.y;
         e.cx = em.cx;
         e.cy = em.cy;
+        e.larghezzaPixel = PixelX(em.cx);
+        e.altezzaPixel = PixelY(em.cy);
         e.testo = em.testo ? em.testo : "";
         stato.elementi.push_back(e);
     }
+    verifiche.resize(m.numElementi);
+    tratti.resize(m.numElementi);
     for (int i = -1; i < static_cast<int>(m.numElementi); ++i)
         maniglie.push_back(std::make_unique<TManiglia>(TManiglia{this, i}));
     std::lock_guard<std::mutex> g(mutexManiglie);
@@ -60,13 +67,13 @@ TTipoElemento TFinestraDialogo::Tipo(int indice) const { return El(indice).tipo;
 
 int TFinestraDialogo::Id(int indice) const { return indice < 0 ? 0 : El(indice).id; }
 
-HWND TFinestraDialogo::Maniglia(int indice) const
+void* TFinestraDialogo::Maniglia(int indice) const
 {
     if (indice < -1 || indice >= static_cast<int>(stato.elementi.size())) return nullptr;
     return maniglie[static_cast<std::size_t>(indice + 1)].get();
 }
 
-TFinestraDialogo* TFinestraDialogo::DaManiglia(HWND h, int& indice)
+TFinestraDialogo* TFinestraDialogo::DaManiglia(const void* h, int& indice)
 {
     std::lock_guard<std::mutex> g(mutexManiglie);
     if (!h || !maniglieVive.count(h)) return nullptr;
@@ -88,6 +95,50 @@ const TStatoElemento& TFinestraDialogo::El(int indice) const
 }
 
 void TFinestraDialogo::Cambiato() { BackendDialoghi().Cambiato(*this); }
+
+void TFinestraDialogo::Svegliato() { BackendDialoghi().Svegliato(*this); }
+
+void TFinestraDialogo::ImpostaPixel(int indice, std::int32_t larghezza, std::int32_t altezza)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    std::int32_t& l = indice < 0 ? stato.larghezzaPixel : El(indice).larghezzaPixel;
+    std::int32_t& a = indice < 0 ? stato.altezzaPixel : El(indice).altezzaPixel;
+    l = larghezza;
+    a = altezza;
+}
+
+void TFinestraDialogo::Pixel(int indice, std::int32_t& larghezza, std::int32_t& altezza) const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    larghezza = indice < 0 ? stato.larghezzaPixel : El(indice).larghezzaPixel;
+    altezza = indice < 0 ? stato.altezzaPixel : El(indice).altezzaPixel;
+}
+
+void TFinestraDialogo::ImpostaSfondo(std::uint32_t colore)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    stato.sfondo = colore;
+}
+
+void TFinestraDialogo::ImpostaVerifica(int indice, std::function<bool(const std::string&)> verifica)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    El(indice);  // checks the index
+    verifiche[static_cast<std::size_t>(indice)] = std::move(verifica);
+}
+
+// The verifier is the edit's and never changes once the dialog runs, so it
+// is called without the lock.
+bool TFinestraDialogo::Ammesso(int indice, const std::string& testo) const
+{
+    std::function<bool(const std::string&)> verifica;
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        El(indice);
+        verifica = verifiche[static_cast<std::size_t>(indice)];
+    }
+    return !verifica || verifica(testo);
+}
 
 std::string TFinestraDialogo::Testo(int indice) const
 {
@@ -208,14 +259,14 @@ int TFinestraDialogo::ImpostaSelezione(int indice, int voce)
 
 namespace {
 
-void PreparaTela(TStatoElemento& e)
+void PreparaTela(TStatoElemento& e, std::uint32_t sfondo)
 {
     TTela& t = e.tela;
     if (!t.Vuota()) return;
-    t.larghezza = PixelX(e.cx);
-    t.altezza = PixelY(e.cy);
+    t.larghezza = e.larghezzaPixel;
+    t.altezza = e.altezzaPixel;
     if (t.larghezza <= 0 || t.altezza <= 0) return;
-    t.pixel.assign(static_cast<std::size_t>(t.larghezza) * static_cast<std::size_t>(t.altezza), coloreSfondo);
+    t.pixel.assign(static_cast<std::size_t>(t.larghezza) * static_cast<std::size_t>(t.altezza), sfondo);
     if (e.tipo != TTipoElemento::cornice || (e.stile & stileInciso)) return;
     for (std::int32_t x = 0; x < t.larghezza; ++x) {
         t.pixel[static_cast<std::size_t>(x)] = coloreBordo;
@@ -234,11 +285,47 @@ void TFinestraDialogo::Disegna(int indice, const std::function<void(TTela&)>& az
     {
         std::lock_guard<std::mutex> g(mutex);
         TStatoElemento& e = El(indice);
-        PreparaTela(e);
+        PreparaTela(e, stato.sfondo);
         if (e.tela.Vuota()) return;  // a control of no size has nothing to draw on
         azione(e.tela);
     }
     Cambiato();
+}
+
+void TFinestraDialogo::Traccia(int indice, const TTratto& tratto, const std::function<void(TTela&)>& azione)
+{
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        TStatoElemento& e = El(indice);
+        PreparaTela(e, stato.sfondo);
+        if (e.tela.Vuota()) return;
+        azione(e.tela);
+        if (seguiTratti) tratti[static_cast<std::size_t>(indice)].push_back(tratto);
+    }
+    Cambiato();
+}
+
+void TFinestraDialogo::SeguiTratti(bool segui)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    seguiTratti = segui;
+    if (!segui)
+        for (auto& t : tratti) t.clear();
+}
+
+std::vector<TTratto> TFinestraDialogo::PrendiTratti(int indice)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    El(indice);
+    return std::exchange(tratti[static_cast<std::size_t>(indice)], {});
+}
+
+TTela TFinestraDialogo::TelaMostrata(int indice)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    const TTela tela = El(indice).tela;
+    tratti[static_cast<std::size_t>(indice)].clear();
+    return tela;
 }
 
 TTela TFinestraDialogo::Tela(int indice) const
@@ -264,18 +351,24 @@ void TFinestraDialogo::Apri()
 
 void TFinestraDialogo::Posta(const TInput& input)
 {
-    std::lock_guard<std::mutex> g(mutex);
-    coda.push_back(input);
-    cv.notify_all();
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        coda.push_back(input);
+        cv.notify_all();
+    }
+    Svegliato();
 }
 
 void TFinestraDialogo::Termina(int valore)
 {
-    std::lock_guard<std::mutex> g(mutex);
-    if (finito) return;
-    finito = true;
-    valoreFine = valore;
-    cv.notify_all();
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        if (finito) return;
+        finito = true;
+        valoreFine = valore;
+        cv.notify_all();
+    }
+    Svegliato();
 }
 
 bool TFinestraDialogo::Terminato() const
@@ -292,9 +385,24 @@ int TFinestraDialogo::ValoreFine() const
 
 void TFinestraDialogo::Sveglia()
 {
+    {
+        std::lock_guard<std::mutex> g(mutex);
+        svegliato = true;
+        cv.notify_all();
+    }
+    Svegliato();
+}
+
+bool TFinestraDialogo::InputInCoda() const
+{
     std::lock_guard<std::mutex> g(mutex);
-    svegliato = true;
-    cv.notify_all();
+    return !coda.empty();
+}
+
+bool TFinestraDialogo::Risvegliato() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return finito || svegliato || !coda.empty();
 }
 
 bool TFinestraDialogo::ProssimoInput(TInput& input, TBackendDialoghi& backend)

@@ -8,6 +8,9 @@
 // by the same mutex, and the loop sleeps on a condition variable. Handlers run
 // without the lock. The ids and kinds of the controls never change after
 // construction and are read without it.
+//
+// Handles are plain pointers here, not the platform's types, so that a
+// backend built on the system's own windows can include this header.
 #ifndef TOLDEKO_FINESTRA_DIALOGO_H
 #define TOLDEKO_FINESTRA_DIALOGO_H
 
@@ -22,7 +25,6 @@
 #include <vector>
 
 #include "platform/toldeko/stato_dialogo.h"
-#include "platform/winui.h"
 
 class TBackendDialoghi;
 
@@ -34,6 +36,7 @@ enum class TTipoInput {
     invio,    // Enter: the default button, or id 1 when there is none
     esc,      // Escape or the window's close box: id 2
     comando,  // the platform raises command `codice` of control `id`
+    testo,    // the edit `id` now holds `testo`, as edited in a window of the system
 };
 
 struct TInput {
@@ -58,10 +61,23 @@ public:
     int Indice(int id) const;
     TTipoElemento Tipo(int indice) const;
     int Id(int indice) const;
-    HWND Maniglia(int indice) const;
+    void* Maniglia(int indice) const;
     // The window of handle `h` and the index in it; null when `h` is no
     // window of a live dialog.
-    static TFinestraDialogo* DaManiglia(HWND h, int& indice);
+    static TFinestraDialogo* DaManiglia(const void* h, int& indice);
+
+    // The size in pixels of the control (-1: the dialog's client area) as
+    // shown: from the template's dialog units, until a backend that shows
+    // the dialog in real windows gives their sizes, before setupWindow.
+    void ImpostaPixel(int indice, std::int32_t larghezza, std::int32_t altezza);
+    void Pixel(int indice, std::int32_t& larghezza, std::int32_t& altezza) const;
+    // The face on which a control's canvas starts.
+    void ImpostaSfondo(std::uint32_t colore);
+
+    // What an edit lets a person type: `verifica` answers whether a text may
+    // stand in it (its validator). No verifier: every text.
+    void ImpostaVerifica(int indice, std::function<bool(const std::string&)> verifica);
+    bool Ammesso(int indice, const std::string& testo) const;
 
     std::string Testo(int indice) const;
     void ImpostaTesto(int indice, const std::string& testo);
@@ -86,6 +102,15 @@ public:
     // pixels, the dialog's face inside and, for a black frame, its border.
     void Disegna(int indice, const std::function<void(TTela&)>& azione);
     TTela Tela(int indice) const;
+    // Drawing by strokes, for a view that draws them again on a window of
+    // its own: once SeguiTratti is on, each Traccia is kept until the view
+    // takes it (PrendiTratti), or until it takes the whole canvas to paint
+    // (TelaMostrata), which has every stroke in it already. So the window
+    // gets each stroke once, either way.
+    void Traccia(int indice, const TTratto& tratto, const std::function<void(TTela&)>& azione);
+    void SeguiTratti(bool segui);
+    std::vector<TTratto> PrendiTratti(int indice);
+    TTela TelaMostrata(int indice);
 
     TStatoDialogo Fotografia() const;
 
@@ -98,6 +123,10 @@ public:
     int ValoreFine() const;
     // Lets the loop ask its backend for input again.
     void Sveglia();
+    // Whether the loop has something to do: an input, its end or a wake-up.
+    bool Risvegliato() const;
+    // Whether input waits in the queue.
+    bool InputInCoda() const;
     // Waits for the next input; false once the run has ended.
     bool ProssimoInput(TInput& input, TBackendDialoghi& backend);
 
@@ -110,12 +139,16 @@ private:
     TStatoElemento& El(int indice);
     const TStatoElemento& El(int indice) const;
     void Cambiato();
+    void Svegliato();
 
     const TModelloDialogo& modello;
     mutable std::mutex mutex;
     std::condition_variable cv;
     TStatoDialogo stato;
     std::vector<std::unique_ptr<TManiglia>> maniglie;  // [0] the dialog, [i + 1] control i
+    std::vector<std::function<bool(const std::string&)>> verifiche;  // per control
+    std::vector<std::vector<TTratto>> tratti;                        // per control, not yet taken
+    bool seguiTratti = false;
     std::deque<TInput> coda;
     bool finito = false;
     bool svegliato = false;

@@ -58,15 +58,19 @@ GControl* GDlg::Controllo(int id) const
 int GDlg::doModal()
 {
     TFinestraDialogo& f = *proprietaria;
-    f.Apri();
-    setupWindow();
     TBackendDialoghi& backend = BackendDialoghi();
-    backend.Aperto(f);
+    f.Apri();
+    backend.Creato(f);
+    bool aperto = false;
     try {
+        setupWindow();
+        backend.Aperto(f);
+        aperto = true;
         TInput input;
         while (f.ProssimoInput(input, backend)) Esegui(input);
     } catch (...) {
-        backend.Chiuso(f);
+        if (aperto) backend.Chiuso(f);
+        else backend.Annullato(f);
         throw;
     }
     backend.Chiuso(f);
@@ -95,6 +99,17 @@ void GDlg::Esegui(const TInput& input)
             c->InputTesto(input.testo);
         else
             f.ImpostaTesto(i, f.Testo(i) + input.testo);
+        OnCommand(id, EN_CHANGE);
+        return;
+    case TTipoInput::testo:
+        // An edit of the system holds what was typed already; a text its
+        // validator refuses is put back as it was.
+        if (!vivo || f.Tipo(i) != TTipoElemento::edit) return;
+        if (!f.Ammesso(i, input.testo)) {
+            f.ImpostaTesto(i, f.Testo(i));
+            return;
+        }
+        f.ImpostaTesto(i, input.testo);
         OnCommand(id, EN_CHANGE);
         return;
     case TTipoInput::clic: {

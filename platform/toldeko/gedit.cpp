@@ -10,6 +10,8 @@ GEdit::GEdit(GWnd* parent, int id, GValidator* validator, int, int, int)
 GEdit::GEdit(std::unique_ptr<GValidator> validator, GWnd* parent, int id)
     : GControl(parent, id, {TTipoElemento::edit}, "GEdit"), validatore(std::move(validator))
 {
+    const GValidator* v = validatore.get();
+    finestra->ImpostaVerifica(indice, [v](const std::string& testo) { return !v || v->IsValidInput(testo); });
 }
 
 void GEdit::clear() { setWindowText(""); }

@@ -32,15 +32,7 @@ void GWnd::enableWindow(bool flag)
 void GWnd::getClientRect(GRect& rect) const
 {
     rect = {0, 0, 0, 0};
-    if (!finestra) return;
-    if (indice < 0) {
-        rect.right = PixelX(finestra->Modello().cx);
-        rect.bottom = PixelY(finestra->Modello().cy);
-        return;
-    }
-    const TElementoModello& e = finestra->Modello().elementi[indice];
-    rect.right = PixelX(e.cx);
-    rect.bottom = PixelY(e.cy);
+    if (finestra) finestra->Pixel(indice, rect.right, rect.bottom);
 }
 
 int GWnd::messageBox(const char* text, const char* title, unsigned flags)

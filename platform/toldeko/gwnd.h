@@ -30,7 +30,7 @@ public:
     void setWindowText(const char* text);
     void setDlgItemText(int id, const char* text);
     void enableWindow(bool flag);
-    // The client area in pixels, with left and top 0.
+    // The client area in pixels, with left and top 0: as the window shows it.
     void getClientRect(GRect& rect) const;
     // Through the platform's MessageBoxA; returns the button's code.
     int messageBox(const char* text, const char* title, unsigned flags);

@@ -15,8 +15,8 @@
 constexpr std::int32_t PixelX(short u) { return u * 6 / 4; }
 constexpr std::int32_t PixelY(short u) { return u * 13 / 8; }
 
-// The face of a dialog, on which a drawing starts, and the ink of a black
-// frame's border.
+// The face of a dialog, on which a drawing starts, unless the window that
+// shows it has another, and the ink of a black frame's border.
 constexpr std::uint32_t coloreSfondo = 0xC0C0C0;
 constexpr std::uint32_t coloreBordo = 0x000000;
 
@@ -38,6 +38,16 @@ struct TTela {
     }
 };
 
+// A straight line drawn on a control, as LineTo drew it on the canvas: from
+// (x0, y0) up to (x1, y1) left out, with raster operation `modo` and the
+// pen's colour. A view that shows the control in a window of the system
+// draws it there again.
+struct TTratto {
+    std::int32_t x0, y0, x1, y1;
+    int modo;
+    std::uint32_t colore;
+};
+
 // An entry of a list: its text and the value the dialog attached to it.
 struct TVoceLista {
     std::string testo;
@@ -49,6 +59,7 @@ struct TStatoElemento {
     TTipoElemento tipo = TTipoElemento::statico;
     unsigned stile = 0;
     short x = 0, y = 0, cx = 0, cy = 0;  // dialog units
+    std::int32_t larghezzaPixel = 0, altezzaPixel = 0;  // as shown
     std::string testo;
     bool abilitato = true;
     int check = 0;                  // radios: 1 checked
@@ -61,6 +72,8 @@ struct TStatoDialogo {
     unsigned modello = 0;  // 0: no dialog
     std::string titolo;
     short cx = 0, cy = 0;
+    std::int32_t larghezzaPixel = 0, altezzaPixel = 0;  // the client area as shown
+    std::uint32_t sfondo = coloreSfondo;                // the face of the dialog
     std::vector<TStatoElemento> elementi;
 
     // The radio group of the control at index `indice` in `elementi`: the

@@ -117,3 +117,7 @@ void TRegistroCalibrazione::Chiuso(TFinestraDialogo& f)
 std::chrono::milliseconds TRegistroCalibrazione::Inattivo(TFinestraDialogo& f) { return avanti.Inattivo(f); }
 
 void TRegistroCalibrazione::Cambiato(TFinestraDialogo& f) { avanti.Cambiato(f); }
+
+void TRegistroCalibrazione::Creato(TFinestraDialogo& f) { avanti.Creato(f); }
+
+void TRegistroCalibrazione::Svegliato(TFinestraDialogo& f) { avanti.Svegliato(f); }

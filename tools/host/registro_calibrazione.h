@@ -36,6 +36,8 @@ public:
     void Chiuso(TFinestraDialogo& finestra) override;
     std::chrono::milliseconds Inattivo(TFinestraDialogo& finestra) override;
     void Cambiato(TFinestraDialogo& finestra) override;
+    void Creato(TFinestraDialogo& finestra) override;
+    void Svegliato(TFinestraDialogo& finestra) override;
 
     // The points in the order they were digitized; for a grid, node (i, j)
     // is point i·(numQuadNord + 1) + j, as the library asks for them.
