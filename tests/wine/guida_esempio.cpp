@@ -123,10 +123,14 @@ bool Spuntato(HWND dialogo, int id) { return SendMessageW(GetDlgItem(dialogo, id
 
 // A press of `bottone` at (x, y), shown again until `fatto` holds, then the
 // release. A repeated press adds nothing: the tablet's button is still down.
+// The pointer comes there with no button first: the release of the last
+// press may have reached the library while nobody listened, when the
+// library drops what the port holds, and its button would still be down.
 template <class F>
 bool Premi(int x, int y, int bottone, F fatto)
 {
     const std::string dove = " " + std::to_string(x) + " " + std::to_string(y) + " ";
+    Sim("stato" + dove + "0");
     const bool ok = RipetiFinche(fatto, [&] { Sim("stato" + dove + std::to_string(bottone)); }, limite);
     Sim("stato" + dove + "0");
     return ok;
@@ -197,7 +201,10 @@ bool Configura(const TOspite& o)
     HWND tipo = GetDlgItem(scelta, 2120);
     SendMessageW(tipo, CB_SETCURSEL, 8, 0);
     SendMessageW(scelta, WM_COMMAND, MAKEWPARAM(2120, CBN_SELCHANGE), reinterpret_cast<LPARAM>(tipo));
-    Verifica(Spuntato(scelta, 2128) && Spuntato(scelta, 2131) && Spuntato(scelta, 2136) && Spuntato(scelta, 2138),
+    Verifica(AttendiFinche([&] {
+                 return Spuntato(scelta, 2128) && Spuntato(scelta, 2131) && Spuntato(scelta, 2136) &&
+                        Spuntato(scelta, 2138);
+             }, limite),
              "the model's line settings show: 9600, no parity, 8 bits, 1 stop bit");
     Clic(scelta, 2122);
     Verifica(AttendiFinche([&] { return Spuntato(scelta, 2122); }, limite), "Com1 is chosen");
