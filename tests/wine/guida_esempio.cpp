@@ -4,7 +4,8 @@
 // standard output. It chooses a Numonics tablet on COM1 in the library's
 // selection dialog and digitizes its limits, calibrates by four points whose
 // ground position is known, presses at known places and reads the host's
-// list; then it quits, starts the host again and checks that the host comes
+// list, calibrates again by a grid of one square over the same places and
+// presses there again; then it quits, starts the host again and checks that the host comes
 // back on the same tablet. Each check prints "ok" or "FAIL" on standard
 // error; the result is the number of failures.
 #define WIN32_LEAN_AND_MEAN
@@ -223,7 +224,7 @@ bool Configura(const TOspite& o)
 }
 
 // Four control points: a sheet turned on the tablet, so that tablet x runs
-// North and tablet y runs West, 8000 counts to 400 m.
+// North and tablet y runs West, 20 counts to a metre.
 struct TPunto {
     int x, y;
     const wchar_t* est;
@@ -255,6 +256,33 @@ bool CalibraPunti(const TOspite& o)
     if (!quinto) return false;
     Clic(quinto, IDCANCEL);
     return o.TitoloHa("listening - calibrated by points", "four points calibrate the tablet");
+}
+
+// A grid of one square over the same sheet. The library asks for each node
+// by its ground position, and the pointer goes where the sheet has it.
+bool CalibraGriglia(const TOspite& o)
+{
+    o.Comando(IDM_GRIGLIA);
+    HWND domanda = AttendiDialogo(o.Pid(), IDYES, "the question before a new calibration");
+    if (!domanda) return false;
+    Clic(domanda, IDYES);
+    HWND griglia = AttendiDialogo(o.Pid(), 2040, "the grid dialog");
+    if (!griglia) return false;
+    const wchar_t* valori[] = {L"1", L"1", L"1500000", L"5000000", L"400", L"400"};
+    for (int i = 0; i < 6; ++i) ScriviTesto(griglia, 2040 + i, valori[i]);
+    Clic(griglia, IDOK);
+    for (int nodo = 1; nodo <= 4; ++nodo) {
+        const std::string nome = "node " + std::to_string(nodo);
+        HWND digitalizza = AttendiDialogo(o.Pid(), 2080, nome + ": the digitizing dialog");
+        if (!digitalizza) return false;
+        const double est = std::wcstod(Testo(GetDlgItem(digitalizza, 2080)).c_str(), nullptr);
+        const double nord = std::wcstod(Testo(GetDlgItem(digitalizza, 2081)).c_str(), nullptr);
+        const int x = static_cast<int>(std::lround(1000 + (nord - 5000000) * 20));
+        const int y = static_cast<int>(std::lround(1000 + (1500400 - est) * 20));
+        Premi(x, y, 1, [&] { return !IsWindow(digitalizza); });
+        Chiuso(digitalizza, nome + ": the press at " + std::to_string(x) + " " + std::to_string(y) + " confirms it");
+    }
+    return o.TitoloHa("listening - calibrated by grid", "a grid of one square calibrates the tablet");
 }
 
 // A press and the host's new line for it, parsed.
@@ -311,7 +339,7 @@ int main()
     TOspite primo;
     if (!Avvia(primo)) return 1;
     primo.TitoloHa("no tablet chosen", "a first run has no tablet");
-    if (Configura(primo) && CalibraPunti(primo)) PremiNoti(primo);
+    if (Configura(primo) && CalibraPunti(primo) && PremiNoti(primo) && CalibraGriglia(primo)) PremiNoti(primo);
     Esci(primo);
 
     // The second run starts on the record the first one chose.
