@@ -152,7 +152,7 @@ void Collega(TEsempio& e)
 // The library's dialogs run their modal loops on this thread. The exported
 // interface takes their parent as the library's own window type, which a
 // host cannot make from its HWND, so they open with no owner, and this window
-// disables itself meanwhile, as an owner is. They make themselves the
+// is disabled meanwhile, as a dialog's owner is. They make themselves the
 // tablet's target and leave notification stopped.
 template <class F>
 void DialogoLibreria(TEsempio& e, F dialogo)
