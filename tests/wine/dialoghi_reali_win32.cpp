@@ -8,7 +8,10 @@
 //
 // Run inside a virtual X display (xvfb-run): without one Wine makes no
 // window, and every dialog is cancelled. With VELMARIN_IMMAGINI set, each
-// of the seven dialogs is written there as a 24-bit BMP, as the screen shows it.
+// of the seven dialogs is written there as a 24-bit BMP, as Windows draws
+// it. With VELMARIN_SIM_COMANDI and VELMARIN_SIM_RISPOSTE naming the pipes
+// of a simulated tablet (tests/wine/sim_comandata.cpp) that sits behind
+// COM1, the limits are also digitized on it through the port.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -18,6 +21,7 @@
 #include <functional>
 #include <future>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "digit.h"
@@ -36,6 +40,7 @@ HWND Attendi(const wchar_t* titolo)
 {
     HWND h = nullptr;
     AttendiFinche([&] { return Aperto(h = FindWindowW(L"#32770", titolo)); }, limite);
+    if (!Aperto(h)) std::fprintf(stderr, "no dialog \"%ls\" open (window %p)\n", titolo, static_cast<void*>(h));
     return Aperto(h) ? h : nullptr;
 }
 
@@ -355,21 +360,23 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
         HWND cornice = GetDlgItem(p, 2280);
         RECT r;
         GetClientRect(cornice, &r);
-        const COLORREF faccia = GetSysColor(COLOR_BTNFACE), croce = faccia ^ RGB(0, 255, 255);
-        // The lower-left limit on (L, B) = (1, bottom - 2), the upper right on (R, T).
-        const int B = r.bottom - 2, R = r.right - 2;
+        const COLORREF faccia = GetSysColor(COLOR_BTNFACE), ciano = RGB(0, 255, 255), croce = faccia ^ ciano;
+        // The lower-left limit on (L, B) = (1, bottom - 1), the upper right on
+        // (R, T) = (right - 1, 1): the centre on the frame's black line, one
+        // arm along it (black XOR the pen), the other across the face.
+        const int B = r.bottom - 1, R = r.right - 1;
         Premi(digit, 0, 100, 200);
-        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, 4, B) == croce && Pixel(cornice, 1, B - 3) == croce; }));
+        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, 1, B - 3) == croce && Pixel(cornice, 4, B) == ciano; }));
         EXPECT_EQ(Testo(p, 2283), L"<=>");
         Premi(digit, 2, 20100, 15200);
-        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, R - 3, 1) == croce && Pixel(cornice, 4, B) == faccia; }))
-            << "the old cross is wiped, the new one drawn";
+        EXPECT_TRUE(AttendiFinche([&] { return Pixel(cornice, R - 3, 1) == croce && Pixel(cornice, R, 4) == ciano; }));
+        EXPECT_EQ(Pixel(cornice, 1, B - 3), faccia) << "the old cross is wiped";
         EXPECT_EQ(Testo(p, 2281), L"[020100]");
         EXPECT_EQ(Testo(p, 2283), L"<2>");
         RedrawWindow(cornice, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
         SendMessageW(p, WM_NULL, 0, 0);
         EXPECT_EQ(Pixel(cornice, R - 3, 1), croce) << "painted again from the canvas";
-        EXPECT_EQ(Pixel(cornice, 4, B), faccia);
+        EXPECT_EQ(Pixel(cornice, 1, B - 3), faccia);
         Premi(digit, 0, 10100, 7700);
         Fotografa(p, "10046");
         Clic(p, 2);
@@ -383,6 +390,129 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
     EXPECT_EQ(scelto.yMin, 200);
     EXPECT_EQ(scelto.xMax, 20100);
     EXPECT_EQ(scelto.yMax, 15200);
+}
+
+// The simulated tablet behind COM1: one command a line, one answer a line.
+class TTavolettaComandata {
+public:
+    TTavolettaComandata()
+    {
+        const char* al = std::getenv("VELMARIN_SIM_COMANDI");
+        const char* dal = std::getenv("VELMARIN_SIM_RISPOSTE");
+        if (!al || !dal) return;
+        comandi = std::fopen(al, "w");
+        risposte = std::fopen(dal, "r");
+    }
+    ~TTavolettaComandata()
+    {
+        if (comandi) std::fclose(comandi);
+        if (risposte) std::fclose(risposte);
+    }
+    bool Presente() const { return comandi && risposte; }
+    std::string Chiedi(const std::string& comando)
+    {
+        std::fprintf(comandi, "%s\n", comando.c_str());
+        std::fflush(comandi);
+        char riga[256] = "";
+        if (!std::fgets(riga, sizeof riga, risposte)) return "";
+        std::string r(riga);
+        while (!r.empty() && (r.back() == '\n' || r.back() == '\r')) r.pop_back();
+        return r;
+    }
+
+private:
+    FILE* comandi = nullptr;
+    FILE* risposte = nullptr;
+};
+
+// "&Limiti" on a tablet that answers on COM1: the selection dialog connects
+// it, and the two corners come from presses on it, through the port and the
+// reader thread. A press is shown until the dialog has taken it: a state
+// shown again is no new press, it only makes up for a report that a read
+// merged or lost.
+TEST_F(DialoghiReali, LimitiDallaTavolettaSuCom1)
+{
+    TTavolettaComandata tavoletta;
+    if (!tavoletta.Presente()) GTEST_SKIP() << "no simulated tablet behind COM1";
+    const int modello = 5;
+    ASSERT_EQ(tavoletta.Chiedi("modello " + std::to_string(modello)), "ok");
+    TDataDigit scelto = dati;
+    scelto.tipo = modello;
+    scelto.porta = 1;
+    const TTipoDigit& riga = catalogoDigit[modello];
+    scelto.velocita = riga.velocita;
+    scelto.parita = riga.parita;
+    scelto.bitDati = riga.bitDati;
+    scelto.bitStop = riga.bitStop;
+    const int esito = ConPersona<int>([&] { return configDigit(nullptr, &digit, scelto); }, [&] {
+        HWND d = Attendi(L"Scelta tavoletta");
+        ASSERT_TRUE(d);
+        Clic(d, 2151);
+        HWND l = Attendi(L"Limiti tavoletta");
+        ASSERT_TRUE(l);
+        EXPECT_TRUE(RipetiFinche([&] { return Testo(l, 2240) == L"il punto superiore a destra"; },
+                                 [&] { tavoletta.Chiedi("stato 1200 800 1"); }, limite));
+        tavoletta.Chiedi("stato 1200 800 0");
+        EXPECT_TRUE(RipetiFinche([&] { return !IsWindow(l); }, [&] { tavoletta.Chiedi("stato 31000 22000 1"); }, limite));
+        tavoletta.Chiedi("stato 31000 22000 0");
+        ASSERT_TRUE(Attendi(L"Scelta tavoletta"));
+        Comando(d, IDOK);
+    });
+    EXPECT_EQ(esito, IDOK);
+    EXPECT_TRUE(MessaggiRegistrati().empty()) << "COM1 opened: no box";
+    EXPECT_TRUE(scelto.limitiDefiniti);
+    EXPECT_EQ(scelto.xMin, 1200);
+    EXPECT_EQ(scelto.yMin, 800);
+    EXPECT_EQ(scelto.xMax, 31000);
+    EXPECT_EQ(scelto.yMax, 22000);
+}
+
+// A press that reaches the digitizing dialog as it is cancelled on the
+// screen: whichever comes first ends it, nothing hangs, and a result of 1
+// always brings the pressed point.
+TEST_F(DialoghiReali, PressioneEAnnullaInsiemeSuCom1)
+{
+    TTavolettaComandata tavoletta;
+    if (!tavoletta.Presente()) GTEST_SKIP() << "no simulated tablet behind COM1";
+    const int modello = 5;
+    ASSERT_EQ(tavoletta.Chiedi("modello " + std::to_string(modello)), "ok");
+    const TTipoDigit& riga = catalogoDigit[modello];
+    dati.porta = 1;
+    dati.velocita = riga.velocita;
+    dati.parita = riga.parita;
+    dati.bitDati = riga.bitDati;
+    dati.bitStop = riga.bitStop;
+    digit.SetDataDigit(dati);
+    ASSERT_TRUE(digit.Init(nullptr));
+    digit.SendInitString();
+    int confermati = 0;
+    for (int k = 1; k <= 10; ++k) {
+        int x = -1, y = -1;
+        const std::string stato = std::to_string(k * 100) + " " + std::to_string(k * 200);
+        const int esito = ConPersona<int>([&] { return dialogGetPnt(nullptr, "Punto", &digit, 1, 2, x, y); }, [&] {
+            HWND g = Attendi(L"Punto");
+            ASSERT_TRUE(g);
+            // Released, then pressed, the press shown again until the dialog
+            // has gone (still one press), against a report that a read merged
+            // or lost; meanwhile "&Annulla" is clicked, staggered from round to
+            // round across the time a press takes to arrive, so that either
+            // may come first. The stagger waits for nothing.
+            tavoletta.Chiedi("stato " + stato + " 0");
+            std::thread premi([&] {
+                RipetiFinche([&] { return !IsWindow(g); }, [&] { tavoletta.Chiedi("stato " + stato + " 1"); }, limite);
+            });
+            std::this_thread::sleep_for(std::chrono::milliseconds(15 * k));
+            Clic(g, IDCANCEL);
+            EXPECT_TRUE(AttendiChiuso(g));
+            premi.join();
+            tavoletta.Chiedi("stato " + stato + " 0");
+        });
+        ASSERT_TRUE(esito == IDOK || esito == IDCANCEL) << esito;
+        confermati += esito == IDOK;
+        EXPECT_EQ(x, esito == IDOK ? k * 100 : -1);
+        EXPECT_EQ(y, esito == IDOK ? k * 200 : -1);
+    }
+    std::printf("%d of 10 presses came before the cancel\n", confermati);
 }
 
 }  // namespace
