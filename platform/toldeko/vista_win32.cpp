@@ -20,7 +20,6 @@ std::string TestoDi(HWND h)
     return Stretto(w.c_str(), letti);
 }
 
-
 bool StesseVoci(const std::vector<TVoceLista>& a, const std::vector<TVoceLista>& b)
 {
     if (a.size() != b.size()) return false;
