@@ -179,22 +179,6 @@ TEST_P(Decodifica, ReadGivesTheReport)
 INSTANTIATE_TEST_SUITE_P(Casi, Decodifica, ::testing::ValuesIn(casi),
                          [](const ::testing::TestParamInfo<TCaso>& i) { return "caso" + std::to_string(i.index); });
 
-TEST(DecodificaTesto, OceLineCompletedByTheNextRead)
-{
-    Consegna(4, 40, "xx@D3+00123-004");
-    EXPECT_EQ(ProcessaReport(digitLink), 0);
-    EXPECT_EQ(digitLink.numAccum, 15);
-
-    const std::string resto = "56\r\n";
-    std::memcpy(digitLink.bufLettura, resto.data(), resto.size());
-    digitLink.numLetti = static_cast<std::int32_t>(resto.size());
-    EXPECT_EQ(ProcessaReport(digitLink), 1);
-    EXPECT_EQ(Leggi(digitLink.xReport), 123);
-    EXPECT_EQ(Leggi(digitLink.yReport), -456);
-    EXPECT_EQ(Leggi(digitLink.bottone), 4);
-    EXPECT_EQ(digitLink.numAccum, 0);
-}
-
 // A gather longer than the model's own (a host may set any length) must not
 // overrun the line stores of the decoders.
 TEST(DecodificaTesto, LongLinesStayWithinTheStores)
@@ -216,18 +200,6 @@ TEST(DecodificaTesto, LongLinesStayWithinTheStores)
         EXPECT_EQ(ProcessaReport(digitLink), r.esito);
         EXPECT_EQ(digitLink.numAccum, 0);
     }
-}
-
-TEST(CodificaTesto, LinesOfTheSampleTablets)
-{
-    EXPECT_EQ(CodificaReport(2, 123, 456, 1), "00123,00456,1\r\n");
-    EXPECT_EQ(CodificaReport(3, 150, 250, 3), "00150,00250,4\r\n");
-    EXPECT_EQ(CodificaReport(3, 150, 250, 4), "00150,00250,8\r\n");
-    EXPECT_EQ(CodificaReport(4, 123, -456, 4), "@D3+00123-00456\r\n");
-    EXPECT_EQ(CodificaReport(6, 123, 456, 1), "@A,00123,00456\r");
-    EXPECT_EQ(CodificaRolley(123, 456, 0, true), "@ ,000123,000456\r");
-    EXPECT_EQ(CodificaReport(7, 1234, 56789, 2), "AB101234567890\r\n");
-    EXPECT_EQ("0,3\r\n" + CodificaReport(2, 123, 456, 1) + CodificaReport(2, 123, 456, 1) + "00123", gatherSumma);
 }
 
 // What every model sends for a range of positions and buttons comes back

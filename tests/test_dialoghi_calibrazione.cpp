@@ -87,20 +87,6 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoEntrata{6, {"3", "4", "1", "1", "1e300", "1"}, false, {}},
         TCasoEntrata{6, {"50", "99999999999", ".", "1", "1", "1"}, true, {50, INT_MAX, 0, 1, 1, 1}}));
 
-TEST_F(DialoghiCalibrazioneTest, EntryDialogsOpenEmptyUnderTheirCaptions)
-{
-    script.Esc();
-    script.Esc();
-    double v[6];
-    int n[2];
-    EXPECT_EQ(dialogSelectPtiSparsi(nullptr, v[0], v[1]), IDCANCEL);
-    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per punti sparsi");
-    for (int id : {2000, 2001}) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
-    EXPECT_EQ(dialogCalibraGriglia(nullptr, n[0], n[1], v[2], v[3], v[4], v[5]), IDCANCEL);
-    EXPECT_EQ(UltimoChiuso().titolo, "Calibrazione per griglia");
-    for (int id = 2040; id <= 2045; ++id) EXPECT_EQ(UltimoChiuso().Testo(id), "") << id;
-}
-
 // ---------------------------------------------------------------------------
 // The digitizing dialog. The host's thread runs dialogGetPnt; a second
 // thread plays the reader thread, delivering presses to whatever target the

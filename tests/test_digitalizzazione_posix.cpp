@@ -63,13 +63,6 @@ constexpr int mossa = -1;
 INSTANTIATE_TEST_SUITE_P(
     Sessioni, TracciatoreTest,
     ::testing::Values(
-        TSessione{"punti", {{funzConferma, 1, 1}, {funzConferma, 2, 2}, {funzNessuna, 3, 3}}, "p1p1", 0},
-        // A "Fine Ent." line ends at its second vertex; the next Conferma is a point.
-        TSessione{"linea", {{funzLineaFineEnt, 0, 0}, {funzConferma, 5, 0}, {funzConferma, 9, 9}}, "l2p1", 0},
-        TSessione{"polilinea",
-                  {{funzPolilineaFineEnt, 0, 0}, {funzConferma, 5, 0}, {funzConferma, 5, 5}, {funzAnnulla, 0, 0}},
-                  "P3",
-                  0},
         // Another opening function ends the open feature; Annulla on one
         // vertex drops it.
         TSessione{"apre_e_chiude",
@@ -84,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
                    {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}},
                   "P4l2",
                   0},
-        TSessione{"mosse_senza_linea", {{mossa, 0, 0}, {mossa, 5, 5}, {funzConferma, 5, 5}}, "p1", 0}),
+        TSessione{"mosse_senza_linea", {{mossa, 0, 0}, {mossa, 5, 5}, {funzConferma, 5, 5}, {funzNessuna, 3, 3}}, "p1", 0}),
     [](const ::testing::TestParamInfo<TSessione>& i) { return std::string(i.param.nome); });
 
 #ifdef VELMARIN_CON_GDAL

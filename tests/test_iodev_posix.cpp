@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -11,7 +12,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <string>
-#include <thread>
 
 #include "link/iodev.h"
 #include "link/linea_posix.h"
@@ -204,6 +204,20 @@ TEST_F(IODevTest, BadDataSizesFailTheOpenAndHandshakeBitsMap)
     EXPECT_EQ(t.c_iflag & (IXON | IXOFF), 0u);
 }
 
+// Bytes that have reached the open port and wait there to be read.
+int InCoda()
+{
+    int n = 0;
+    return ioctl(devInfo->hCom, FIONREAD, &n) == 0 ? n : 0;
+}
+
+// Whether the open port reports that its other side hung up.
+bool Appeso()
+{
+    pollfd p{static_cast<int>(devInfo->hCom), POLLIN, 0};
+    return poll(&p, 1, 0) == 1 && (p.revents & POLLHUP);
+}
+
 // A close must wake a reader that waits on a quiet line, and a destroy one
 // that waits while held on a line that hung up meanwhile: a reader that sleeps
 // on hangs the test.
@@ -212,7 +226,8 @@ TEST_F(IODevTest, CloseOnAQuietLineAndDestroyWhileHeldOnAHungUpLine)
     auto sim = std::make_unique<TTavolettaPty>(portaProva);
     ASSERT_TRUE(sim->Valida());
     ASSERT_TRUE(Apri());
-    std::this_thread::sleep_for(50ms);  // the reader is in its wait
+    ASSERT_TRUE(sim->Invia("x"));  // once the reader has drained it, it is back in its wait
+    ASSERT_TRUE(AttendiFinche([] { return InCoda() == 0; }));
     EXPECT_EQ(IODevClose(), 1);
     EXPECT_FALSE(devInfo->hThread.joinable());
     EXPECT_EQ(devInfo->hCom, -1);
@@ -223,20 +238,11 @@ TEST_F(IODevTest, CloseOnAQuietLineAndDestroyWhileHeldOnAHungUpLine)
 
     ASSERT_TRUE(Apri());
     EXPECT_EQ(IODevHold(), 1);
-    std::this_thread::sleep_for(30ms);
     sim.reset();  // the other side goes away: the port hangs up
-    std::this_thread::sleep_for(50ms);
+    ASSERT_TRUE(AttendiFinche(Appeso));
     EXPECT_EQ(IODevResume(), 1);
-    std::this_thread::sleep_for(50ms);
     EXPECT_EQ(IODevDestroy(), 1);
     EXPECT_EQ(devInfo, nullptr);
-}
-
-// Bytes that have reached the open port and wait there to be read.
-int InCoda()
-{
-    int n = 0;
-    return ioctl(devInfo->hCom, FIONREAD, &n) == 0 ? n : 0;
 }
 
 // Writes pass only while delivery is on. What arrives during a hold is gone,

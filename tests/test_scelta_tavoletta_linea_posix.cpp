@@ -1,6 +1,5 @@
 // configDigit with a simulated tablet on a pseudo-terminal behind the port:
-// the limits digitized in the dialog, and when the dialog initialises the
-// tablet.
+// when the dialog initialises the tablet.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,13 +7,10 @@
 #include <chrono>
 #include <functional>
 #include <string>
-#include <thread>
-#include <tuple>
 
 #include "digit.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_dialoghi.h"
-#include "support/suona.h"
 
 namespace {
 
@@ -33,36 +29,10 @@ protected:
         const std::string b = sim.ByteRicevuti();
         return static_cast<std::size_t>(std::count(b.begin(), b.end(), '@'));
     }
-    // Sends the state until `fatto`, at most 5 s.
-    bool SuonaFinche(const TStatoPuntatore& stato, const std::function<bool()>& fatto)
-    {
-        return RipetiFinche(fatto, [&] { sim.InviaStato(1, stato, 15); });
-    }
-
     CDigit digit;
     TTavolettaPty sim{1};
     TDataDigit dati{1, 1, 9600, 'N', 8, 1, 1, 2, 4, {1, 2, 4, 8}, false, 0, 0, 0, 0};
 };
-
-TEST_F(SceltaLineaTest, LimitsFromTwoConfirmedPresses)
-{
-    ASSERT_TRUE(sim.Valida());
-    std::thread tavoletta([&] {
-        if (!script.AttendiDialogo(10045)) return script.Esc();
-        EXPECT_TRUE(SuonaFinche({100, 200, 1}, [&] { return script.Corrente().Testo(2240) == "il punto superiore a destra"; }));
-        sim.InviaStato(1, {150, 250, 0}, 15);
-        EXPECT_TRUE(SuonaFinche({4000, 3000, 1}, [&] { return script.Corrente().modello == 10043u; }));
-        script.Invio();
-    });
-    script.Clic(2151);
-    const int risultato = configDigit(nullptr, &digit, dati);
-    tavoletta.join();
-    EXPECT_EQ(risultato, IDOK);
-    EXPECT_EQ(std::tie(dati.limitiDefiniti, dati.xMin, dati.yMin, dati.xMax, dati.yMax),
-              std::make_tuple(true, 100, 200, 4000, 3000));
-    EXPECT_EQ(Inizializzazioni(), 1u);
-    EXPECT_EQ(digit.GetCommNotification(), nullptr);
-}
 
 struct TCasoInit {
     const char* nome;

@@ -53,11 +53,12 @@ TEST_P(HostTest, TheTabletOnTheLineReachesTheHostsTarget)
                                  [&] { sim.Gioca(m.tipo, s); }))
             << "step " << attese.size();
     }
-    for (int i = 0; i < 3; ++i) {
-        sim.Gioca(m.tipo, tratto[5]);
-        std::this_thread::sleep_for(30ms);
-    }
-    std::this_thread::sleep_for(100ms);
+    // The last state again, then a move that marks the end: heard, it shows
+    // that everything sent before it was heard too.
+    for (int i = 0; i < 3; ++i) sim.Gioca(m.tipo, tratto[5]);
+    attese.push_back(Mossa(1900, 2900));
+    EXPECT_TRUE(RipetiFinche([&] { return host.Notifiche().size() >= attese.size(); },
+                             [&] { sim.Gioca(m.tipo, {1900, 2900, 0}); }));
     digit.StopCommNotification();
     EXPECT_EQ(host.Notifiche(), attese);
 }

@@ -79,7 +79,7 @@ TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
 // A dialog on the selection template with a message map of its own.
 class TDialogoScelta : public GDlg {
 public:
-    explicit TDialogoScelta(GModule* m = nullptr) : GDlg(nullptr, 10043, m)
+    TDialogoScelta() : GDlg(nullptr, 10043)
     {
         for (int id : {2122, 2123, 2124, 2125, 2127, 2128, 2129}) radio.push_back(new GCheckButton(this, id));
         combo = new GComboBox(this, 2120);
@@ -96,18 +96,9 @@ public:
 
     void OnPorta() { porte.push_back(radio[0]->getCheck() + 2 * radio[1]->getCheck() + 3 * radio[2]->getCheck()); }
     void OnTipo() { tipi.push_back(static_cast<int>(combo->getItemData(combo->getSelIndex()))); }
-    void OnBottoni()
-    {
-        GDlg annidato(this, 10044, nullptr, nullptr);
-        moduloAnnidato = annidato.module();
-        risultatoAnnidato = annidato.doModal();
-    }
-
     std::vector<GCheckButton*> radio;
     GComboBox* combo;
     std::vector<int> porte, tipi;
-    GModule* moduloAnnidato = nullptr;
-    int risultatoAnnidato = 0;
 
 private:
     static const GFC_MSGMAP_ENTRY righe[];
@@ -117,7 +108,6 @@ private:
 
 const GFC_MSGMAP_ENTRY TDialogoScelta::righe[] = {
     {WM_COMMAND, CBN_SELCHANGE, 2120, 2120, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnTipo)},
-    {WM_COMMAND, BN_CLICKED, 2150, 2150, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnBottoni)},
     {WM_COMMAND, BN_CLICKED, 2122, 2125, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnPorta)},
     {0, 0, 0, 0, 0, nullptr},
 };
@@ -146,22 +136,6 @@ TEST_F(ToolkitTest, RadiosListsAndTheMessageMap)
     EXPECT_EQ(d.combo->setSelIndex(2), -1);
     EXPECT_EQ(d.combo->getSelIndex(), -1);
     EXPECT_EQ(d.combo->getItemData(-1), -1);
-}
-
-TEST_F(ToolkitTest, NestedDialogRunsInsideItsParentsHandler)
-{
-    GModule modulo;
-    script.Clic(2150);  // opens the nested dialog
-    script.Esc();       // ends it
-    script.Esc();       // ends the parent
-    TDialogoScelta d(&modulo);
-    EXPECT_EQ(d.doModal(), IDCANCEL);
-    EXPECT_EQ(d.risultatoAnnidato, IDCANCEL);
-    EXPECT_EQ(d.moduloAnnidato, &modulo) << "a nested dialog reaches its parent's module";
-    const auto chiusi = script.Chiusi();
-    ASSERT_EQ(chiusi.size(), 2u);
-    EXPECT_EQ(chiusi[0].stato.modello, 10044u);
-    EXPECT_EQ(chiusi[1].stato.modello, 10043u);
 }
 
 TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)

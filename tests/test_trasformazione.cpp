@@ -61,13 +61,6 @@ TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
     EXPECT_TRUE(A::PtInRect(d, puntoX.data(), puntoY.data(), -100000, 400000));
 }
 
-double CellaUsata(const CDigit& d, int x, int y)
-{
-    double est = 0, nord = 0;
-    EXPECT_TRUE(d.CalcoloCoordTrasfCalibrFine(x, y, est, nord));
-    return est;
-}
-
 // Mirrored cells hold nothing: every point goes to the nearest reference
 // point, which keeps its half count (200.5 beats the earlier cell's 600 from
 // x = 400; a truncated sum would tie and give the earlier cell).
@@ -124,7 +117,7 @@ TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMapOrWritesNothing)
 {
     CDigit d;
     Scrivi(digitLink.xReport, 1000);
-    Scrivi(digitLink.yReport, 1000);
+    Scrivi(digitLink.yReport, 3000);
     Scrivi(digitLink.bottonePremuto, 3);
     double v[4] = {11, 12, 13, 14};
     int bottone = 42;
@@ -140,7 +133,7 @@ TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMapOrWritesNothing)
         Scrivi(digitLink.bottonePremuto, premuto);
         ASSERT_TRUE(d.TrasformaCoordDigit(v[0], v[1], bottone));
         EXPECT_NEAR(v[0], 600, 1e-12);
-        EXPECT_NEAR(v[1], 300, 1e-12);
+        EXPECT_NEAR(v[1], 500, 1e-12);
         EXPECT_EQ(bottone, premuto);
     }
 }
@@ -151,12 +144,12 @@ TEST(AreaCalibrataTest, MaxAreaIsTheImageOfTheLimits)
 {
     CDigit d;
     TDataDigit& dati = d.GetDataDigit();
-    dati.xMin = dati.yMin = 1000;
-    dati.xMax = dati.yMax = 0;
+    dati.xMin = 1000, dati.yMin = 3000;
+    dati.xMax = 0, dati.yMax = 2000;
     RigheSparse(d);
     double v[4] = {0, 0, 0, 0};
     ASSERT_TRUE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
-    const double attesi[4] = {600, 300, 500, 200};
+    const double attesi[4] = {600, 500, 500, 400};
     for (int k = 0; k < 4; ++k) EXPECT_NEAR(v[k], attesi[k], 1e-12);
     double solo[4] = {1, 2, 3, 4};
     EXPECT_FALSE(d.GetSoloAreaCalibrata(solo[0], solo[1], solo[2], solo[3]));
@@ -164,8 +157,8 @@ TEST(AreaCalibrataTest, MaxAreaIsTheImageOfTheLimits)
     SegnaCelle(d, 1, 1);
     Angoli(d, 0, 0, quadratoX, quadratoY);
     ASSERT_TRUE(d.GetMaxAreaCalibrata(v[0], v[1], v[2], v[3]));
-    EXPECT_EQ(v[0], 1);
-    EXPECT_EQ(v[3], -1);
+    EXPECT_NEAR(v[0], 1 + 1000, 1e-6);
+    EXPECT_NEAR(v[3], 2000, 1e-6);
 }
 
 // Margins are a quarter interval truncated to whole units; a count above the

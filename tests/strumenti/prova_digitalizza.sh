@@ -10,15 +10,10 @@
 # tmux, GDAL's programs or a host built with GDAL.
 HOST=$1
 SIM=$2
-command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
-command -v ogrinfo >/dev/null 2>&1 || { echo "ogrinfo (gdal-bin) is missing: skipped"; exit 77; }
 . "$(dirname "$0")/comune.sh"
+prepara_tmux velmarin-gis
+command -v ogrinfo >/dev/null 2>&1 || { echo "ogrinfo (gdal-bin) is missing: skipped"; exit 77; }
 "$HOST" digitize --out "$temp/prova.gpkg" </dev/null 2>&1 | grep -q "not available" && { echo "built without GDAL: skipped"; exit 77; }
-
-sessione="velmarin-gis-$$"
-export TMUX_TMPDIR="$temp"
-fine_tmux() { tmux kill-server 2>/dev/null; pulisci; }
-trap fine_tmux EXIT
 
 # Buttons: 1 Conferma, 2 Polilinea Fine Ent., 3 Linea Fine Ent., 4 Annulla,
 # 5 Polilinea Dis. Lib.; a sheet of 40000 counts.

@@ -38,13 +38,6 @@ public:
     {
         d.LeastSqareMatrix(a, b, x, m, n, errore);
     }
-    static void Swap(const CDigit& d, double& a, double& b) { d.Swap(a, b); }
-    static void CalcoloTrasfCoord(CDigit& d, const double* x, const double* y, const double* est,
-                                  const double* nord, double* coefEst, double* coefNord, int n,
-                                  bool& errore)
-    {
-        d.CalcoloTrasfCoord(x, y, est, nord, coefEst, coefNord, n, errore);
-    }
     static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est,
                                             double* nord, int n)
     {
@@ -69,12 +62,6 @@ public:
                    std::int32_t y1, std::int32_t x2, std::int32_t y2)
     {
         return d.Ccw(x0, y0, x1, y1, x2, y2);
-    }
-    static bool PtInTri(const CDigit& d, std::int32_t x1, std::int32_t y1, std::int32_t x2,
-                        std::int32_t y2, std::int32_t x3, std::int32_t y3, std::int32_t px,
-                        std::int32_t py)
-    {
-        return d.PtInTri(x1, y1, x2, y2, x3, y3, px, py);
     }
     static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys,
                          std::int32_t x, std::int32_t y)

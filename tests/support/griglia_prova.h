@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
@@ -42,21 +43,30 @@ inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::in
     return nodi;
 }
 
-// Every cell of the tables maps each point to East 1 + i + 100 j and North
-// -1, so that the result names the cell that served it. Sets the grid size
-// and the grid state; the corners are the test's.
+// Every cell (i, j) of the tables maps (x, y) to East x + 1 + i + 100 j and
+// North y, so that East - x names the cell that served the point. The grid
+// fit solves each row from a unit square's corners. Sets the grid size and
+// the grid state; the corners are the test's.
 inline void SegnaCelle(CDigit& d, int quadEst, int quadNord)
 {
     CDigitTestAccess::NumQuadEst(d) = quadEst;
     CDigitTestAccess::NumQuadNord(d) = quadNord;
+    std::int32_t x[4] = {0, 0, 1, 1}, y[4] = {0, 1, 0, 1};
+    double nord[4] = {0, 1, 0, 1};
     for (int i = 0; i < maxQuadrati; ++i)
         for (int j = 0; j < maxQuadrati; ++j) {
-            double* c = CDigitTestAccess::CoefCelle(d)[i][j];
-            std::fill(c, c + 8, 0.0);
-            c[2] = 1 + i + 100 * j;
-            c[5] = -1;
+            const double c = 1 + i + 100 * j;
+            double est[4] = {c, c, c + 1, c + 1};
+            CDigitTestAccess::CalcoloCoefOmog(d, x, y, est, nord, CDigitTestAccess::CoefCelle(d)[i][j]);
         }
     CDigitTestAccess::StatoCalibr(d) = calibGriglia;
+}
+
+// The cell that served (x, y) in a grid of SegnaCelle.
+inline long CellaUsata(const CDigit& d, std::int32_t x, std::int32_t y)
+{
+    double est = 0, nord = 0;
+    return d.CalcoloCoordTrasfCalibrFine(x, y, est, nord) ? std::lround(est - x) : -1;
 }
 
 inline void Angoli(CDigit& d, int i, int j, const std::array<std::int32_t, 4>& x,

@@ -24,7 +24,7 @@ void Angolo(TPercorso& p, std::int32_t x, std::int32_t y)
 
 TPercorso PressioneBottone(std::int32_t x, std::int32_t y, int bottone)
 {
-    return {{x, y, 0}, {x, y, bottone}, {x, y, bottone}, {x, y, 0}, {x, y, 0}};
+    return {{x, y, 0}, {x, y, bottone}, {x, y, bottone}, {x, y, bottone}, {x, y, bottone}, {x, y, 0}, {x, y, 0}};
 }
 
 TPercorso Figura(std::int32_t origine, std::int32_t lato)

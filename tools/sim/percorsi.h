@@ -36,7 +36,9 @@ TPercorso PasseggiataCasuale(unsigned seme, int passi, std::int32_t lato = 10000
 bool LeggiPercorso(std::istream& in, TPercorso& percorso, std::string& errore);
 
 // A press of `bottone` at (x, y) as a person makes it: the pointer arrives,
-// the button goes down for two steps and comes up again.
+// the button goes down for four steps and comes up again. A reader that
+// falls behind decodes only the first gather of what it reads at once, so a
+// press held longer survives a loaded machine.
 TPercorso PressioneBottone(std::int32_t x, std::int32_t y, int bottone);
 
 #endif
