@@ -1,4 +1,4 @@
-#!/bin/sh
+#!/bin/bash
 # The real dialogs under Wine, inside a virtual X display (xvfb-run), in a
 # prefix of this test's own, made through the build's Wine runner. The
 # program writes each dialog as a BMP into the pictures' folder; they are
@@ -17,32 +17,22 @@ programma=$(realpath "$1") prefisso=$(realpath -m "$2") immagini=$(realpath -m "
 mkdir -p "$immagini"
 rm -f "$immagini"/*.bmp
 sim=${6:-}
-temp=$(mktemp -d)
-pid_sim=""
-pulisci() {
-    [ -n "$pid_sim" ] && kill "$pid_sim" 2>/dev/null
-    WINEPREFIX="$prefisso" wineserver -k >/dev/null 2>&1
-    rm -rf "$temp"
-}
-trap pulisci EXIT
+esegui_wine=$esegui
+. "$qui/sim_com1.sh"
 export VELMARIN_IMMAGINI="Z:$immagini"  # Wine's drive Z: is the Linux root
 # No window manager runs in the virtual display: Wine draws the windows'
 # frames and captions itself, so that the pictures show them.
 "$esegui" "$prefisso" "$loader" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
 if [ -n "$sim" ] && [ -x "$sim" ]; then
-    mkfifo "$temp/al_sim" "$temp/dal_sim"
-    "$sim" <"$temp/al_sim" >"$temp/dal_sim" &
-    pid_sim=$!
-    exec 4>"$temp/al_sim" 3<"$temp/dal_sim"
-    read -r dispositivo <&3
-    "$esegui" "$prefisso" "$loader" reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f >/dev/null 2>&1
+    avvia_sim
+    mappa_com1
     export VELMARIN_SIM_COMANDI="Z:$temp/al_sim" VELMARIN_SIM_RISPOSTE="Z:$temp/dal_sim"
 else
     echo "no simulated tablet at '$sim': the limits through COM1 are skipped"
 fi
 # The prefix's server, started outside the display, goes first: windows
 # are made only by one that starts inside it.
-WINEPREFIX="$prefisso" wineserver -k >/dev/null 2>&1
+wineserver -k >/dev/null 2>&1
 xvfb-run -a -s "-screen 0 1024x768x24" "$esegui" "$prefisso" "$loader" "$programma"
 esito=$?
 for bmp in "$immagini"/*.bmp; do

@@ -17,32 +17,8 @@ if [ -z "${VELMARIN_XVFB:-}" ]; then
     VELMARIN_XVFB=1 exec xvfb-run -a bash "$0" "$@"
 fi
 sim=$(realpath "$1") guida=$(realpath "$2") prefisso=$(realpath -m "$3") esegui_wine=$4 loader=$5
-export WINEPREFIX=$prefisso WINELOADER=$loader WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-temp=$(mktemp -d)
-pid_sim=""
-pulisci() {
-    [ -n "$pid_sim" ] && kill "$pid_sim" 2>/dev/null
-    exec 3<&- 4>&-
-    wineserver -k >/dev/null 2>&1
-    rm -rf "$temp"
-}
-trap pulisci EXIT
-
-# The tablet takes its commands on fd 4 and answers on fd 3; its first line
-# is its device.
-mkfifo "$temp/al_sim" "$temp/dal_sim"
-"$sim" <"$temp/al_sim" >"$temp/dal_sim" &
-pid_sim=$!
-exec 4>"$temp/al_sim" 3<"$temp/dal_sim"
-dispositivo=""
-read -r -t 30 -u 3 dispositivo
-[ -n "$dispositivo" ] || { echo "the simulated tablet printed no device"; exit 1; }
-
-# Wine's server and services start again without the pipes to the tablet;
-# the driver talks through them, so it is started directly.
-"$esegui_wine" "$prefisso" "$loader" reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f \
-    >/dev/null 2>&1 3<&- 4>&- || { echo "cannot map COM1"; exit 1; }
-wineserver -k >/dev/null 2>&1
-"$esegui_wine" "$prefisso" "$loader" reg query 'HKLM\Software\Wine\Ports' /v COM1 >/dev/null 2>&1 3<&- 4>&-
+. "$(dirname "$0")/sim_com1.sh"
+avvia_sim
+mappa_com1
 rm -rf "$prefisso"/drive_c/users/*/AppData/Roaming/velmarin
 "$loader" "$guida" <&3 >&4

@@ -20,36 +20,7 @@ if [ ! -x "$1" ] || [ ! -x "$2" ]; then
 fi
 sim=$(realpath "$1") linux=$(realpath "$2") windows=$(realpath "$3")
 prefisso=$(realpath -m "$4") esegui_wine=$5 loader=$6
-export WINEPREFIX=$prefisso WINELOADER=$loader WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-wine() { "$esegui_wine" "$prefisso" "$loader" "$@"; }
-temp=$(mktemp -d)
-pid_sim=""
-pulisci() {
-    [ -n "$pid_sim" ] && kill "$pid_sim" 2>/dev/null
-    exec 3<&- 4>&-
-    wineserver -k >/dev/null 2>&1
-    rm -rf "$temp"
-}
-trap pulisci EXIT
-
-# Starts the tablet with its commands on fd 4 and its answers on fd 3, and
-# sets $dispositivo once it has printed its device.
-avvia_sim() {
-    rm -f "$temp/al_sim" "$temp/dal_sim"
-    mkfifo "$temp/al_sim" "$temp/dal_sim"
-    "$sim" <"$temp/al_sim" >"$temp/dal_sim" &
-    pid_sim=$!
-    exec 4>"$temp/al_sim" 3<"$temp/dal_sim"
-    dispositivo=""
-    read -r -t 30 -u 3 dispositivo
-    [ -n "$dispositivo" ] || { echo "the simulated tablet printed no device"; exit 1; }
-}
-
-ferma_sim() {
-    exec 3<&- 4>&-
-    wait "$pid_sim"
-    pid_sim=""
-}
+. "$(dirname "$0")/sim_com1.sh"
 
 cd "$temp" || exit 1
 fallite=0
@@ -61,12 +32,7 @@ ferma_sim
 # Runs the Windows program on a fresh tablet: corsa_wine TRANSCRIPT [OPTION]
 corsa_wine() {
     avvia_sim
-    wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f >/dev/null 2>&1 || { echo "cannot map COM1"; exit 1; }
-    wineserver -k >/dev/null 2>&1
-    # The prefix starts again, and its services with it, through the runner,
-    # so that they hold none of the pipes to the tablet; the program itself
-    # talks through them, so it is started directly.
-    wine reg query 'HKLM\Software\Wine\Ports' /v COM1 >/dev/null 2>&1
+    mappa_com1
     "$loader" "$windows" ${2:-} "$1" <&3 >&4 2>"$1.err" || { echo "FAIL the run under Wine ${2:-}"; fallite=1; }
     ferma_sim
     grep '^FAIL' "$1.err"

@@ -1,0 +1,44 @@
+# Sourced by the Wine tests: a commanded simulated tablet (sim_comandata, a
+# Linux program) on a pseudo-terminal, with its commands on fd 4 and its
+# answers on fd 3, and COM1 of the test's own prefix mapped to its device
+# (HKLM\Software\Wine\Ports).
+#
+# Needs $sim, $prefisso, $esegui_wine and $loader; sets $temp, and
+# $dispositivo once the tablet runs. Everything goes on exit.
+export WINEPREFIX=$prefisso WINELOADER=$loader WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+temp=$(mktemp -d)
+pid_sim=""
+pulisci() {
+    [ -n "$pid_sim" ] && kill "$pid_sim" 2>/dev/null
+    exec 3<&- 4>&-
+    wineserver -k >/dev/null 2>&1
+    rm -rf "$temp"
+}
+trap pulisci EXIT
+
+avvia_sim() {
+    rm -f "$temp/al_sim" "$temp/dal_sim"
+    mkfifo "$temp/al_sim" "$temp/dal_sim"
+    "$sim" <"$temp/al_sim" >"$temp/dal_sim" &
+    pid_sim=$!
+    exec 4>"$temp/al_sim" 3<"$temp/dal_sim"
+    dispositivo=""
+    read -r -t 30 -u 3 dispositivo
+    [ -n "$dispositivo" ] || { echo "the simulated tablet printed no device"; exit 1; }
+}
+
+ferma_sim() {
+    exec 3<&- 4>&-
+    wait "$pid_sim"
+    pid_sim=""
+}
+
+# Maps COM1 to the tablet and restarts the prefix to see it. The prefix's
+# server and services start again through the runner, without the pipes to
+# the tablet, so that a program started directly afterwards alone holds them.
+mappa_com1() {
+    "$esegui_wine" "$prefisso" "$loader" reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f \
+        >/dev/null 2>&1 3<&- 4>&- || { echo "cannot map COM1"; exit 1; }
+    wineserver -k >/dev/null 2>&1
+    "$esegui_wine" "$prefisso" "$loader" reg query 'HKLM\Software\Wine\Ports' /v COM1 >/dev/null 2>&1 3<&- 4>&-
+}
