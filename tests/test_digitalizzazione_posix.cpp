@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "digit.h"
+#include "support/cartella_temporanea.h"
 #include "tracciatore.h"
 #include "uscita_gis.h"
 
@@ -93,13 +94,7 @@ void PrintTo(const TFormato& f, std::ostream* os) { *os << f.nome; }
 
 class UscitaGisTest : public ::testing::TestWithParam<TFormato> {
 protected:
-    void SetUp() override
-    {
-        char modello[] = "/tmp/velmarin-gis-XXXXXX";
-        ASSERT_NE(mkdtemp(modello), nullptr);
-        cartella = modello;
-    }
-    void TearDown() override { EXPECT_EQ(std::system(("rm -rf '" + cartella + "'").c_str()), 0); }
+    void SetUp() override { ASSERT_FALSE(temporanea.percorso.empty()); }
 
     // Every feature of the files written to `percorso`, as WKT, with the
     // function that made it and whether the layer is in EPSG:3003.
@@ -131,7 +126,8 @@ protected:
         return v;
     }
 
-    std::string cartella;
+    TCartellaTemporanea temporanea;
+    const std::string cartella = temporanea.percorso;
 };
 
 TElementoGis Elemento(TGenere g, std::vector<TVertice> v, int funzione)
@@ -200,9 +196,9 @@ INSTANTIATE_TEST_SUITE_P(Formati, UscitaGisTest,
 // What is not a GIS file, or is in another CRS, is left alone.
 TEST(UscitaGis, RefusesWhatItWouldSpoil)
 {
-    char modello[] = "/tmp/velmarin-gis-XXXXXX";
-    ASSERT_NE(mkdtemp(modello), nullptr);
-    const std::string cartella = modello, testo = cartella + "/note.gpkg";
+    TCartellaTemporanea temporanea;
+    ASSERT_FALSE(temporanea.percorso.empty());
+    const std::string cartella = temporanea.percorso, testo = cartella + "/note.gpkg";
     std::ofstream(testo) << "not a map\n";
     std::string errore;
     TUscitaGis u;
@@ -219,7 +215,6 @@ TEST(UscitaGis, RefusesWhatItWouldSpoil)
     EXPECT_NE(errore.find("not EPSG:4326"), std::string::npos) << errore;
     EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "", "EPSG:nonsense", "d"}, errore));
     EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "NoSuchFormat", "", "d"}, errore));
-    EXPECT_EQ(std::system(("rm -rf '" + cartella + "'").c_str()), 0);
 }
 
 #endif

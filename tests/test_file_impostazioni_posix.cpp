@@ -2,34 +2,23 @@
 // spoiled by hand or newer leaves the record as it was, with a message.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <string>
 
 #include "file_impostazioni.h"
+#include "support/cartella_temporanea.h"
 
 namespace {
 
 class FileImpostazioni : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        char modello[] = "/tmp/velmarin-impostazioni-XXXXXX";
-        ASSERT_NE(mkdtemp(modello), nullptr);
-        cartella = modello;
-        percorso = cartella + "/velmarin/setup";
-    }
-    void TearDown() override
-    {
-        std::remove(percorso.c_str());
-        std::remove((cartella + "/velmarin").c_str());
-        std::remove(cartella.c_str());
-    }
+    void SetUp() override { ASSERT_FALSE(cartella.percorso.empty()); }
     void Scrivi(const std::string& testo) { std::ofstream(percorso) << testo; }
 
-    std::string cartella, percorso;
+    TCartellaTemporanea cartella;
+    const std::string percorso = cartella.percorso + "/velmarin/setup";
 };
 
 TDataDigit Esempio()

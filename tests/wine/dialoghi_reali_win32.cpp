@@ -326,6 +326,12 @@ TEST_P(CalibrazioniReali, DaiDialoghiAllaMappa)
 INSTANTIATE_TEST_SUITE_P(Calibrazioni, CalibrazioniReali, ::testing::ValuesIn(calibrazioni),
                          [](const auto& info) { return std::string(info.param.nome); });
 
+void LimitiSono(const TDataDigit& d, int xMin, int yMin, int xMax, int yMax)
+{
+    EXPECT_TRUE(d.limitiDefiniti);
+    EXPECT_EQ(std::vector<int>({d.xMin, d.yMin, d.xMax, d.yMax}), std::vector<int>({xMin, yMin, xMax, yMax}));
+}
+
 COLORREF Pixel(HWND controllo, int x, int y)
 {
     HDC dc = GetDC(controllo);
@@ -385,11 +391,7 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
         Comando(d, IDOK);
     });
     EXPECT_EQ(esito, IDOK);
-    EXPECT_TRUE(scelto.limitiDefiniti);
-    EXPECT_EQ(scelto.xMin, 100);
-    EXPECT_EQ(scelto.yMin, 200);
-    EXPECT_EQ(scelto.xMax, 20100);
-    EXPECT_EQ(scelto.yMax, 15200);
+    LimitiSono(scelto, 100, 200, 20100, 15200);
 }
 
 // The simulated tablet behind COM1: one command a line, one answer a line.
@@ -420,6 +422,28 @@ public:
         return r;
     }
 
+    // Plays `modello`, and gives `d` COM1 and the model's line settings.
+    bool Modello(int modello, TDataDigit& d)
+    {
+        const TTipoDigit& riga = catalogoDigit[modello];
+        d.porta = 1;
+        d.velocita = riga.velocita;
+        d.parita = riga.parita;
+        d.bitDati = riga.bitDati;
+        d.bitStop = riga.bitStop;
+        return Chiedi("modello " + std::to_string(modello)) == "ok";
+    }
+    // A press at (x, y), shown again until `fatto` holds (still one press,
+    // against a report that a read merged or lost), then the release.
+    template <class F>
+    bool Premi(int x, int y, F fatto)
+    {
+        const std::string dove = "stato " + std::to_string(x) + " " + std::to_string(y);
+        const bool ok = RipetiFinche(fatto, [&] { Chiedi(dove + " 1"); }, limite);
+        Chiedi(dove + " 0");
+        return ok;
+    }
+
 private:
     FILE* comandi = nullptr;
     FILE* risposte = nullptr;
@@ -434,37 +458,22 @@ TEST_F(DialoghiReali, LimitiDallaTavolettaSuCom1)
 {
     TTavolettaComandata tavoletta;
     if (!tavoletta.Presente()) GTEST_SKIP() << "no simulated tablet behind COM1";
-    const int modello = 5;
-    ASSERT_EQ(tavoletta.Chiedi("modello " + std::to_string(modello)), "ok");
     TDataDigit scelto = dati;
-    scelto.tipo = modello;
-    scelto.porta = 1;
-    const TTipoDigit& riga = catalogoDigit[modello];
-    scelto.velocita = riga.velocita;
-    scelto.parita = riga.parita;
-    scelto.bitDati = riga.bitDati;
-    scelto.bitStop = riga.bitStop;
+    ASSERT_TRUE(tavoletta.Modello(scelto.tipo, scelto));
     const int esito = ConPersona<int>([&] { return configDigit(nullptr, &digit, scelto); }, [&] {
         HWND d = Attendi(L"Scelta tavoletta");
         ASSERT_TRUE(d);
         Clic(d, 2151);
         HWND l = Attendi(L"Limiti tavoletta");
         ASSERT_TRUE(l);
-        EXPECT_TRUE(RipetiFinche([&] { return Testo(l, 2240) == L"il punto superiore a destra"; },
-                                 [&] { tavoletta.Chiedi("stato 1200 800 1"); }, limite));
-        tavoletta.Chiedi("stato 1200 800 0");
-        EXPECT_TRUE(RipetiFinche([&] { return !IsWindow(l); }, [&] { tavoletta.Chiedi("stato 31000 22000 1"); }, limite));
-        tavoletta.Chiedi("stato 31000 22000 0");
+        EXPECT_TRUE(tavoletta.Premi(1200, 800, [&] { return Testo(l, 2240) == L"il punto superiore a destra"; }));
+        EXPECT_TRUE(tavoletta.Premi(31000, 22000, [&] { return !IsWindow(l); }));
         ASSERT_TRUE(Attendi(L"Scelta tavoletta"));
         Comando(d, IDOK);
     });
     EXPECT_EQ(esito, IDOK);
     EXPECT_TRUE(MessaggiRegistrati().empty()) << "COM1 opened: no box";
-    EXPECT_TRUE(scelto.limitiDefiniti);
-    EXPECT_EQ(scelto.xMin, 1200);
-    EXPECT_EQ(scelto.yMin, 800);
-    EXPECT_EQ(scelto.xMax, 31000);
-    EXPECT_EQ(scelto.yMax, 22000);
+    LimitiSono(scelto, 1200, 800, 31000, 22000);
 }
 
 // A press that reaches the digitizing dialog as it is cancelled on the
@@ -474,21 +483,13 @@ TEST_F(DialoghiReali, PressioneEAnnullaInsiemeSuCom1)
 {
     TTavolettaComandata tavoletta;
     if (!tavoletta.Presente()) GTEST_SKIP() << "no simulated tablet behind COM1";
-    const int modello = 5;
-    ASSERT_EQ(tavoletta.Chiedi("modello " + std::to_string(modello)), "ok");
-    const TTipoDigit& riga = catalogoDigit[modello];
-    dati.porta = 1;
-    dati.velocita = riga.velocita;
-    dati.parita = riga.parita;
-    dati.bitDati = riga.bitDati;
-    dati.bitStop = riga.bitStop;
+    ASSERT_TRUE(tavoletta.Modello(dati.tipo, dati));
     digit.SetDataDigit(dati);
     ASSERT_TRUE(digit.Init(nullptr));
     digit.SendInitString();
     int confermati = 0;
     for (int k = 1; k <= 10; ++k) {
         int x = -1, y = -1;
-        const std::string stato = std::to_string(k * 100) + " " + std::to_string(k * 200);
         const int esito = ConPersona<int>([&] { return dialogGetPnt(nullptr, "Punto", &digit, 1, 2, x, y); }, [&] {
             HWND g = Attendi(L"Punto");
             ASSERT_TRUE(g);
@@ -497,15 +498,12 @@ TEST_F(DialoghiReali, PressioneEAnnullaInsiemeSuCom1)
             // or lost; meanwhile "&Annulla" is clicked, staggered from round to
             // round across the time a press takes to arrive, so that either
             // may come first. The stagger waits for nothing.
-            tavoletta.Chiedi("stato " + stato + " 0");
-            std::thread premi([&] {
-                RipetiFinche([&] { return !IsWindow(g); }, [&] { tavoletta.Chiedi("stato " + stato + " 1"); }, limite);
-            });
+            tavoletta.Chiedi("stato " + std::to_string(k * 100) + " " + std::to_string(k * 200) + " 0");
+            std::thread premi([&] { tavoletta.Premi(k * 100, k * 200, [&] { return !IsWindow(g); }); });
             std::this_thread::sleep_for(std::chrono::milliseconds(15 * k));
             Clic(g, IDCANCEL);
             EXPECT_TRUE(AttendiChiuso(g));
             premi.join();
-            tavoletta.Chiedi("stato " + stato + " 0");
         });
         ASSERT_TRUE(esito == IDOK || esito == IDCANCEL) << esito;
         confermati += esito == IDOK;

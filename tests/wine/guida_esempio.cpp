@@ -4,8 +4,7 @@
 // standard output. It chooses a Numonics tablet on COM1 in the library's
 // selection dialog and digitizes its limits, calibrates by four points whose
 // ground position is known, presses at known places and reads the host's
-// list, calibrates again by a grid of one square over the same places and
-// presses there again; then it quits, starts the host again and checks that the host comes
+// list; then it quits, starts the host again and checks that the host comes
 // back on the same tablet. Each check prints "ok" or "FAIL" on standard
 // error; the result is the number of failures.
 #define WIN32_LEAN_AND_MEAN
@@ -82,33 +81,23 @@ HWND Dialogo(DWORD pid, int controllo)
     return Finestra(pid, [&](HWND h) { return GetDlgItem(h, controllo) != nullptr; });
 }
 
-// What the host shows when a wait fails: its windows and their texts.
-void Mostra(DWORD pid)
+// Waits until `fatto` holds, and says so as the check `cosa`.
+template <class F>
+bool Attendi(F fatto, const std::string& cosa)
 {
-    Finestra(pid, [](HWND h) {
-        std::cerr << "  window \"" << Stretto(Testo(h)) << "\"" << std::endl;
-        EnumChildWindows(
-            h,
-            [](HWND c, LPARAM) -> BOOL {
-                std::cerr << "    " << GetDlgCtrlID(c) << " \"" << Stretto(Testo(c)) << "\"" << std::endl;
-                return TRUE;
-            },
-            0);
-        return false;
-    });
+    return Verifica(AttendiFinche(fatto, limite), cosa);
 }
 
 HWND AttendiDialogo(DWORD pid, int controllo, const std::string& cosa)
 {
     HWND h = nullptr;
-    if (!Verifica(AttendiFinche([&] { return (h = Dialogo(pid, controllo)) != nullptr; }, limite), cosa + " opens"))
-        Mostra(pid);
+    Attendi([&] { return (h = Dialogo(pid, controllo)) != nullptr; }, cosa + " opens");
     return h;
 }
 
 bool Chiuso(HWND h, const std::string& cosa)
 {
-    return Verifica(AttendiFinche([&] { return !IsWindow(h); }, limite), cosa);
+    return Attendi([&] { return !IsWindow(h); }, cosa);
 }
 
 void Clic(HWND dialogo, int id) { PostMessageW(GetDlgItem(dialogo, id), BM_CLICK, 0, 0); }
@@ -202,13 +191,10 @@ bool Configura(const TOspite& o)
     HWND tipo = GetDlgItem(scelta, 2120);
     SendMessageW(tipo, CB_SETCURSEL, 8, 0);
     SendMessageW(scelta, WM_COMMAND, MAKEWPARAM(2120, CBN_SELCHANGE), reinterpret_cast<LPARAM>(tipo));
-    Verifica(AttendiFinche([&] {
-                 return Spuntato(scelta, 2128) && Spuntato(scelta, 2131) && Spuntato(scelta, 2136) &&
-                        Spuntato(scelta, 2138);
-             }, limite),
-             "the model's line settings show: 9600, no parity, 8 bits, 1 stop bit");
+    Attendi([&] { return Spuntato(scelta, 2128) && Spuntato(scelta, 2131) && Spuntato(scelta, 2136) && Spuntato(scelta, 2138); },
+            "the model's line settings show: 9600, no parity, 8 bits, 1 stop bit");
     Clic(scelta, 2122);
-    Verifica(AttendiFinche([&] { return Spuntato(scelta, 2122); }, limite), "Com1 is chosen");
+    Attendi([&] { return Spuntato(scelta, 2122); }, "Com1 is chosen");
 
     Clic(scelta, 2151);
     HWND limiti = AttendiDialogo(o.Pid(), 2240, "the limits dialog");
@@ -256,33 +242,6 @@ bool CalibraPunti(const TOspite& o)
     if (!quinto) return false;
     Clic(quinto, IDCANCEL);
     return o.TitoloHa("listening - calibrated by points", "four points calibrate the tablet");
-}
-
-// A grid of one square over the same sheet. The library asks for each node
-// by its ground position, and the pointer goes where the sheet has it.
-bool CalibraGriglia(const TOspite& o)
-{
-    o.Comando(IDM_GRIGLIA);
-    HWND domanda = AttendiDialogo(o.Pid(), IDYES, "the question before a new calibration");
-    if (!domanda) return false;
-    Clic(domanda, IDYES);
-    HWND griglia = AttendiDialogo(o.Pid(), 2040, "the grid dialog");
-    if (!griglia) return false;
-    const wchar_t* valori[] = {L"1", L"1", L"1500000", L"5000000", L"400", L"400"};
-    for (int i = 0; i < 6; ++i) ScriviTesto(griglia, 2040 + i, valori[i]);
-    Clic(griglia, IDOK);
-    for (int nodo = 1; nodo <= 4; ++nodo) {
-        const std::string nome = "node " + std::to_string(nodo);
-        HWND digitalizza = AttendiDialogo(o.Pid(), 2080, nome + ": the digitizing dialog");
-        if (!digitalizza) return false;
-        const double est = std::wcstod(Testo(GetDlgItem(digitalizza, 2080)).c_str(), nullptr);
-        const double nord = std::wcstod(Testo(GetDlgItem(digitalizza, 2081)).c_str(), nullptr);
-        const int x = static_cast<int>(std::lround(1000 + (nord - 5000000) * 20));
-        const int y = static_cast<int>(std::lround(1000 + (1500400 - est) * 20));
-        Premi(x, y, 1, [&] { return !IsWindow(digitalizza); });
-        Chiuso(digitalizza, nome + ": the press at " + std::to_string(x) + " " + std::to_string(y) + " confirms it");
-    }
-    return o.TitoloHa("listening - calibrated by grid", "a grid of one square calibrates the tablet");
 }
 
 // A press and the host's new line for it, parsed.
@@ -339,7 +298,7 @@ int main()
     TOspite primo;
     if (!Avvia(primo)) return 1;
     primo.TitoloHa("no tablet chosen", "a first run has no tablet");
-    if (Configura(primo) && CalibraPunti(primo) && PremiNoti(primo) && CalibraGriglia(primo)) PremiNoti(primo);
+    if (Configura(primo) && CalibraPunti(primo)) PremiNoti(primo);
     Esci(primo);
 
     // The second run starts on the record the first one chose.
