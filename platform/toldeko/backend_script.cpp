@@ -4,13 +4,7 @@ namespace {
 
 TInput Input(TTipoInput tipo, int id = 0, const std::string& testo = "", int indice = -1, unsigned codice = 0)
 {
-    TInput i;
-    i.tipo = tipo;
-    i.id = id;
-    i.testo = testo;
-    i.indice = indice;
-    i.codice = codice;
-    return i;
+    return TInput{tipo, id, testo, indice, codice};
 }
 
 // How often an idle dialog asks again, to notice the idle limit.

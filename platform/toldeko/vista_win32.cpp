@@ -123,13 +123,7 @@ void TVistaDialogo::Sveglia() { PostMessageW(dialogo, msgSveglia, 0, 0); }
 
 void TVistaDialogo::Posta(TTipoInput tipo, int id, int indice, unsigned codice, const std::string& testo)
 {
-    TInput i;
-    i.tipo = tipo;
-    i.id = id;
-    i.indice = indice;
-    i.codice = codice;
-    i.testo = testo;
-    finestra.Posta(i);
+    finestra.Posta(TInput{tipo, id, testo, indice, codice});
 }
 
 void TVistaDialogo::Sincronizza()
