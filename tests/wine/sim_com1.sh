@@ -33,12 +33,12 @@ ferma_sim() {
     pid_sim=""
 }
 
-# Maps COM1 to the tablet and restarts the prefix to see it. The prefix's
-# server and services start again through the runner, without the pipes to
-# the tablet, so that a program started directly afterwards alone holds them.
+# Maps COM1 to the tablet (mappa_com1.sh stops the prefix's server) and
+# starts the prefix again through the runner, so that its server and
+# services hold none of the pipes to the tablet: a program started directly
+# afterwards alone holds them.
 mappa_com1() {
-    "$esegui_wine" "$prefisso" "$loader" reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$dispositivo" /f \
-        >/dev/null 2>&1 3<&- 4>&- || { echo "cannot map COM1"; exit 1; }
-    wineserver -k >/dev/null 2>&1
+    sh "$(dirname "${BASH_SOURCE[0]}")/mappa_com1.sh" "$prefisso" "$esegui_wine" "$loader" "$dispositivo" 3<&- 4>&- ||
+        { echo "cannot map COM1"; exit 1; }
     "$esegui_wine" "$prefisso" "$loader" reg query 'HKLM\Software\Wine\Ports' /v COM1 >/dev/null 2>&1 3<&- 4>&-
 }
