@@ -1,9 +1,6 @@
-// The report formats: sync and completeness of the binary ones, lines found
-// in a gather for the text ones, fields, buttons, the cases that the wire
-// leaves open, and the simulated tablets' reports.
+// The report formats, byte by byte: sync, fields, sign bits, button codes,
+// the cases the wire leaves open; then the simulated tablets' reports.
 #include <gtest/gtest.h>
-
-#include <ostream>
 
 #include <array>
 #include <cstring>
@@ -30,19 +27,12 @@ struct TCaso {
     int accumDopo;     // bytes left gathered after the call; not 0: no padding
 };
 
-void PrintTo(const TCaso& c, std::ostream* os) { *os << c.legenda; }
-
-const std::string gatherSumma = "0,3\r\n00123,00456,1\r\n00123,00456,1\r\n00123";
-
 // Text reads are padded with spaces; binary ones with 0x00, which passes none
 // of their sync tests.
 const TCaso casi[] = {
     {"f1 sync after two junk bytes, y negative", 1, 15, "\x01\x02\x91\x2C\x01\x40\x03"s, 1, 172, -448, 1, 0},
-    {"f1 both positive, no button", 1, 15, "\x98\x34\x12\x05\x01"s, 1, 2356, 133, 0, 0},
-    {"f1 both negative, button 1", 1, 15, "\x81\x34\x12\x05\x01"s, 1, -2356, -133, 1, 0},
     {"f1 data byte with bit 7 counts as negative", 1, 15, "\x98\xC5\x00\x00\x00"s, 1, -59, 0, 0, 0},
     {"f1 bit 5 of b0 is ignored", 1, 15, "\xB8\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
-    {"f1 button 7 taken unchanged", 1, 15, "\x9F\x01\x00\x02\x00"s, 1, 1, 2, 7, 0},
     {"f1 0xC0 fails the sync test", 1, 15, "\xC0\x98\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
     {"f1 last usable sync at 10", 1, 15, std::string(10, '\0') + "\x98\x01\x00\x02\x00"s, 1, 1, 2, 0, 0},
     {"f1 sync at 11 lacks its tail", 1, 15, std::string(11, '\0') + "\x98\x01\x00\x02"s, 0, -1, -1, -1, 0},
@@ -50,31 +40,24 @@ const TCaso casi[] = {
     {"f1 first sync wins over a later report", 1, 15, "\x90\x01\x00\x02\x00\x98\x05\x00\x06\x00"s, 1, 1, -2, 0, 0},
 
     {"f5 worked example", 5, 20, "\x40\x21\x15\x0A\x00\x3F\x01\x00"s, 1, 661, 127, 1, 0},
-    {"f5 b4 bit 0 adds 4096", 5, 20, "\x40\x21\x15\x0A\x01\x3F\x01\x00"s, 1, 4757, 127, 1, 0},
     {"f5 b4 bit 5 rejects", 5, 20, "\x40\x21\x15\x0A\x23\x3F\x01\x00"s, 0, -1, -1, -1, 0},
     {"f5 b7 bit 5 rejects", 5, 20, "\x40\x21\x15\x0A\x00\x3F\x01\x20"s, 0, -1, -1, -1, 0},
     {"f5 bits 7..6 of data ignored", 5, 20, "\x40\xE1\xD5\xCA\x00\xFF\xC1\x00"s, 1, 661, 127, 1, 0},
-    {"f5 largest values", 5, 20, "\x40\x1F\x3F\x3F\x1F\x3F\x3F\x1F"s, 1, 131071, 131071, 31, 0},
     {"f5 last usable sync at 12", 5, 20, std::string(12, '\0') + "\x40\x01\x02\x00\x00\x03\x00\x00"s, 1, 2, 3, 1, 0},
     {"f5 sync at 13 lacks its tail", 5, 20, std::string(13, '\0') + "\x40\x01\x02\x00\x00\x03\x00"s, 0, -1, -1, -1, 0},
     {"f5 data 0x40 ahead of the true report is taken for sync", 5, 20, "\x40\x00\x01\x00\x20\x00\x40\x01\x15\x0A\x00\x3F\x01\x00"s, 0, -1, -1, -1, 0},
 
     {"f8 worked example", 8, 15, "\xC4\x02\x34\x00\x05\x06"s, 1, 308, 646, 1, 0},
-    {"f8 b0 bit 0 adds 16384", 8, 15, "\xC5\x02\x34\x00\x05\x06"s, 1, 16692, 646, 1, 0},
-    {"f8 no button pattern", 8, 15, "\x80\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
     {"f8 b3 bit 7 rejects", 8, 15, "\xC4\x02\x34\x82\x05\x06"s, 0, -1, -1, -1, 0},
     {"f8 b5 bit 7 rejects", 8, 15, "\xC4\x02\x34\x00\x05\x86"s, 0, -1, -1, -1, 0},
     {"f8 two button bits give no button", 8, 15, "\xCC\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
     {"f8 button bit without bit 6 gives none", 8, 15, "\x84\x02\x34\x00\x05\x06"s, 1, 308, 646, 0, 0},
-    {"f8 button 2", 8, 15, "\xC8\x00\x01\x00\x00\x02"s, 1, 1, 2, 2, 0},
-    {"f8 button 3", 8, 15, "\xD0\x00\x01\x00\x00\x02"s, 1, 1, 2, 3, 0},
-    {"f8 button 4", 8, 15, "\xE0\x00\x01\x00\x00\x02"s, 1, 1, 2, 4, 0},
     {"f8 b3 bits 6..2 ignored, y top bits", 8, 15, "\x80\x00\x01\x7F\x00\x02"s, 1, 1, 49154, 0, 0},
     {"f8 last usable sync at 9", 8, 15, std::string(9, '\0') + "\x80\x00\x01\x00\x00\x02"s, 1, 1, 2, 0, 0},
     {"f8 short gather waits", 8, 15, "\xC4\x02\x34\x00\x05\x06"s + std::string(8, '\0'), 0, -1, -1, -1, 14},
     {"f8 sync at 10 lacks its tail", 8, 15, std::string(10, '\0') + "\x80\x00\x01\x00\x00"s, 0, -1, -1, -1, 0},
 
-    {"f2 worked example", 2, 40, gatherSumma, 1, 123, 456, 1, 0},
+    {"f2 worked example", 2, 40, "0,3\r\n00123,00456,1\r\n00123,00456,1\r\n00123", 1, 123, 456, 1, 0},
     {"f2 one comma before the LF", 2, 40, "9\n12,34\n5,6,7\n", 0, -1, -1, -1, 0},
     {"f2 third comma skipped, digits run on", 2, 40, "\n1,2,3,4\n", 1, 1, 2, 34, 0},
     {"f2 signs and CR skipped", 2, 40, "\n-123,+45,0\r\n", 1, 123, 45, 0, 0},
@@ -88,18 +71,13 @@ const TCaso casi[] = {
     {"f2 overflow saturates", 2, 40, "\n2147483648,9999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
     {"f2 short gather waits", 2, 40, "\n1,2,0\n", 0, -1, -1, -1, 7},
 
-    {"f3 code 4 is button 3", 3, 40, "0,3\r\n00150,00250,4\r\n00150,00250,4\r\n00150", 1, 150, 250, 3, 0},
-    {"f3 code 8 is button 4", 3, 40, "0,3\r\n00150,00250,8\r\n00150,00250,8\r\n00150", 1, 150, 250, 4, 0},
     {"f3 code 3 is button 3 too", 3, 40, "\n1,2,3\n", 1, 1, 2, 3, 0},
-    {"f3 code 2 unchanged", 3, 40, "\n1,2,2\n", 1, 1, 2, 2, 0},
     {"f3 rejected line stays rejected", 3, 40, "\n1,2\n", 0, -1, -1, -1, 0},
 
     {"f4 worked example", 4, 40, "@D3+00123-00456\r\n", 1, 123, -456, 4, 0},
     {"f4 letter B is button 2", 4, 40, "@DB+00123-00456\r\n", 1, 123, -456, 2, 0},
     {"f4 no D, no button", 4, 40, "@U3+00123-00456\r\n", 1, 123, -456, 0, 0},
-    {"f4 character 0 is button 1", 4, 40, "@D0+1+2\r\n", 1, 1, 2, 1, 0},
     {"f4 letter A is button 1", 4, 40, "@DA+1+2\r\n", 1, 1, 2, 1, 0},
-    {"f4 character 9 is button 10", 4, 40, "@D9+1+2\r\n", 1, 1, 2, 10, 0},
     {"f4 letter F is button 6", 4, 40, "@DF+1+2\r\n", 1, 1, 2, 6, 0},
     {"f4 letter G is no button", 4, 40, "@DG+1+2\r\n", 1, 1, 2, 0, 0},
     {"f4 junk before the @", 4, 40, "7+-\r\n@D1-5+6\r\n", 1, -5, 6, 2, 0},
@@ -116,7 +94,6 @@ const TCaso casi[] = {
     {"f4 full gather without a line is dropped", 4, 40, "@D3+" + std::string(36, '1'), 0, -1, -1, -1, 0},
 
     {"f6 narrow worked example", 6, 40, "\r@A,00123,00456\r", 1, 123, 456, 1, 0},
-    {"f6 wide worked example", 6, 40, "\r@ ,000123,000456\r", 1, 123, 456, 0, 0},
     {"f6 junk before the first CR", 6, 40, "56\r@P,00001,00002\r", 1, 1, 2, 16, 0},
     {"f6 second CR at c+13 rejected", 6, 40, "\r@A,00123,004\r", 0, -1, -1, -1, 0},
     {"f6 second CR at c+14, four y columns", 6, 40, "\r@A,00123,0045\r", 1, 123, 45, 1, 0},
@@ -131,10 +108,8 @@ const TCaso casi[] = {
     {"f6 y columns behind the gather", 6, 0, std::string(25, 'z') + "\r@ ,000123,0004\r", 1, 123, 4, 0, 0},
 
     {"f7 worked example", 7, 40, "\r\nAB101234567890\r", 1, 1234, 56789, 2, 0},
-    {"f7 character 0 is button 1", 7, 40, "\rAB001234567890\r", 1, 1234, 56789, 1, 0},
     {"f7 letter A is button 1", 7, 40, "\rABA01234567890\r", 1, 1234, 56789, 1, 0},
     {"f7 letter B is no button", 7, 40, "\rABB01234567890\r", 1, 1234, 56789, 0, 0},
-    {"f7 character 9 is button 10", 7, 40, "\rAB901234567890\r", 1, 1234, 56789, 10, 0},
     {"f7 LF inside moves the columns up", 7, 40, "\rAB1012\n3456789\r", 1, 1234, 56789, 2, 0},
     {"f7 no digit in x", 7, 40, "\rAB1abcde56789\r", 0, -1, -1, -1, 0},
     {"f7 no digit in y", 7, 40, "\rAB101234-----\r", 0, -1, -1, -1, 0},
@@ -156,28 +131,23 @@ void Consegna(int formato, int lenReport, const std::string& lettura)
     digitLink.numLetti = static_cast<std::int32_t>(lettura.size());
 }
 
-class Decodifica : public ::testing::TestWithParam<TCaso> {};
-
-TEST_P(Decodifica, ReadGivesTheReport)
+TEST(Decodifica, EachReadGivesItsReport)
 {
-    const TCaso& c = GetParam();
-    std::string lettura = c.byte;
-    const int len = c.lenReport == 0 ? static_cast<int>(lettura.size()) : c.lenReport;
-    const bool binario = c.formato == 1 || c.formato == 5 || c.formato == 8;
-    if (c.formato != 4 && lettura.size() < static_cast<std::size_t>(len) && c.accumDopo == 0)
-        lettura.resize(static_cast<std::size_t>(len), binario ? '\0' : ' ');
-    ASSERT_LE(lettura.size(), sizeof digitLink.bufLettura);
-    Consegna(c.formato, len, lettura);
-
-    EXPECT_EQ(ProcessaReport(digitLink), c.esito);
-    EXPECT_EQ(Leggi(digitLink.xReport), c.x);
-    EXPECT_EQ(Leggi(digitLink.yReport), c.y);
-    EXPECT_EQ(Leggi(digitLink.bottone), c.bottone);
-    EXPECT_EQ(digitLink.numAccum, c.accumDopo);
+    for (const TCaso& c : casi) {
+        SCOPED_TRACE(c.legenda);
+        std::string lettura = c.byte;
+        const int len = c.lenReport == 0 ? static_cast<int>(lettura.size()) : c.lenReport;
+        const bool binario = c.formato == 1 || c.formato == 5 || c.formato == 8;
+        if (c.formato != 4 && lettura.size() < static_cast<std::size_t>(len) && c.accumDopo == 0)
+            lettura.resize(static_cast<std::size_t>(len), binario ? '\0' : ' ');
+        Consegna(c.formato, len, lettura);
+        EXPECT_EQ(ProcessaReport(digitLink), c.esito);
+        EXPECT_EQ(Leggi(digitLink.xReport), c.x);
+        EXPECT_EQ(Leggi(digitLink.yReport), c.y);
+        EXPECT_EQ(Leggi(digitLink.bottone), c.bottone);
+        EXPECT_EQ(digitLink.numAccum, c.accumDopo);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Casi, Decodifica, ::testing::ValuesIn(casi),
-                         [](const ::testing::TestParamInfo<TCaso>& i) { return "caso" + std::to_string(i.index); });
 
 // A gather longer than the model's own (a host may set any length) must not
 // overrun the line stores of the decoders.
@@ -203,10 +173,9 @@ TEST(DecodificaTesto, LongLinesStayWithinTheStores)
 }
 
 // What every model sends for a range of positions and buttons comes back
-// through the report path unchanged.
+// unchanged, fed a gather at a time as the reader feeds it.
 struct TModello {
-    int tipo;
-    int lenReport;
+    int tipo, lenReport;
     std::vector<std::int32_t> valori;  // for x and for y, the format's edges among them
     int bottoneMassimo;                // buttons 0..this come back unchanged
 };
@@ -222,42 +191,27 @@ const TModello modelli[] = {
     {8, 15, {0, 1, 127, 128, 16384, 65535}, 4},
 };
 
-void PrintTo(const TModello& m, std::ostream* os) { *os << "model " << m.tipo; }
-
-// Feeds a tablet's repeated report to the report path a gather at a time,
-// as the reader would, until one decodes.
-bool Decodifica(const TModello& m, const std::string& report)
+TEST(AndataRitorno, EncodedReportDecodesToItsValues)
 {
-    std::string flusso;
-    for (int r = 0; r < 6; ++r) flusso += report;
-    AzzeraDigitLink(digitLink);
-    Scrivi(digitLink.tipoReport, m.tipo);
-    Scrivi(digitLink.lenReport, m.lenReport);
-    const std::size_t passo = static_cast<std::size_t>(m.lenReport);
-    for (std::size_t pos = 0; pos + passo <= flusso.size(); pos += passo) {
-        std::memcpy(digitLink.bufLettura, flusso.data() + pos, passo);
-        digitLink.numLetti = m.lenReport;
-        if (ProcessaReport(digitLink) == 1) return true;
+    for (const TModello& m : modelli) {
+        SCOPED_TRACE(m.tipo);
+        for (std::int32_t x : m.valori)
+            for (std::int32_t y : m.valori)
+                for (std::int32_t b = 0; b <= m.bottoneMassimo; ++b) {
+                    std::string flusso;
+                    for (int r = 0; r < 6; ++r) flusso += CodificaReport(m.tipo, x, y, b);
+                    Consegna(m.tipo, m.lenReport, "");
+                    int esito = 0;
+                    for (std::size_t pos = 0; esito == 0 && pos + m.lenReport <= flusso.size(); pos += m.lenReport) {
+                        std::memcpy(digitLink.bufLettura, flusso.data() + pos, m.lenReport);
+                        digitLink.numLetti = m.lenReport;
+                        esito = ProcessaReport(digitLink);
+                    }
+                    const std::array<std::int32_t, 3> letti{Leggi(digitLink.xReport), Leggi(digitLink.yReport),
+                                                            Leggi(digitLink.bottone)};
+                    ASSERT_EQ(letti, (std::array<std::int32_t, 3>{x, y, b})) << x << " " << y << " " << b;
+                }
     }
-    return false;
 }
-
-class AndataRitorno : public ::testing::TestWithParam<TModello> {};
-
-TEST_P(AndataRitorno, EncodedReportDecodesToItsValues)
-{
-    const TModello& m = GetParam();
-    for (std::int32_t x : m.valori)
-        for (std::int32_t y : m.valori)
-            for (std::int32_t b = 0; b <= m.bottoneMassimo; ++b) {
-                ASSERT_TRUE(Decodifica(m, CodificaReport(m.tipo, x, y, b))) << x << " " << y << " " << b;
-                const std::array<std::int32_t, 3> letti{Leggi(digitLink.xReport), Leggi(digitLink.yReport),
-                                                        Leggi(digitLink.bottone)};
-                ASSERT_EQ(letti, (std::array<std::int32_t, 3>{x, y, b}));
-            }
-}
-
-INSTANTIATE_TEST_SUITE_P(Modelli, AndataRitorno, ::testing::ValuesIn(modelli),
-                         [](const ::testing::TestParamInfo<TModello>& i) { return "modello" + std::to_string(i.param.tipo); });
 
 }  // namespace

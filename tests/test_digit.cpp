@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
+#include <utility>
+#include <vector>
 
 #include "digit.h"
 #include "support/digit_accesso.h"
+#include "support/griglia_prova.h"
 
 namespace {
 
@@ -13,8 +15,7 @@ using A = CDigitTestAccess;
 
 TDataDigit Scelto(int tipo, bool limiti, int numBottoni = 4)
 {
-    CDigit d;
-    TDataDigit dati = d.GetDataDigit();
+    TDataDigit dati = CDigit().GetDataDigit();
     dati.tipo = static_cast<std::int16_t>(tipo);
     dati.limitiDefiniti = limiti;
     dati.numBottoni = static_cast<std::int16_t>(numBottoni);
@@ -25,19 +26,14 @@ TEST(CDigitTest, DefaultsOfANewObject)
 {
     CDigit d;
     const TDataDigit& dati = d.GetDataDigit();
-    EXPECT_EQ(dati.tipo, 0);
     EXPECT_EQ(dati.porta, 2);
     EXPECT_EQ(dati.parita, 32);
-    EXPECT_EQ(dati.numBottoni, 4);
     const std::uint8_t funz[16] = {1, 2, 4, 8};
     EXPECT_EQ(0, std::memcmp(dati.funzBott, funz, sizeof funz));
-    EXPECT_FALSE(dati.limitiDefiniti);
     EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
     EXPECT_EQ(A::NumQuadEst(d), -1);
     EXPECT_EQ(A::PassoNord(d), 1e-200);
-    EXPECT_EQ(A::HPorta(d), 0);
     EXPECT_EQ(d.GetFunzButt(1), 0) << "no model chosen: no function";
-    EXPECT_FALSE(d.IsScelto());
 }
 
 TEST(CDigitTest, QueriesOfTheChoiceAndTheCalibration)
@@ -60,71 +56,68 @@ TEST(CDigitTest, QueriesOfTheChoiceAndTheCalibration)
     }
 }
 
+// Buttons 1..numBottoni, never past funzBott however many a host's record
+// claims; the byte is zero-extended.
 TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
 {
     TDataDigit dati = Scelto(1, false, 4);
     for (int i = 0; i < 16; ++i) dati.funzBott[i] = static_cast<std::uint8_t>(i + 200);
-    CDigit d(dati);
-    EXPECT_EQ(d.GetFunzButt(1), 200) << "zero-extended byte";
-    EXPECT_EQ(d.GetFunzButt(4), 203);
-    EXPECT_EQ(d.GetFunzButt(5), 0);
-    EXPECT_EQ(d.GetFunzButt(0), 0);
-    EXPECT_EQ(d.GetFunzButt(-1), 0);
-
-    dati.numBottoni = 16;
-    d.SetDataDigit(dati);
-    EXPECT_EQ(d.GetFunzButt(16), 215);
-    EXPECT_EQ(d.GetFunzButt(17), 0);
-
-    dati.numBottoni = 400;  // a host's bad record never reads past funzBott
-    d.SetDataDigit(dati);
-    EXPECT_EQ(d.GetFunzButt(17), 0);
-    EXPECT_EQ(d.GetFunzButt(400), 0);
+    const struct {
+        int numBottoni;
+        std::vector<std::pair<int, int>> attese;  // button, function
+    } casi[] = {{4, {{1, 200}, {4, 203}, {5, 0}, {0, 0}, {-1, 0}}}, {16, {{16, 215}, {17, 0}}}, {400, {{17, 0}, {400, 0}}}};
+    for (const auto& c : casi) {
+        dati.numBottoni = static_cast<std::int16_t>(c.numBottoni);
+        const CDigit d(dati);
+        for (const auto& [bottone, funzione] : c.attese) EXPECT_EQ(d.GetFunzButt(bottone), funzione) << bottone;
+    }
 }
 
-TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)
-{
-    CDigit d(Scelto(5, true));
-    A::StatoCalibr(d) = calibGriglia;
-    A::NumQuadEst(d) = 3;
-    A::CoefCelle(d)[2][1][7] = 42.5;
-    d.SetToNotCalibrato();
-    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
-    EXPECT_EQ(A::NumQuadEst(d), 3);
-    EXPECT_EQ(A::CoefCelle(d)[2][1][7], 42.5);
-}
-
+// A calibrated grid, assigned: the target maps as the source did through
+// tables and an index of its own, and the source's later changes stay its own.
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
 {
     CDigit sorgente(Scelto(5, true));
-    A::StatoCalibr(sorgente) = calibGriglia;
-    A::NumQuadEst(sorgente) = 2;
+    ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(5, 5, 400, 30, 3)));
     A::IniNord(sorgente) = 123.5;
     A::HPorta(sorgente) = 77;
-    A::CoefCelle(sorgente)[20][20][7] = 9.25;
-    A::AngoliX(sorgente)[0][3][2] = -5;
-    A::AngoliY(sorgente)[13][0][3] = 6;
-
+    A::CoefCelle(sorgente)[20][20][7] = 9.25;  // beyond the grid: the whole tables go
     CDigit dest;
     double*** tabellaDest = A::CoefCelle(dest);
     dest = sorgente;
     EXPECT_EQ(A::CoefCelle(dest), tabellaDest) << "the target keeps its own table";
-    EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
-    EXPECT_EQ(A::AngoliX(dest)[0][3][2], -5);
-    EXPECT_EQ(A::AngoliY(dest)[13][0][3], 6);
+    EXPECT_TRUE(A::Indicizzato(dest));
     EXPECT_EQ(A::StatoCalibr(dest).load(), calibGriglia);
-    EXPECT_EQ(A::NumQuadEst(dest), 2);
+    EXPECT_EQ(A::NumQuadEst(dest), 5);
     EXPECT_EQ(A::IniNord(dest), 123.5);
+    EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
     EXPECT_EQ(A::HPorta(dest), 77);
     EXPECT_EQ(dest.GetDataDigit().tipo, 5);
+    double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
+    ASSERT_TRUE(sorgente.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1));
+    ASSERT_TRUE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e2, n2));
+    EXPECT_EQ(e1, e2);
+    EXPECT_EQ(n1, n2);
 
     A::CoefCelle(sorgente)[20][20][7] = 1.0;
+    A::AngoliX(sorgente)[0][3][2] = -5;
     EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25) << "no table is shared";
+    EXPECT_NE(A::AngoliX(dest)[0][3][2], -5);
     A::HPorta(sorgente) = 0;  // nothing is connected: no port to close
     A::HPorta(dest) = 0;
-
     dest = dest;
     EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
+}
+
+TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)
+{
+    CDigit d;
+    ASSERT_TRUE(CalibraDaNodi(d, GrigliaScossa(3, 2, 400, 30, 5)));
+    const double coef = A::CoefCelle(d)[2][1][2];
+    d.SetToNotCalibrato();
+    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
+    EXPECT_EQ(A::NumQuadEst(d), 3);
+    EXPECT_EQ(A::CoefCelle(d)[2][1][2], coef);
 }
 
 }  // namespace

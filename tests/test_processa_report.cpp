@@ -1,10 +1,11 @@
-// The report path: room, gather, reset, format, decode, edge rule, history.
+// The report path around the decoders: the edge rule, the gather's room, and
+// what a missing decoder leaves.
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
-#include <vector>
 #include <string>
+#include <vector>
 
 #include "reports/digit_link.h"
 #include "sim/codifica_report.h"
@@ -12,37 +13,37 @@
 
 namespace {
 
-class ProcessaReportTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        AzzeraDigitLink(digitLink);
-        Scrivi(digitLink.tipoReport, 8);
-        Scrivi(digitLink.lenReport, 15);
-        Scrivi(digitLink.ntfy, &target);
-    }
-    void TearDown() override { AzzeraDigitLink(digitLink); }
+// Lives as long as the link that points to it.
+TRegistratore target;
 
-    // One read that holds a whole gather with the report at its head.
-    int Leggi(std::int32_t x, std::int32_t y, int bottone)
-    {
-        std::string gather = CodificaReport(8, x, y, bottone);
-        gather.resize(15, '\0');
-        return Consegna(gather);
-    }
-    int Consegna(const std::string& byte)
-    {
-        std::memcpy(digitLink.bufLettura, byte.data(), byte.size());
-        digitLink.numLetti = static_cast<std::int32_t>(byte.size());
-        return ProcessaReport(digitLink);
-    }
+// A fresh link on model 8, heard by `ascolto`.
+void Azzera(CDigitNtfy* ascolto = &target)
+{
+    target.Svuota();
+    AzzeraDigitLink(digitLink);
+    Scrivi(digitLink.tipoReport, 8);
+    Scrivi(digitLink.lenReport, 15);
+    Scrivi(digitLink.ntfy, ascolto);
+}
 
-    TRegistratore target;
-};
+int Consegna(const std::string& byte)
+{
+    std::memcpy(digitLink.bufLettura, byte.data(), byte.size());
+    digitLink.numLetti = static_cast<std::int32_t>(byte.size());
+    return ProcessaReport(digitLink);
+}
+
+// One read that holds a whole gather with the report at its head.
+int Report(std::int32_t x, std::int32_t y, int bottone)
+{
+    std::string gather = CodificaReport(8, x, y, bottone);
+    gather.resize(15, '\0');
+    return Consegna(gather);
+}
 
 // Each press is heard once, repeats and the first report at the origin are
 // not, and a change of button without a release is no new press.
-TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
+TEST(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
 {
     struct TCaso {
         std::vector<std::array<int, 3>> letture;  // x, y, button
@@ -55,27 +56,27 @@ TEST_F(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
         {{{10, 11, 1}, {10, 11, 3}, {10, 11, 0}, {10, 11, 3}}, {Pressione(1, 10, 11), Pressione(3, 10, 11)}},
     };
     for (const TCaso& c : casi) {
-        SetUp();
-        target.Svuota();
-        for (const auto& l : c.letture) Leggi(l[0], l[1], l[2]);
+        Azzera();
+        for (const auto& l : c.letture) Report(l[0], l[1], l[2]);
         EXPECT_EQ(target.Notifiche(), c.attese) << c.letture.size() << " reads";
     }
 }
 
 // A rejected gather between two reports of a held button keeps the latch; a
 // press heard with no target is not announced once a target is there.
-TEST_F(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
+TEST(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
 {
-    Leggi(10, 11, 1);
+    Azzera();
+    Report(10, 11, 1);
     Consegna(std::string(15, '\0'));  // no sync byte: rejected
-    Leggi(10, 11, 1);
+    Report(10, 11, 1);
     Scrivi(digitLink.ntfy, nullptr);
-    Leggi(20, 21, 0);
-    Leggi(20, 21, 1);
+    Report(20, 21, 0);
+    Report(20, 21, 1);
     Scrivi(digitLink.ntfy, &target);
-    Leggi(20, 21, 1);
-    Leggi(20, 21, 0);
-    Leggi(20, 21, 2);
+    Report(20, 21, 1);
+    Report(20, 21, 0);
+    Report(20, 21, 2);
     EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 11), Pressione(2, 20, 21)}));
 }
 
@@ -83,34 +84,35 @@ TEST_F(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
 class TSpiaPremuto : public CDigitNtfy {
 public:
     std::vector<std::int32_t> visti;
-    void NotifyMove(std::int32_t, std::int32_t) override { visti.push_back(::Leggi(digitLink.bottonePremuto)); }
+    void NotifyMove(std::int32_t, std::int32_t) override { visti.push_back(Leggi(digitLink.bottonePremuto)); }
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override { NotifyMove(0, 0); }
 };
 
-TEST_F(ProcessaReportTest, BottonePremutoHoldsThePressOnlyDuringItsNotification)
+TEST(ProcessaReportTest, BottonePremutoHoldsThePressOnlyDuringItsNotification)
 {
-    TSpiaPremuto spia;
-    Scrivi(digitLink.ntfy, &spia);
-    Leggi(5, 5, 0);
-    Leggi(5, 5, 4);
+    static TSpiaPremuto spia;
+    Azzera(&spia);
+    Report(5, 5, 0);
+    Report(5, 5, 4);
     EXPECT_EQ(spia.visti, (std::vector<std::int32_t>{-1, 4}));
 
     Consegna(std::string(3, '\0'));  // too few bytes for a decode
     for (const auto* campo : {&digitLink.bottonePremuto, &digitLink.xReport, &digitLink.yReport, &digitLink.bottone})
-        EXPECT_EQ(::Leggi(*campo), -1);
+        EXPECT_EQ(Leggi(*campo), -1);
 }
 
 // No format drops every read; a format beyond the table (or below it, as
 // the int8 of a host's negative model) decodes nothing and keeps the gather.
-TEST_F(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
+TEST(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
 {
+    Azzera();
     Scrivi(digitLink.tipoReport, 0);
     Scrivi(digitLink.lenReport, 0);
     EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0)), 0);
     EXPECT_EQ(digitLink.numLetti, 0);
     EXPECT_EQ(digitLink.numAccum, 0);
     for (int formato : {9, -5}) {
-        SetUp();
+        Azzera();
         Scrivi(digitLink.tipoReport, formato);
         EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0) + std::string(10, '\x80')), 0);
         EXPECT_EQ(digitLink.numAccum, 15);
@@ -123,14 +125,15 @@ TEST_F(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
 // A read adds to the gather only what its length still lacks; a length
 // lowered under what is gathered copies nothing and decodes what is there; a
 // length beyond the buffer never overruns it.
-TEST_F(ProcessaReportTest, TheGatherTakesOnlyWhatItsLengthHasRoomFor)
+TEST(ProcessaReportTest, TheGatherTakesOnlyWhatItsLengthHasRoomFor)
 {
+    Azzera();
     Consegna(std::string(10, '\0'));
     ASSERT_EQ(digitLink.numAccum, 10);
     EXPECT_EQ(Consegna(CodificaReport(8, 1, 2, 0) + std::string(24, '\0')), 0) << "5 bytes hold no report";
     EXPECT_EQ(digitLink.numLetti, 5);
 
-    SetUp();
+    Azzera();
     Consegna(CodificaReport(8, 7, 9, 0) + std::string(6, '\0'));
     ASSERT_EQ(digitLink.numAccum, 12);
     Scrivi(digitLink.lenReport, 8);

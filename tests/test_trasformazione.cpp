@@ -32,9 +32,10 @@ TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
         {minimo, 0, massimo, 0, 0, 1, +1}, {massimo, 0, minimo, 0, 0, 1, -1},
         {minimo, minimo, massimo, minimo, minimo, massimo, +1}, {minimo, minimo, 0, 0, massimo, massimo, +1}};
     CDigit d;
-    for (const TCaso& c : casi)
-        EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso)
-            << c.x0 << "," << c.y0 << " " << c.x1 << "," << c.y1 << " " << c.x2 << "," << c.y2;
+    for (std::size_t k = 0; k < std::size(casi); ++k) {
+        const TCaso& c = casi[k];
+        EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso) << "case " << k;
+    }
 }
 
 constexpr TQuattro quadratoX = {0, 0, 100, 100};
@@ -104,7 +105,7 @@ TEST(TrasfOmogTest, ProjectiveRowInItsOrderOfOperations)
     EXPECT_EQ(nord, 7.0 / 3.0);
 }
 
-// East 500 + 0.1 x, North 200 + 0.1 y.
+// East 500 + 0.1 x, North 200 + 0.1 y: x and y tell apart.
 void RigheSparse(CDigit& d)
 {
     const double e[3] = {500, 0.1, 0}, n[3] = {200, 0, 0.1};
