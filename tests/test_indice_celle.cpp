@@ -18,18 +18,12 @@ namespace {
 using A = CDigitTestAccess;
 using TLimiti = std::numeric_limits<std::int32_t>;
 
-// Corners from nodes, stored by the grid calibration's own step; every cell
-// names itself (SegnaCelle).
+// Corners from nodes, stored by the grid calibration's own step (whether
+// the fit takes them or not); every cell names itself (SegnaCelle).
 void GrigliaSegnata(CDigit& d, const TNodi& nodi)
 {
-    double*** est = AllocaTabella<double>(4);
-    double*** nord = AllocaTabella<double>(4);
-    const int quadEst = static_cast<int>(nodi.size()) - 1, quadNord = static_cast<int>(nodi[0].size()) - 1;
-    for (int p = 0; p <= quadEst; ++p)
-        for (int q = 0; q <= quadNord; ++q) A::MemorizzaNodo(d, p, q, nodi[p][q].x, nodi[p][q].y, 0, 0, est, nord);
-    LiberaTabella(est);
-    LiberaTabella(nord);
-    SegnaCelle(d, quadEst, quadNord);
+    CalibraDaNodi(d, nodi);
+    SegnaCelle(d, static_cast<int>(nodi.size()) - 1, static_cast<int>(nodi[0].size()) - 1);
 }
 
 // Corners, reference points and their neighbours, points over and around the

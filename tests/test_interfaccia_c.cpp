@@ -5,100 +5,77 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "velmarin.h"
 
 namespace {
 
-// A 2 by 1 grid on tablet (1000 p + 10 q, 1000 q), ground East 100 + 50 p,
-// North 200 + 25 q; nodes East index fastest.
-struct TNodi {
-    std::vector<std::int32_t> x{0, 1000, 2000, 10, 1010, 2010};
-    std::vector<std::int32_t> y{0, 0, 0, 1000, 1000, 1000};
-};
-
-struct TTerreno {
-    int ok;
-    double est, nord;
-};
-
-class InterfacciaCTest : public ::testing::Test {
-protected:
-    InterfacciaCTest() { t = velmarin_open(nullptr); }
-    ~InterfacciaCTest() override { velmarin_close(t); }
-
-    std::vector<TTerreno> Campioni() const
-    {
-        std::vector<TTerreno> v;
-        for (std::int32_t x : {0, 500, 1500, 1999, 5000}) {
-            TTerreno g{0, -1, -1};
-            g.ok = velmarin_to_ground(t, x, 300, &g.est, &g.nord);
-            v.push_back(g);
-        }
-        return v;
-    }
-
-    velmarin_tablet* t = nullptr;
-};
-
-void ControllaUguali(const std::vector<TTerreno>& a, const std::vector<TTerreno>& b, const char* caso)
+// What the tablet's map gives along a line across the grid and beyond it.
+std::vector<std::tuple<int, double, double>> Campioni(velmarin_tablet* t)
 {
-    ASSERT_EQ(a.size(), b.size());
-    for (std::size_t k = 0; k < a.size(); ++k) {
-        EXPECT_EQ(a[k].ok, b[k].ok) << caso << ", sample " << k;
-        EXPECT_EQ(a[k].est, b[k].est) << caso << ", sample " << k;
-        EXPECT_EQ(a[k].nord, b[k].nord) << caso << ", sample " << k;
+    std::vector<std::tuple<int, double, double>> v;
+    for (std::int32_t x : {0, 500, 1500, 1999, 5000}) {
+        double est = -1, nord = -1;
+        const int ok = velmarin_to_ground(t, x, 300, &est, &nord);
+        v.emplace_back(ok, est, nord);
     }
+    return v;
 }
 
 // Every refused fit, over a grid in force, leaves that grid serving each
 // point as before. The degenerate second cell is refused after the first
 // cell was solved over the old one's row.
-TEST_F(InterfacciaCTest, ARefusedFitLeavesTheMapInForce)
+TEST(InterfacciaCTest, ARefusedFitLeavesTheMapInForce)
 {
+    velmarin_tablet* t = velmarin_open(nullptr);
     ASSERT_TRUE(t);
-    TNodi n;
-    ASSERT_EQ(velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, n.x.data(), n.y.data()), 1);
-    const auto prima = Campioni();
-    ASSERT_EQ(prima[1].ok, 1);
+    // A 2 by 1 grid on tablet (1000 p + 10 q, 1000 q), ground East 100 + 50 p,
+    // North 200 + 25 q; nodes East index fastest.
+    std::vector<std::int32_t> nx{0, 1000, 2000, 10, 1010, 2010}, ny{0, 0, 0, 1000, 1000, 1000};
+    ASSERT_EQ(velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nx.data(), ny.data()), 1);
+    const auto prima = Campioni(t);
+    ASSERT_EQ(std::get<0>(prima[1]), 1);
 
-    TNodi altra;
-    for (auto& x : altra.x) x += 3;  // a good first cell, a different map
-    altra.x[2] = altra.x[5] = altra.x[1];
-    altra.y[2] = altra.y[5] = altra.y[1];  // the second cell collapses
+    std::vector<std::int32_t> ax = nx, ay = ny;
+    for (auto& x : ax) x += 3;  // a good first cell, a different map
+    ax[2] = ax[5] = ax[1];
+    ay[2] = ay[5] = ay[1];  // the second cell collapses
     const std::int32_t px[] = {0, 1000, 2000, 3000}, py[] = {0, 1000, 2000, 3000};
-    const double e[] = {1, 2, 3, 4}, nn[] = {5, 6, 7, 8};
-    const double nan = std::nan("");
+    const double e[] = {1, 2, 3, 4}, nn[] = {5, 6, 7, 8}, nordNaN[] = {1, std::nan(""), 3};
     const std::vector<std::pair<const char*, std::function<int()>>> rifiuti = {
         {"two points", [&] { return velmarin_fit_points(t, 2, px, py, e, nn); }},
         {"22 points", [&] { return velmarin_fit_points(t, 22, px, py, e, nn); }},
         {"collinear points", [&] { return velmarin_fit_points(t, 4, px, py, e, nn); }},
         {"no x", [&] { return velmarin_fit_points(t, 3, nullptr, py, e, nn); }},
-        {"a NaN North", [&] { const double nord[] = {1, nan, 3}; return velmarin_fit_points(t, 3, px, py, e, nord); }},
-        {"0 squares", [&] { return velmarin_fit_grid(t, 0, 1, 100, 200, 50, 25, n.x.data(), n.y.data()); }},
-        {"22 squares", [&] { return velmarin_fit_grid(t, 22, 1, 100, 200, 50, 25, n.x.data(), n.y.data()); }},
-        {"no nodes", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nullptr, n.y.data()); }},
-        {"an infinite step", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, INFINITY, 25, n.x.data(), n.y.data()); }},
-        {"a degenerate second cell", [&] { return velmarin_fit_grid(t, 2, 1, 0, 0, 1, 1, altra.x.data(), altra.y.data()); }},
+        {"a NaN North", [&] { return velmarin_fit_points(t, 3, px, py, e, nordNaN); }},
+        {"0 squares", [&] { return velmarin_fit_grid(t, 0, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
+        {"22 squares", [&] { return velmarin_fit_grid(t, 22, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
+        {"no nodes", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nullptr, ny.data()); }},
+        {"an infinite step", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, INFINITY, 25, nx.data(), ny.data()); }},
+        {"a degenerate second cell", [&] { return velmarin_fit_grid(t, 2, 1, 0, 0, 1, 1, ax.data(), ay.data()); }},
     };
-    for (const auto& r : rifiuti) {
-        EXPECT_EQ(r.second(), 0) << r.first;
-        ControllaUguali(prima, Campioni(), r.first);
+    for (const auto& [caso, rifiuto] : rifiuti) {
+        SCOPED_TRACE(caso);
+        EXPECT_EQ(rifiuto(), 0);
+        EXPECT_EQ(Campioni(t), prima);
         double a[4] = {0, 0, 0, 0};
-        EXPECT_EQ(velmarin_calibrated_area(t, 0, &a[0], &a[1], &a[2], &a[3]), 1) << r.first;
-        EXPECT_EQ(a[2], 2 * 50 + 100 + 12) << r.first;  // the old grid's East end and margin
+        EXPECT_EQ(velmarin_calibrated_area(t, 0, &a[0], &a[1], &a[2], &a[3]), 1);
+        EXPECT_EQ(a[2], 2 * 50 + 100 + 12);  // the old grid's East end and margin
     }
+    velmarin_close(t);
 }
 
 // A null tablet is refused by every call, and nothing is written.
-TEST_F(InterfacciaCTest, ANullTabletIsRefused)
+TEST(InterfacciaCTest, ANullTabletIsRefused)
 {
     double v[4] = {7, 7, 7, 7};
     TDataDigit d{};
     d.tipo = 42;
     const std::int32_t x[] = {0, 1, 0};
     const std::int32_t* nulla = nullptr;
+    velmarin_tablet* t = velmarin_open(nullptr);
     const int risposte[] = {
         velmarin_connect(nullptr), velmarin_init(nullptr), velmarin_listen(nullptr, nullptr, nullptr, nullptr),
         velmarin_button_function(nullptr, 1), velmarin_is_calibrated(nullptr),
@@ -107,6 +84,7 @@ TEST_F(InterfacciaCTest, ANullTabletIsRefused)
         velmarin_fit_points(nullptr, 3, x, x, v, v), velmarin_fit_grid(nullptr, 1, 1, 0, 0, 1, 1, nulla, nulla),
         velmarin_to_ground(t, 1, 1, nullptr, &v[1]),
     };
+    velmarin_close(t);
     for (int r : risposte) EXPECT_EQ(r, 0);
     velmarin_get_setup(nullptr, &d);
     velmarin_set_setup(nullptr, &d);

@@ -2,7 +2,9 @@
 // projective formula, the current report and the calibrated area.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -36,6 +38,19 @@ TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
         const TCaso& c = casi[k];
         EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso) << "case " << k;
     }
+}
+
+// The cell that served (x, y) in a grid of SegnaCelle.
+long CellaUsata(const CDigit& d, std::int32_t x, std::int32_t y)
+{
+    double est = 0, nord = 0;
+    return d.CalcoloCoordTrasfCalibrFine(x, y, est, nord) ? std::lround(est - x) : -1;
+}
+
+void Angoli(CDigit& d, int i, int j, const TQuattro& x, const TQuattro& y)
+{
+    std::copy(x.begin(), x.end(), A::AngoliX(d)[i][j]);
+    std::copy(y.begin(), y.end(), A::AngoliY(d)[i][j]);
 }
 
 constexpr TQuattro quadratoX = {0, 0, 100, 100};

@@ -13,12 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct TStato {
-    std::int32_t x, y;
-    int bottone;
-};
-
-const TStato tratto[] = {{0, 0, 0},   {120, 340, 0}, {121, 341, 1}, {121, 341, 1},
+// x, y, button
+const int tratto[][3] = {{0, 0, 0},   {120, 340, 0}, {121, 341, 1}, {121, 341, 1},
                          {500, 20, 0}, {9999, 4321, 2}, {65535, 1, 0}, {3, 131071, 4}};
 
 // The stream cut into reads of `pezzo` bytes, each behind its control byte.
@@ -27,8 +23,7 @@ std::string Semina(const std::string& flusso, std::size_t pezzo)
     std::string semi;
     for (std::size_t pos = 0; pos < flusso.size(); pos += pezzo) {
         const std::string parte = flusso.substr(pos, pezzo);
-        semi += static_cast<char>(parte.size() - 1);
-        semi += parte;
+        semi += static_cast<char>(parte.size() - 1) + parte;
     }
     return semi;
 }
@@ -43,7 +38,7 @@ int main(int argc, char** argv)
     }
     for (int tipo = 1; tipo <= 8; ++tipo) {
         std::string flusso;
-        for (const TStato& s : tratto) flusso += CodificaReport(tipo, s.x, s.y, s.bottone);
+        for (const auto& s : tratto) flusso += CodificaReport(tipo, s[0], s[1], s[2]);
         const fs::path cartella = fs::path(argv[1]) / ("formato" + std::to_string(tipo));
         fs::create_directories(cartella);
         for (std::size_t pezzo : {1u, 7u, 20u, 64u}) {

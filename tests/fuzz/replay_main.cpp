@@ -11,30 +11,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n);
 
 namespace fs = std::filesystem;
 
-namespace {
-
-int Esegui(const fs::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    const std::vector<char> byte((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(byte.data()), byte.size());
-    return 1;
-}
-
-}  // namespace
-
 int main(int argc, char** argv)
 {
-    int eseguiti = 0;
+    std::vector<fs::path> file;
     for (int i = 1; i < argc; ++i) {
-        const fs::path p(argv[i]);
-        if (fs::is_directory(p)) {
-            for (const auto& e : fs::recursive_directory_iterator(p))
-                if (e.is_regular_file()) eseguiti += Esegui(e.path());
-        } else {
-            eseguiti += Esegui(p);
-        }
+        if (!fs::is_directory(argv[i])) file.emplace_back(argv[i]);
+        else
+            for (const auto& e : fs::recursive_directory_iterator(argv[i]))
+                if (e.is_regular_file()) file.push_back(e.path());
     }
-    std::printf("%d inputs replayed\n", eseguiti);
-    return eseguiti > 0 ? 0 : 1;
+    for (const fs::path& f : file) {
+        std::ifstream in(f, std::ios::binary);
+        const std::vector<char> byte((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(byte.data()), byte.size());
+    }
+    std::printf("%zu inputs replayed\n", file.size());
+    return file.empty() ? 1 : 0;
 }

@@ -4,13 +4,12 @@
  *
  * usage: host_c --model N [--port P] [--device PATH] [--presses K] [--seconds S]
  *
- * The port (COMn, default 1) and the device behind it come from the options
- * or, failing those, from VELMARIN_PORT and VELMARIN_DEVICE. With no device
- * the port is the platform's own: on Windows, COMn as the system maps it.
- * It prints one line per event ("move X Y", "button B X Y function NAME
- * ground E N"), then "stopped: M moves, P presses". Exit codes: 0 done,
- * 1 the port was refused or the presses did not come in time, 2 bad
- * options, 3 the interface refused the tablet or its map. */
+ * The port (COMn, default 1) and its device come from the options, else from
+ * VELMARIN_PORT and VELMARIN_DEVICE; with no device, COMn is the platform's.
+ * It prints "move X Y" and "button B X Y function NAME ground E N" per event,
+ * then "stopped: M moves, P presses". Exit codes: 0 done, 1 the port was
+ * refused or the presses did not come in time, 2 bad options, 3 the
+ * interface refused the tablet or its map. */
 #if !defined(_WIN32)
 #define _POSIX_C_SOURCE 200809L
 #endif

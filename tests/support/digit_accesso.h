@@ -29,42 +29,32 @@ public:
     static std::int32_t*** AngoliY(CDigit& d) { ScartaIndice(d); return d.angoliY; }
 
     // Calibration mathematics.
-    static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& errore)
-    {
-        d.SolGausJ(a, b, x, n, errore);
-    }
-    static void LeastSqareMatrix(CDigit& d, double** a, const double* b, double* x, int m, int n,
-                                 bool& errore)
-    {
-        d.LeastSqareMatrix(a, b, x, m, n, errore);
-    }
-    static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est,
-                                            double* nord, int n)
+    static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& e) { d.SolGausJ(a, b, x, n, e); }
+    static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est, double* nord, int n)
     {
         return d.CalcoloCoefficientiPtSparsi(x, y, est, nord, n);
     }
-    static bool CalcoloCoefOmog(CDigit& d, std::int32_t* x, std::int32_t* y, double* est,
-                                double* nord, double* coef)
+    static bool CalcoloCoefOmog(CDigit& d, std::int32_t* x, std::int32_t* y, double* est, double* nord, double* coef)
     {
         return d.CalcoloCoefOmog(x, y, est, nord, coef);
     }
-    static bool CalcoloCoefficientiOmog(CDigit& d, std::int32_t*** angX, std::int32_t*** angY,
-                                        double*** angEst, double*** angNord)
+    static bool CalcoloCoefficientiOmog(CDigit& d, std::int32_t*** angX, std::int32_t*** angY, double*** angEst,
+                                        double*** angNord)
     {
         return d.CalcoloCoefficientiOmog(angX, angY, angEst, angNord);
     }
-    static void CalcoloTrasfOmog(const CDigit& d, std::int32_t x, std::int32_t y, double& est,
-                                 double& nord, const double* coef)
+    static void CalcoloTrasfOmog(const CDigit& d, std::int32_t x, std::int32_t y, double& est, double& nord,
+                                 const double* coef)
     {
         d.CalcoloTrasfOmog(x, y, est, nord, coef);
     }
-    static int Ccw(const CDigit& d, std::int32_t x0, std::int32_t y0, std::int32_t x1,
-                   std::int32_t y1, std::int32_t x2, std::int32_t y2)
+    static int Ccw(const CDigit& d, std::int32_t x0, std::int32_t y0, std::int32_t x1, std::int32_t y1,
+                   std::int32_t x2, std::int32_t y2)
     {
         return d.Ccw(x0, y0, x1, y1, x2, y2);
     }
-    static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys,
-                         std::int32_t x, std::int32_t y)
+    static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys, std::int32_t x,
+                         std::int32_t y)
     {
         return d.PtInRect(xs, ys, x, y);
     }

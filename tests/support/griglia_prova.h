@@ -4,8 +4,6 @@
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <random>
@@ -25,8 +23,7 @@ using TNodi = std::vector<std::vector<TNodo>>;
 
 // A well-shaped grid: a regular layout of `lato` counts per square, shaken by
 // up to `scossa` counts per node, slightly sheared, with East along tablet x.
-inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::int32_t scossa,
-                           unsigned seme)
+inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::int32_t scossa, unsigned seme)
 {
     std::mt19937 gen(seme);
     std::uniform_int_distribution<std::int32_t> dist(-scossa, scossa);
@@ -60,20 +57,6 @@ inline void SegnaCelle(CDigit& d, int quadEst, int quadNord)
             CDigitTestAccess::CalcoloCoefOmog(d, x, y, est, nord, CDigitTestAccess::CoefCelle(d)[i][j]);
         }
     CDigitTestAccess::StatoCalibr(d) = calibGriglia;
-}
-
-// The cell that served (x, y) in a grid of SegnaCelle.
-inline long CellaUsata(const CDigit& d, std::int32_t x, std::int32_t y)
-{
-    double est = 0, nord = 0;
-    return d.CalcoloCoordTrasfCalibrFine(x, y, est, nord) ? std::lround(est - x) : -1;
-}
-
-inline void Angoli(CDigit& d, int i, int j, const std::array<std::int32_t, 4>& x,
-                   const std::array<std::int32_t, 4>& y)
-{
-    std::copy(x.begin(), x.end(), CDigitTestAccess::AngoliX(d)[i][j]);
-    std::copy(y.begin(), y.end(), CDigitTestAccess::AngoliY(d)[i][j]);
 }
 
 // Stores every node into the corners of the cells that meet at it, sets the
