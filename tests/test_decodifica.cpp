@@ -67,7 +67,6 @@ const TCaso casi[] = {
     {"f2 empty fields are worth 0", 2, 40, "\n,,\n", 1, 0, 0, 0, 0},
     {"f2 forty digits stored", 2, 0, "\n" + std::string(39, '0') + "7,5,0\n", 1, 7, 5, 0, 0},
     {"f2 forty-first digit skipped", 2, 0, "\n" + std::string(40, '0') + "7,5,0\n", 1, 0, 5, 0, 0},
-    {"f2 largest count exact", 2, 40, "\n2147483647,0,0\n", 1, massimo32, 0, 0, 0},
     {"f2 overflow saturates", 2, 40, "\n2147483648,9999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
     {"f2 short gather waits", 2, 40, "\n1,2,0\n", 0, -1, -1, -1, 7},
 
@@ -75,7 +74,6 @@ const TCaso casi[] = {
     {"f3 rejected line stays rejected", 3, 40, "\n1,2\n", 0, -1, -1, -1, 0},
 
     {"f4 worked example", 4, 40, "@D3+00123-00456\r\n", 1, 123, -456, 4, 0},
-    {"f4 letter B is button 2", 4, 40, "@DB+00123-00456\r\n", 1, 123, -456, 2, 0},
     {"f4 no D, no button", 4, 40, "@U3+00123-00456\r\n", 1, 123, -456, 0, 0},
     {"f4 letter A is button 1", 4, 40, "@DA+1+2\r\n", 1, 1, 2, 1, 0},
     {"f4 letter F is button 6", 4, 40, "@DF+1+2\r\n", 1, 1, 2, 6, 0},
@@ -84,7 +82,6 @@ const TCaso casi[] = {
     {"f4 digits before the first sign skipped", 4, 40, "@D1 99+5-6\r\n", 1, 5, -6, 2, 0},
     {"f4 later signs do nothing", 4, 40, "@D1+5-6+7\r\n", 1, 5, -67, 2, 0},
     {"f4 signs without digits are worth 0", 4, 40, "@D1-+\r\n", 1, 0, 0, 2, 0},
-    {"f4 extreme values exact", 4, 40, "@U0-2147483648+2147483647\r\n", 1, minimo32, massimo32, 0, 0},
     {"f4 overflow saturates", 4, 40, "@U0+99999999999-99999999999\r\n", 1, massimo32, minimo32, 0, 0},
     {"f4 short line", 4, 40, "@D\n", 0, -1, -1, -1, 0},
     {"f4 one sign", 4, 40, "@D3+00123\r\n", 0, -1, -1, -1, 0},
