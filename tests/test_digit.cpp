@@ -107,6 +107,10 @@ TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
     A::HPorta(dest) = 0;
     dest = dest;
     EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
+    A::IndicizzaCelle(dest);
+    ASSERT_TRUE(A::Indicizzato(dest));
+    dest = CDigit();
+    EXPECT_FALSE(A::Indicizzato(dest)) << "a source without an index leaves none in force";
 }
 
 TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)

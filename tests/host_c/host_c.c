@@ -4,8 +4,8 @@
  *
  * usage: host_c --model N [--port P] [--device PATH] [--presses K] [--seconds S]
  *
- * The port (COMn, default 1) and its device come from the options, else from
- * VELMARIN_PORT and VELMARIN_DEVICE; with no device, COMn is the platform's.
+ * The port is COMn (default 1), mapped to the device if one is given, else
+ * the platform's own.
  * It prints "move X Y" and "button B X Y function NAME ground E N" per event,
  * then "stopped: M moves, P presses". Exit codes: 0 done, 1 the port was
  * refused or the presses did not come in time, 2 bad options, 3 the
@@ -92,13 +92,11 @@ static int intero(const char* s, long minimo, long massimo, int* valore)
 static int leggi_opzioni(int argc, char** argv, opzioni* o)
 {
     int i;
-    const char* porta = getenv("VELMARIN_PORT");
     o->modello = 0;
     o->porta = 1;
     o->pressioni = 2;
     o->secondi = 20;
-    o->dispositivo = getenv("VELMARIN_DEVICE");
-    if (porta && !intero(porta, 1, 255, &o->porta)) return 0;
+    o->dispositivo = NULL;
     for (i = 1; i + 1 < argc; i += 2) {
         const char* a = argv[i];
         const char* v = argv[i + 1];
