@@ -25,6 +25,6 @@ int main(int argc, char** argv)
         const std::vector<char> byte((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(byte.data()), byte.size());
     }
-    std::printf("%zu inputs replayed\n", file.size());
+    std::printf("%d inputs replayed\n", static_cast<int>(file.size()));
     return file.empty() ? 1 : 0;
 }
