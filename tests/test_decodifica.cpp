@@ -16,6 +16,7 @@ namespace {
 using namespace std::string_literals;
 constexpr std::int32_t massimo32 = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t minimo32 = std::numeric_limits<std::int32_t>::min();
+const std::string lunga(300, '5');  // a field longer than any line store
 
 struct TCaso {
     const char* legenda;
@@ -69,6 +70,7 @@ const TCaso casi[] = {
     {"f2 forty-first digit skipped", 2, 0, "\n" + std::string(40, '0') + "7,5,0\n", 1, 0, 5, 0, 0},
     {"f2 overflow saturates", 2, 40, "\n2147483648,9999999999999999999,0\n", 1, massimo32, massimo32, 0, 0},
     {"f2 short gather waits", 2, 40, "\n1,2,0\n", 0, -1, -1, -1, 7},
+    {"f2 300-digit fields within the store", 2, 0, "\n" + lunga + "," + lunga + "," + lunga + "\n", 1, massimo32, massimo32, massimo32, 0},
 
     {"f3 code 3 is button 3 too", 3, 40, "\n1,2,3\n", 1, 1, 2, 3, 0},
     {"f3 rejected line stays rejected", 3, 40, "\n1,2\n", 0, -1, -1, -1, 0},
@@ -86,6 +88,7 @@ const TCaso casi[] = {
     {"f4 short line", 4, 40, "@D\n", 0, -1, -1, -1, 0},
     {"f4 one sign", 4, 40, "@D3+00123\r\n", 0, -1, -1, -1, 0},
     {"f4 bytes behind the line dropped", 4, 40, "@D1+1+2\r\n@D2+3+4\r\n", 1, 1, 2, 2, 0},
+    {"f4 y beyond the 40-byte line", 4, 0, "@D1+" + lunga + "-" + lunga + "\r\n", 0, -1, -1, -1, 0},
     {"f4 unfinished line waits", 4, 40, "@D3+00123-004", 0, -1, -1, -1, 13},
     {"f4 no @ yet waits", 4, 40, "12345\r\n", 0, -1, -1, -1, 7},
     {"f4 full gather without a line is dropped", 4, 40, "@D3+" + std::string(36, '1'), 0, -1, -1, -1, 0},
@@ -101,6 +104,7 @@ const TCaso casi[] = {
     {"f6 wide comma wins over narrow", 6, 40, "\r@A,12345,,23456\r", 1, 12345, 23456, 1, 0},
     {"f6 x without digits", 6, 40, "\r@A,     ,00456\r", 0, -1, -1, -1, 0},
     {"f6 signs skipped in the columns", 6, 40, "\r@A,-0012,+0045\r", 1, 12, 45, 1, 0},
+    {"f6 300 bytes before the second CR", 6, 0, "\r@A,00123,00456" + lunga + "\r", 1, 123, 456, 1, 0},
     {"f6 one CR only", 6, 40, "@A,00123,00456\r", 0, -1, -1, -1, 0},
     {"f6 y columns behind the gather", 6, 0, std::string(25, 'z') + "\r@ ,000123,0004\r", 1, 123, 4, 0, 0},
 
@@ -112,6 +116,7 @@ const TCaso casi[] = {
     {"f7 no digit in y", 7, 40, "\rAB101234-----\r", 0, -1, -1, -1, 0},
     {"f7 twelve characters, y from four", 7, 40, "\rAB1012345678\r", 1, 1234, 5678, 2, 0},
     {"f7 eleven characters", 7, 40, "\rAB101234567\r", 0, -1, -1, -1, 0},
+    {"f7 300 bytes before the second CR", 7, 0, "\rAB10123456789" + lunga + "\r", 1, 1234, 56789, 2, 0},
     {"f7 one CR only", 7, 40, "AB101234567890\r", 0, -1, -1, -1, 0},
     {"f7 empty line", 7, 40, "\r\rAB101234567890\r", 0, -1, -1, -1, 0},
 };
@@ -143,29 +148,6 @@ TEST(Decodifica, EachReadGivesItsReport)
         EXPECT_EQ(Leggi(digitLink.yReport), c.y);
         EXPECT_EQ(Leggi(digitLink.bottone), c.bottone);
         EXPECT_EQ(digitLink.numAccum, c.accumDopo);
-    }
-}
-
-// A gather longer than the model's own (a host may set any length) must not
-// overrun the line stores of the decoders.
-TEST(DecodificaTesto, LongLinesStayWithinTheStores)
-{
-    const std::string lunga(300, '5');
-    const struct {
-        int formato;
-        std::string lettura;
-        int esito;
-    } righe[] = {
-        {2, "\n" + lunga + "," + lunga + "," + lunga + "\n", 1},
-        {4, "@D1+" + lunga + "-" + lunga + "\r\n", 0},  // y lies beyond the 40-byte line
-        {6, "\r@A,00123,00456" + lunga + "\r", 1},
-        {7, "\rAB10123456789" + lunga + "\r", 1},
-    };
-    for (const auto& r : righe) {
-        SCOPED_TRACE(r.formato);
-        Consegna(r.formato, static_cast<int>(r.lettura.size()), r.lettura);
-        EXPECT_EQ(ProcessaReport(digitLink), r.esito);
-        EXPECT_EQ(digitLink.numAccum, 0);
     }
 }
 
