@@ -42,11 +42,14 @@ int Report(std::int32_t x, std::int32_t y, int bottone)
 }
 
 // Each press is heard once, repeats and the first report at the origin are
-// not, and a change of button without a release is no new press.
+// not, and a change of button without a release is no new press. The latch
+// outlives a rejected gather, and a press made while no target listens is
+// not announced once one does.
 TEST(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
 {
+    constexpr int scarto = -1, senzaTarget = -2, conTarget = -3;  // steps that are not reports
     struct TCaso {
-        std::vector<std::array<int, 3>> letture;  // x, y, button
+        std::vector<std::array<int, 3>> passi;  // x, y, button
         std::vector<TNotifica> attese;
     };
     const TCaso casi[] = {
@@ -54,30 +57,20 @@ TEST(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
          {Mossa(100, 200), Pressione(2, 100, 200), Mossa(151, 260)}},
         {{{0, 0, 0}}, {}},
         {{{10, 11, 1}, {10, 11, 3}, {10, 11, 0}, {10, 11, 3}}, {Pressione(1, 10, 11), Pressione(3, 10, 11)}},
+        {{{10, 11, 1}, {0, 0, scarto}, {10, 11, 1}, {0, 0, senzaTarget}, {20, 21, 0}, {20, 21, 1}, {0, 0, conTarget},
+          {20, 21, 1}, {20, 21, 0}, {20, 21, 2}},
+         {Pressione(1, 10, 11), Pressione(2, 20, 21)}},
     };
     for (const TCaso& c : casi) {
         Azzera();
-        for (const auto& l : c.letture) Report(l[0], l[1], l[2]);
-        EXPECT_EQ(target.Notifiche(), c.attese) << c.letture.size() << " reads";
+        for (const auto& p : c.passi) {
+            if (p[2] == scarto) Consegna(std::string(15, '\0'));  // no sync byte
+            else if (p[2] == senzaTarget) Scrivi(digitLink.ntfy, nullptr);
+            else if (p[2] == conTarget) Scrivi(digitLink.ntfy, &target);
+            else Report(p[0], p[1], p[2]);
+        }
+        EXPECT_EQ(target.Notifiche(), c.attese) << c.passi.size() << " steps";
     }
-}
-
-// A rejected gather between two reports of a held button keeps the latch; a
-// press heard with no target is not announced once a target is there.
-TEST(ProcessaReportTest, TheLatchOutlivesRejectsAndAMissingTarget)
-{
-    Azzera();
-    Report(10, 11, 1);
-    Consegna(std::string(15, '\0'));  // no sync byte: rejected
-    Report(10, 11, 1);
-    Scrivi(digitLink.ntfy, nullptr);
-    Report(20, 21, 0);
-    Report(20, 21, 1);
-    Scrivi(digitLink.ntfy, &target);
-    Report(20, 21, 1);
-    Report(20, 21, 0);
-    Report(20, 21, 2);
-    EXPECT_EQ(target.Notifiche(), (std::vector<TNotifica>{Pressione(1, 10, 11), Pressione(2, 20, 21)}));
 }
 
 // Records bottonePremuto as the report path shows it during each call.
