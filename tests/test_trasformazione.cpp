@@ -34,10 +34,9 @@ TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
         {minimo, 0, massimo, 0, 0, 1, +1}, {massimo, 0, minimo, 0, 0, 1, -1},
         {minimo, minimo, massimo, minimo, minimo, massimo, +1}, {minimo, minimo, 0, 0, massimo, massimo, +1}};
     CDigit d;
-    for (std::size_t k = 0; k < std::size(casi); ++k) {
-        const TCaso& c = casi[k];
-        EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso) << "case " << k;
-    }
+    for (const TCaso& c : casi)
+        EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso)
+            << c.x0 << "," << c.y0 << " " << c.x1 << "," << c.y1 << " " << c.x2 << "," << c.y2;
 }
 
 // The cell that served (x, y) in a grid of SegnaCelle.

@@ -4,7 +4,6 @@
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
-#include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
