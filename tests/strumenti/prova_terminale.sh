@@ -18,28 +18,13 @@ schermo() { tmux capture-pane -p -t "$sessione"; }
 storia() { tmux capture-pane -p -S -200 -t "$sessione"; }
 # The control in reverse video.
 fuoco() { tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//"; }
-# Waits up to 30 s (a sanitizer build is slow) for the text $2 in what $1
-# shows, kept in $temp/$1.
-aspetta() {
-    for _ in $(seq 300); do
-        "$1" >"$temp/$1"
-        grep -q -- "$2" "$temp/$1" && return 0
-        sleep 0.1
-    done
-    echo "--- $1 does not show: $2"
-    cat "$temp/$1"
-    return 1
-}
-attendi() { aspetta schermo "$1"; }
 # Waits until the screen no longer shows $1.
 sparito() {
     for _ in $(seq 300); do
-        schermo >"$temp/schermo"
-        grep -q -- "$1" "$temp/schermo" || return 0
+        schermo | grep -q -- "$1" || return 0
         sleep 0.1
     done
     echo "--- the screen still shows: $1"
-    cat "$temp/schermo"
     return 1
 }
 ultima() { schermo | grep -v '^$' | tail -n1; }
