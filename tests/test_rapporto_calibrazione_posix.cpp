@@ -171,13 +171,6 @@ INSTANTIATE_TEST_SUITE_P(
         TCaso{"in_linea", {{2000, 2000, 0, 0}, {14000, 14100, 0, 0}, {26000, 25900, 0, 0}, {38000, 38000, 0, 0}}, true}),
     [](const ::testing::TestParamInfo<TCaso>& i) { return std::string(i.param.nome); });
 
-TEST(RapportoPunti, PointsInALineFitNoMap)
-{
-    const std::vector<TPuntoControllo> p = Punti({{0, 0, 0, 0}, {1000, 1000, 0, 0}, {2000, 2000, 0, 0}});
-    TRapportoPunti r;
-    EXPECT_FALSE(RapportoPunti(CDigit(), p, r));
-}
-
 // Nodes of a 2 by 2 grid of 100 ground units, at 2000 counts a square,
 // turned by 30 degrees on the tablet.
 std::vector<TPuntoControllo> Nodi(const TParametriGriglia& g)

@@ -1,5 +1,6 @@
-// The dialog toolkit: validators, binding to templates, the message map, the
-// modal loop with input, nesting and other threads, and the text renderer.
+// The dialog toolkit: validators, binding to templates, the modal loop with
+// other threads and platform calls, and the text renderer. The library's
+// dialogs drive its message maps, radios and lists.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,10 +16,8 @@
 
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-// ---------------------------------------------------------------------------
 TEST(ValidatoreTest, PartialTexts)
 {
     struct TCaso {
@@ -47,7 +46,6 @@ TEST(GCharSetTest, RangesAndSingleCharacters)
     EXPECT_EQ(dentro, "-abcx");
 }
 
-// ---------------------------------------------------------------------------
 using ToolkitTest = TProvaDialoghi;
 
 // No such id; an edit is no static; a button is no list; a group box is no
@@ -70,68 +68,6 @@ TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
         }
         for (const char* p : parti) EXPECT_THAT(errore, HasSubstr(p));
     }
-}
-
-// A dialog on the selection template with a message map of its own.
-class TDialogoScelta : public GDlg {
-public:
-    TDialogoScelta() : GDlg(nullptr, 10043)
-    {
-        for (int id : {2122, 2123, 2124, 2125, 2127, 2128, 2129}) radio.push_back(new GCheckButton(this, id));
-        combo = new GComboBox(this, 2120);
-    }
-    void setupWindow() override
-    {
-        GDlg::setupWindow();
-        combo->setItemData(combo->addString("primo"), 10);
-        combo->setItemData(combo->addString("secondo"), 20);
-        radio[5]->setCheck(1);  // 9600
-        radio[3]->enableWindow(false);  // Com4
-    }
-    const GFC_MSGMAP* GetMessageMap() const override { return &mappa; }
-
-    void OnPorta() { porte.push_back(radio[0]->getCheck() + 2 * radio[1]->getCheck() + 3 * radio[2]->getCheck()); }
-    void OnTipo() { tipi.push_back(static_cast<int>(combo->getItemData(combo->getSelIndex()))); }
-    std::vector<GCheckButton*> radio;
-    GComboBox* combo;
-    std::vector<int> porte, tipi;
-
-private:
-    static const GFC_MSGMAP_ENTRY righe[];
-    static const GFC_MSGMAP mappa;
-    static const GFC_MSGMAP* Base() { return &GDlg::messageMap; }
-};
-
-const GFC_MSGMAP_ENTRY TDialogoScelta::righe[] = {
-    {WM_COMMAND, CBN_SELCHANGE, 2120, 2120, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnTipo)},
-    {WM_COMMAND, BN_CLICKED, 2122, 2125, GfcSig_vv, GFC_HANDLER(&TDialogoScelta::OnPorta)},
-    {0, 0, 0, 0, 0, nullptr},
-};
-const GFC_MSGMAP TDialogoScelta::mappa = {&TDialogoScelta::Base, TDialogoScelta::righe};
-
-TEST_F(ToolkitTest, RadiosListsAndTheMessageMap)
-{
-    script.Clic(2123);
-    script.Clic(2124);
-    script.Clic(2125);  // disabled: nothing happens
-    script.Scegli(2120, 1);
-    script.Scegli(2120, 5);  // no such entry: nothing happens
-    script.Invio();          // the default button, OK, through GDlg's map
-    TDialogoScelta d;
-    EXPECT_EQ(d.doModal(), IDOK);
-    EXPECT_THAT(d.porte, ElementsAre(2, 3));
-    EXPECT_THAT(d.tipi, ElementsAre(20));
-    const TStatoDialogo s = UltimoChiuso();
-    EXPECT_EQ(s.Check(2123), 0);
-    EXPECT_EQ(s.Check(2124), 1);
-    EXPECT_EQ(s.Check(2125), 0);
-    EXPECT_EQ(s.Check(2128), 1) << "another group keeps its radio";
-    EXPECT_FALSE(s.Abilitato(2125));
-    EXPECT_EQ(d.combo->getCount(), 2);
-    EXPECT_EQ(d.combo->getSelIndex(), 1);
-    EXPECT_EQ(d.combo->setSelIndex(2), -1);
-    EXPECT_EQ(d.combo->getSelIndex(), -1);
-    EXPECT_EQ(d.combo->getItemData(-1), -1);
 }
 
 TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
@@ -199,7 +135,8 @@ TEST_F(ToolkitTest, TextRendererDrawsControlsInPlace)
     EXPECT_EQ(righe[6], "|      <<   OK   >>    < Annulla  >      |");
     EXPECT_EQ(righe[9].front(), '+');
 
-    TDialogoScelta scelta;
+    GDlg scelta(nullptr, 10043);
+    EnableWindow(GetDlgItem(scelta, 2125), 0);
     script.Clic(2124);
     script.Esc();
     scelta.doModal();
