@@ -18,64 +18,62 @@
 
 namespace {
 
-// A dialog with one control of every kind that takes the focus, and a
-// disabled entry that must be skipped.
-TStatoDialogo Dialogo()
+// What a key does to the control with the focus, on a dialog with one control
+// of every kind, a disabled entry, and two radio groups, the second with its
+// middle radio checked and its last disabled. Tab goes from group to group,
+// entering a group at its checked radio; the arrows go round within a group.
+TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
 {
-    auto el = [](int id, TTipoElemento tipo, bool abilitato = true) {
+    auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
         TStatoElemento e;
-        e.id = id;
-        e.tipo = tipo;
-        e.abilitato = abilitato;
+        std::tie(e.id, e.tipo, e.stile, e.check, e.abilitato) = std::make_tuple(id, tipo, stile, check, abilitato);
         return e;
     };
+    const auto radio = TTipoElemento::radio;
     TStatoDialogo s;
     s.modello = 1;
     s.elementi = {el(idNessuno, TTipoElemento::statico), el(2000, TTipoElemento::edit),
-                  el(2001, TTipoElemento::edit, false), el(1, TTipoElemento::predefinito),
-                  el(2, TTipoElemento::pulsante), el(2120, TTipoElemento::combo), el(2122, TTipoElemento::radio)};
+                  el(2001, TTipoElemento::edit, 0, 0, false), el(1, TTipoElemento::predefinito),
+                  el(2, TTipoElemento::pulsante), el(2120, TTipoElemento::combo),
+                  el(10, radio, stileInizioGruppo), el(11, radio), el(12, radio),
+                  el(20, radio, stileInizioGruppo), el(21, radio, 0, 1), el(22, radio, 0, 0, false)};
     s.elementi[5].voci = {{"a", 0}, {"b", 1}, {"c", 2}};
     s.elementi[5].selezione = 2;
-    return s;
-}
-
-// What a key does to the control with the focus. Typing, Backspace, Enter
-// and Escape in an entry field are what a person does in the terminal
-// session of the tool tests.
-TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
-{
     const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, invio{TTasto::invio, 0},
         spazio{TTasto::spazio, ' '}, sette{TTasto::carattere, '7'}, sinistra{TTasto::sinistra, 0},
-        destra{TTasto::destra, 0};
+        destra{TTasto::destra, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
     struct TCaso {
-        const char* nome;
-        int fuoco;  // index in Dialogo().elementi
+        int fuoco;  // index in s.elementi
         TLettura tasto;
         int fuocoDopo;
-        bool posta;
-        TTipoInput tipo;
-        int id;
-        std::string testo;
-        int indice;
+        bool posta = false;
+        TTipoInput tipo = {};
+        int id = 0;
+        std::string testo = "";
+        int indice = -1;
     };
     const TCaso casi[] = {
-        {"TabSaltaIlDisabilitato", 1, tab, 3, false, {}, 0, "", -1},
-        {"IndietroDalPrimoVaAllUltimo", 1, indietro, 6, false, {}, 0, "", -1},
-        {"FuocoSuUnDisabilitatoPassaOltre", 2, sette, 3, false, {}, 0, "", -1},
-        {"SenzaFuocoIlPrimoControllo", -1, sette, 1, true, TTipoInput::digita, 2000, "7", -1},
-        {"SpazioNellEntrata", 1, spazio, 1, true, TTipoInput::digita, 2000, " ", -1},
-        {"CarattereSuUnPulsanteNonFaNulla", 4, sette, 4, false, {}, 0, "", -1},
-        {"InvioSuUnPulsanteLoPreme", 4, invio, 4, true, TTipoInput::clic, 2, "", -1},
-        {"SpazioSulRadio", 6, spazio, 6, true, TTipoInput::clic, 2122, "", -1},
-        {"SpazioSullaListaRicomincia", 5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},
-        {"DestraSullUltimaVoceResta", 5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},
-        {"SinistraSullaLista", 5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
-        {"DestraFuoriListaSposta", 3, destra, 4, false, {}, 0, "", -1}};
+        {1, tab, 3},       // past the disabled entry
+        {2, sette, 3},     // a focus on a disabled control moves on
+        {-1, sette, 1, true, TTipoInput::digita, 2000, "7"},  // no focus: the first control
+        {1, spazio, 1, true, TTipoInput::digita, 2000, " "},
+        {4, sette, 4},     // a character on a button does nothing
+        {4, invio, 4, true, TTipoInput::clic, 2},
+        {6, spazio, 6, true, TTipoInput::clic, 10},
+        {5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},  // Space on a list starts it again
+        {5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},  // Right on the last entry stays
+        {5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
+        {3, destra, 4},    // off a list Right moves
+        {5, tab, 6}, {6, tab, 10}, {7, tab, 10}, {10, tab, 1},  // none checked: the group's first
+        {1, indietro, 10}, {10, indietro, 6},
+        {6, giu, 7}, {8, giu, 6}, {6, su, 8}, {10, giu, 9}, {9, su, 10},  // round, past the disabled one
+        {1, giu, 3},       // outside a group an arrow moves like Tab
+    };
     for (const TCaso& c : casi) {
-        SCOPED_TRACE(c.nome);
+        SCOPED_TRACE("case " + std::to_string(&c - casi));
         int fuoco = c.fuoco;
         TInput input;
-        const bool posta = InputPerTasto(Dialogo(), c.tasto, fuoco, input);
+        const bool posta = InputPerTasto(s, c.tasto, fuoco, input);
         EXPECT_EQ(fuoco, c.fuocoDopo);
         ASSERT_EQ(posta, c.posta);
         if (!posta) continue;
@@ -115,38 +113,6 @@ TEST(LunghezzaTasto, SeparaITastiArrivatiInsieme)
     for (const std::string cut : {"\x1b", "\x1b[", "\x1b[1;5", "\x1bO"})
         EXPECT_EQ(LunghezzaTasto(reinterpret_cast<const unsigned char*>(cut.data()), static_cast<int>(cut.size())), 0);
     EXPECT_EQ(DecodificaTasto(reinterpret_cast<const unsigned char*>("\x1b"), 1).tasto, TTasto::esc);
-}
-
-// Tab goes from group to group, entering a radio group at its checked radio;
-// the arrows go round within a group. Two groups between an entry and a
-// button, the second with its middle radio checked and its last disabled.
-TEST(InputPerTasto, TabTraIGruppiFrecceNelGruppo)
-{
-    auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
-        TStatoElemento e;
-        std::tie(e.id, e.tipo, e.stile, e.check, e.abilitato) = std::make_tuple(id, tipo, stile, check, abilitato);
-        return e;
-    };
-    const auto radio = TTipoElemento::radio;
-    TStatoDialogo s;
-    s.modello = 1;
-    s.elementi = {el(2000, TTipoElemento::edit),       el(10, radio, stileInizioGruppo), el(11, radio),
-                  el(12, radio),                       el(20, radio, stileInizioGruppo), el(21, radio, 0, 1),
-                  el(22, radio, 0, 0, false),          el(1, TTipoElemento::predefinito)};
-    const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
-    struct TCaso { int fuoco; TLettura tasto; int dopo; };
-    const TCaso casi[] = {
-        {0, tab, 1}, {1, tab, 5}, {2, tab, 5}, {5, tab, 7},  // none checked: the group's first radio
-        {7, indietro, 5}, {5, indietro, 1},
-        {1, giu, 2}, {3, giu, 1}, {1, su, 3}, {5, giu, 4}, {4, su, 5},  // round, past the disabled one
-        {0, giu, 1},  // outside a group an arrow moves like Tab
-    };
-    for (const TCaso& c : casi) {
-        int fuoco = c.fuoco;
-        TInput input;
-        EXPECT_FALSE(InputPerTasto(s, c.tasto, fuoco, input));
-        EXPECT_EQ(fuoco, c.dopo) << "case " << (&c - casi);
-    }
 }
 
 // Every dialog on a screen of 80 by 24, with the tablet's line above it,

@@ -1,13 +1,10 @@
 #!/bin/sh
-# Digitizing a map as a person does it: velmarin-host runs in tmux at 80x24
-# on a velmarin-sim whose strokes come from this script, line by line, when
-# the screen asks for them. The set-up file gives the buttons their
-# functions; four exact points calibrate; a point, a line, a polyline and a
-# free-drawn polyline are digitized; the host is killed with SIGKILL in the
-# middle of a second polyline. The file, read back with GDAL, opens and holds
-# the four ended features exactly, in ground coordinates, with the CRS asked
-# for. Once into a GeoPackage and once into GeoJSON. Skipped (77) without
-# tmux, GDAL's programs or a host built with GDAL.
+# Digitizing a map as a person does it, in tmux at 80x24, on a velmarin-sim
+# fed stroke by stroke: four points calibrate, four features are digitized,
+# and the host is killed with SIGKILL in the middle of a fifth. Read back
+# with GDAL, the GeoPackage and the GeoJSON file hold the four, exactly, in
+# the CRS asked for. Skipped (77) without tmux, GDAL's programs or a host
+# built with GDAL.
 HOST=$1
 SIM=$2
 . "$(dirname "$0")/comune.sh"

@@ -1,13 +1,8 @@
 #!/bin/sh
-# The terminal front end as a first-time user meets it, on a screen of 80 by
-# 24: velmarin-host runs in tmux, keys go in with send-keys and the screen
-# comes back with capture-pane. The menu; the tablet selection with another
-# model and port, its buttons, limits digitized by the built-in tablet and
-# the live test; a watch of the new tablet; a cancelled selection that
-# leaves it working; a calibration by four points and one by a grid. Then,
-# in a shell, a dialog stopped with Ctrl-Z and taken up again with fg, and a
-# window that changes size. The built-in tablet goes five times a person's
-# pace. Skipped (77) without tmux.
+# The terminal front end as a first-time user meets it, in tmux at 80 by 24:
+# the menu, the tablet selection and its nested dialogs, watches, a cancelled
+# selection, calibrations by points and by grid; then, in a shell, Ctrl-Z and
+# fg in a dialog and a window that changes size. Skipped (77) without tmux.
 HOST=$1
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-prova
