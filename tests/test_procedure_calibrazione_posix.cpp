@@ -1,11 +1,10 @@
 // A person's whole calibration session, replayed: the dialogs are answered by
 // the scripted backend, the tablet is a simulated model 5 on a pty behind
-// COM1, and the session ends with ground coordinates heard inside a press.
+// COM1, and the map left in force is checked.
 #include <gtest/gtest.h>
 
 #include <array>
 #include <future>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -27,37 +26,6 @@ struct TPunto {
     std::int32_t x, y;
     const char* est;
     const char* nord;
-};
-
-struct TLettura {
-    bool ok;
-    double est, nord;
-    int bottone;
-};
-
-// Turns presses into ground coordinates inside the notification, on the
-// reader thread, as a host does.
-class TTerreno : public CDigitNtfy {
-public:
-    explicit TTerreno(CDigit& d) : digit(d) {}
-    void NotifyMove(std::int32_t, std::int32_t) override {}
-    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
-    {
-        TLettura l{false, 0, 0, 0};
-        l.ok = digit.TrasformaCoordDigit(l.est, l.nord, l.bottone);
-        std::lock_guard<std::mutex> g(mutex);
-        letture.push_back(l);
-    }
-    std::vector<TLettura> Letture()
-    {
-        std::lock_guard<std::mutex> g(mutex);
-        return letture;
-    }
-
-private:
-    CDigit& digit;
-    std::mutex mutex;
-    std::vector<TLettura> letture;
 };
 
 class ProcedureTest : public TProvaDialoghi {
@@ -110,23 +78,13 @@ protected:
         for (const auto& c : script.Chiusi()) n += c.stato.modello == modello;
         return n;
     }
-    // Presses at (x, y) with the map in force, and what the host heard.
-    TLettura Misura(std::int32_t x, std::int32_t y)
-    {
-        TTerreno terreno(digit);
-        EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
-        for (int k = 0; k < 2; ++k) EXPECT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
-        RipetiFinche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
-        digit.StopCommNotification();
-        const auto letture = terreno.Letture();
-        return letture.empty() ? TLettura{false, 0, 0, 0} : letture.front();
-    }
+    // The map in force takes (x, y) to (est, nord).
     void AttesoA(std::int32_t x, std::int32_t y, double est, double nord)
     {
-        const TLettura l = Misura(x, y);
-        ASSERT_TRUE(l.ok) << x << "," << y;
-        EXPECT_NEAR(l.est, est, 1e-9) << x << "," << y;
-        EXPECT_NEAR(l.nord, nord, 1e-9) << x << "," << y;
+        double e = 0, n = 0;
+        ASSERT_TRUE(digit.CalcoloCoordTrasfCalibrFine(x, y, e, n)) << x << "," << y;
+        EXPECT_NEAR(e, est, 1e-9) << x << "," << y;
+        EXPECT_NEAR(n, nord, 1e-9) << x << "," << y;
     }
 
     TTickFinto tick;  // the tablet's command waits cost no real time
@@ -182,10 +140,7 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     ASSERT_TRUE(prima.get());
     EXPECT_TRUE(digit.IsCalibrato());
     EXPECT_FALSE(digit.IsCalibratoGriglia());
-    const auto affine = Misura(500, 250);
-    EXPECT_NEAR(affine.est, 550, 1e-9);
-    EXPECT_NEAR(affine.nord, 225, 1e-9);
-    EXPECT_EQ(affine.bottone, 2);
+    AttesoA(500, 250, 550, 225);
     const std::size_t dialoghi = script.Chiusi().size();
 
     utente.Rispondi(IDNO);
