@@ -35,6 +35,8 @@ TEST(ValidatoreTest, PartialTexts)
         EXPECT_EQ(GDoubleValidator().IsValidInput(c.testo), c.reale) << c.testo;
         EXPECT_EQ(GFilterValidator(GCharSet("0-9")).IsValidInput(c.testo), c.cifre) << c.testo;
     }
+    EXPECT_TRUE(GFilterValidator(GCharSet("a-cx-")).IsValidInput("-abcx")) << "ranges and single characters";
+    EXPECT_FALSE(GFilterValidator(GCharSet("a-cx-")).IsValidInput("d"));
 }
 
 using ToolkitTest = TProvaDialoghi;
