@@ -87,7 +87,9 @@ for formato in gpkg geojson; do
     premi 8000 12000 1
     premi 8000 12000 4
     premi 10000 10000 5
-    for y in 10100 10200 10300 10400; do sposta 10000 $y; done
+    # Free drawing: each position held four steps, so that a busy host that
+    # misses a report or two still sees it.
+    for y in 10100 10200 10300 10400; do sposta 10000 $y; sposta 10000 $y; done
     premi 10000 10400 4
     verifica "$formato: four features are shown" attendi "feature 4: polyline, 3 vertices"
     premi 20000 4000 2
