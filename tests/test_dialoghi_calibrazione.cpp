@@ -22,7 +22,6 @@ constexpr int intattoInt = 777;
 
 using DialoghiCalibrazioneTest = TProvaDialoghi;
 
-// ---------------------------------------------------------------------------
 // The entry dialogs: the point's two fields (2000, 2001) or the grid's six
 // (2040 to 2045) typed, then Enter; a refused entry beeps and stays open,
 // and only Escape ends it.
@@ -71,8 +70,10 @@ INSTANTIATE_TEST_SUITE_P(
                       TCasoEntrata{2, {"1.69e200", "-3"}, true, {1.69e200, -3}},
                       TCasoEntrata{2, {"0", "0"}, true, {0, 0}}, TCasoEntrata{2, {"-12.5", "1e3"}, true, {-12.5, 1000}},
                       TCasoEntrata{2, {".", "-"}, true, {0, 0}},
-                      // What the validator refuses is never typed.
-                      TCasoEntrata{2, {"1x2,5", "--7"}, true, {125, -7}}));
+                      // What the validator refuses is never typed; Backspace
+                      // erases the last character, and nothing in an empty field.
+                      TCasoEntrata{2, {"1x2,5", "--7"}, true, {125, -7}},
+                      TCasoEntrata{2, {"12\b3", "\b\b-5"}, true, {13, -5}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Griglia, EntrataTest,
@@ -87,11 +88,8 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoEntrata{6, {"3", "4", "1", "1", "1e300", "1"}, false, {}},
         TCasoEntrata{6, {"50", "99999999999", ".", "1", "1", "1"}, true, {50, INT_MAX, 0, 1, 1, 1}}));
 
-// ---------------------------------------------------------------------------
-// The digitizing dialog. The host's thread runs dialogGetPnt; a second
-// thread plays the reader thread, delivering presses to whatever target the
-// dialog set. Model 1 with four buttons: 1 confirms, 2 and 3 have host
-// functions, 4 cancels.
+// The digitizing dialog. Model 1 with four buttons: 1 confirms, 2 and 3
+// have host functions, 4 cancels.
 enum class TFine { nulla, invio, esc };
 
 struct TCasoDigitalizza {
@@ -161,15 +159,15 @@ TEST_F(DigitalizzaTest, PressesAfterTheEndChangeNothing)
     for (int fine : {1, 4, 2}) {  // confirm, cancel, a host function and then the owner's take
         CDigitGetPntDialog d(nullptr, "t", &digit, 0, 0);
         d.NotifyButton(fine, 5, 6);
-        std::int32_t xy[2] = {0, 0};
+        std::int32_t x = 0, y = 0;
         if (fine == 2) {
-            ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
+            ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
         }
         d.NotifyButton(2, 99, 99);
         d.NotifyButton(1, 7, 8);
-        ASSERT_TRUE(d.PuntoDigitalizzato(xy[0], xy[1]));
-        EXPECT_EQ(xy[0], 5) << "ended by button " << fine;
-        EXPECT_EQ(xy[1], 6) << "ended by button " << fine;
+        ASSERT_TRUE(d.PuntoDigitalizzato(x, y));
+        EXPECT_EQ(x, 5) << "ended by button " << fine;
+        EXPECT_EQ(y, 6) << "ended by button " << fine;
     }
 }
 

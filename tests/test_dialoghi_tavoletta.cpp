@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <set>
@@ -27,16 +28,17 @@ protected:
     TDataDigit dati = CDigit().GetDataDigit();
 };
 
-// ---------------------------------------------------------------------------
-// Each list offers the seven functions and shows the stored one; the rows
-// beyond the count are greyed and empty, and Escape writes nothing.
+// Each list up to the count offers the seven functions and shows the stored
+// one, or none for a code it does not offer; the rows beyond the count are
+// greyed and empty. Escape writes nothing; OK writes what was chosen and
+// keeps the rest.
 TEST_F(DialoghiTavolettaTest, ListsUpToTheCountTheRestGreyed)
 {
     const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione",
                                                 "Inizia Linea - Dis. Lib.", "Inizia Linea - Fine Ent.",
                                                 "Inizia Polilinea - Dis. Lib.", "Inizia Polilinea - Fine Ent."};
     const std::vector<std::intptr_t> codici = {0, 1, 8, 2, 4, 5, 6};
-    const std::uint8_t stored[16] = {1, 2, 4, 8, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 1};
+    const std::uint8_t stored[16] = {1, 7, 4, 8, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 3};
     std::memcpy(dati.funzBott, stored, sizeof stored);
     for (int n : {4, 16}) {
         dati.numBottoni = static_cast<std::int16_t>(n);
@@ -56,33 +58,26 @@ TEST_F(DialoghiTavolettaTest, ListsUpToTheCountTheRestGreyed)
             for (const TVoceLista& v : lista->voci) testi.push_back(v.testo), valori.push_back(v.dato);
             EXPECT_THAT(testi, ElementsAreArray(i < n ? etichette : std::vector<std::string>{}));
             EXPECT_THAT(valori, ElementsAreArray(i < n ? codici : std::vector<std::intptr_t>{}));
+            const auto k = std::find(codici.begin(), codici.end(), stored[i]);
             if (i < n) {
-                ASSERT_GE(lista->selezione, 0);
-                EXPECT_EQ(valori[static_cast<std::size_t>(lista->selezione)], stored[i]);
+                EXPECT_EQ(lista->selezione, k == codici.end() ? -1 : k - codici.begin());
             }
         }
         EXPECT_EQ(std::memcmp(dati.funzBott, stored, sizeof stored), 0) << "cancel writes nothing";
     }
-}
-
-TEST_F(DialoghiTavolettaTest, UnknownCodesLeaveTheListEmptyAndOkKeepsThem)
-{
-    const std::uint8_t stored[16] = {3, 7, 1, 8, 6};
-    std::memcpy(dati.funzBott, stored, sizeof stored);
     dati.numBottoni = 4;
     script.Scegli(2196, 5);
     script.Scegli(2199, 0);
     script.Invio();
     GDigitFunzBottDlg d(nullptr, &dati);
     EXPECT_EQ(d.doModal(), IDOK);
-    EXPECT_THAT(dati.funzBott, ElementsAre(5, 7, 1, 0, 6, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
-    EXPECT_EQ(UltimoChiuso().Selezione(2197), -1) << "code 7 is not offered";
-    EXPECT_TRUE(UltimoChiuso().Abilitato(2197));
+    EXPECT_THAT(dati.funzBott, ElementsAre(5, 7, 4, 0, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 3));
 }
 
-// ---------------------------------------------------------------------------
 // The limits dialog. Model 1 with four buttons: 1 confirms, 2 and 3 have
-// host functions, 4 cancels; 9 is beyond the count and has code 0.
+// host functions, 4 cancels; 9 is beyond the count and has code 0. Presses
+// after the one that ended the dialog change nothing, though the owner has
+// not taken the corners yet.
 enum class TPoi { nulla, invio, esc };
 
 struct TCasoLimiti {
@@ -127,42 +122,21 @@ TEST_P(LimitiTest, CornersFromThePresses)
     if (c.confermati) {
         EXPECT_THAT(l, ElementsAreArray(c.limiti));
     }
-    d.NotifyButton(1, 9, 9);  // late: changes nothing
-    EXPECT_EQ(d.completo, c.confermati);
-}
-
-// A press after the one that ended the dialog changes no corner, though the
-// owner has not taken them yet.
-TEST_F(LimitiTest, PressesAfterTheEndChangeNothing)
-{
-    for (int fine : {1, 4}) {  // the second confirm, a cancel
-        GDigitMinMaxDlg d(nullptr, &digit);
-        d.NotifyButton(1, 10, 20);
-        d.NotifyButton(fine, 300, 400);
-        d.NotifyButton(2, 7, 7);
-        d.NotifyButton(1, 8, 8);
-        std::int32_t l[4] = {-1, -1, -1, -1};
-        EXPECT_EQ(d.LimitiConfermati(l[0], l[1], l[2], l[3]), fine == 1) << "ended by button " << fine;
-        if (fine == 1) {
-            EXPECT_THAT(l, ElementsAre(10, 20, 300, 400));
-        }
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Casi, LimitiTest,
     ::testing::Values(
-        TCasoLimiti{"DueConferme", {{2, 5, 5}, {1, 10, 20}, {3, 7, 7}, {1, 300, 400}}, TPoi::nulla, "", IDOK, true,
-                    {10, 20, 300, 400}},
+        TCasoLimiti{"DueConferme", {{2, 5, 5}, {1, 10, 20}, {3, 7, 7}, {1, 300, 400}, {2, 7, 7}, {1, 8, 8}},
+                    TPoi::nulla, "", IDOK, true, {10, 20, 300, 400}},
         TCasoLimiti{"OrdineQualsiasi", {{1, 500, 600}, {1, -10, 20}}, TPoi::nulla, "", IDOK, true, {500, 600, -10, 20}},
         TCasoLimiti{"AltriBottoniAspettano", {{2, 5, 5}, {9, 6, 6}}, TPoi::esc, primo, IDCANCEL, false, {}},
         TCasoLimiti{"SecondoAtteso", {{1, 5, 5}, {3, 6, 6}}, TPoi::esc, secondo, IDCANCEL, false, {}},
-        TCasoLimiti{"AnnullaAlPrimo", {{4, 5, 5}}, TPoi::nulla, "", IDCANCEL, false, {}},
-        TCasoLimiti{"AnnullaAlSecondo", {{1, 5, 5}, {4, 6, 6}}, TPoi::nulla, "", IDCANCEL, false, {}},
+        TCasoLimiti{"AnnullaAlPrimo", {{4, 5, 5}, {1, 6, 6}, {1, 7, 7}}, TPoi::nulla, "", IDCANCEL, false, {}},
+        TCasoLimiti{"AnnullaAlSecondo", {{1, 5, 5}, {4, 6, 6}, {1, 8, 8}}, TPoi::nulla, "", IDCANCEL, false, {}},
         TCasoLimiti{"InvioSenzaAngoli", {{1, 5, 5}}, TPoi::invio, secondo, IDOK, false, {}}),
     [](const ::testing::TestParamInfo<TCasoLimiti>& i) { return std::string(i.param.nome); });
 
-// ---------------------------------------------------------------------------
 // The live test dialog over the limits (1000, 2000) to (5000, 8000).
 using TPunti = std::set<std::pair<int, int>>;
 
@@ -199,9 +173,9 @@ protected:
                 if (t.Pixel(x, y) != coloreSfondo && t.Pixel(x, y) != coloreBordo) p.insert({x, y});
         return p;
     }
-    // Two arms of nine pixels centred on (cx, cy), as far as they fall on
-    // the canvas; over the border XOR leaves ink of its own colour. The
-    // centre lies on both arms, so XOR flips it back.
+    // Two arms of nine pixels centred on (cx, cy), as far as they fall on the
+    // canvas; over the border XOR leaves ink of its own colour, and the
+    // centre, on both arms, is flipped back.
     static TPunti Croce(const TTela& t, int cx, int cy)
     {
         TPunti p;
@@ -235,14 +209,12 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
     for (int k = 0; k < 3; ++k)
         for (int c = 0; c < 3; ++c) EXPECT_EQ(passi[k + 2].Testo(2281 + c), testi[k][c]) << "step " << k + 2;
     EXPECT_TRUE(Inchiostro(passi[4]).empty()) << "x = -12 falls far left of the frame";
-    // Positions are truncated toward zero: x = 975 falls just left of the
-    // frame's left edge and draws on column 0, not -1.
-    const double scalaX = double(R - L) / 4000, scalaY = double(T - B) / 6000;
-    const double x = 975 * scalaX + (L - scalaX * 1000);
-    const int cy = static_cast<int>(5000 * scalaY + (B - scalaY * 2000));
-    ASSERT_TRUE(x < 0 && x > -1);
-    ASSERT_TRUE(t.Dentro(1, cy));
-    EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, cy));
+    // 25 counts left of the limit is under half a pixel on this 240 by 195
+    // frame: truncated toward zero it draws on column 0, not -1; y = 5000 is
+    // halfway down, row 97.5.
+    ASSERT_EQ(t.larghezza, 240);
+    ASSERT_EQ(t.altezza, 195);
+    EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, 97));
 }
 
 // No OK button: the platform's id 1 ends it all the same.
@@ -257,7 +229,7 @@ TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
 }
 
 // Limits one count wide make thousands of pixels of a count: an extreme
-// count lands far off the frame, and leaves no ink on it (no line drawn
+// count lands far off the frame and leaves no ink on it (no line drawn
 // across it from a position that overflowed).
 TEST_F(ProvaTest, ExtremeCountsOverTinyLimitsLeaveNoInk)
 {

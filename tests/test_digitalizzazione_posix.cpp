@@ -2,12 +2,7 @@
 // with GDAL in each format the host is tried with.
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -24,62 +19,41 @@
 
 namespace {
 
-// One step of a session: a press of a button of function `funzione`, or
-// (funzione -1) a move, at ground (e, n).
-struct TPasso {
-    int funzione;
-    double e, n;
-};
-
-struct TSessione {
-    const char* nome;
-    std::vector<TPasso> passi;
-    std::string attesi;  // each feature: p, l or P (polyline) and its vertex count
-    int scartati;        // features dropped for one vertex
-};
-
-void PrintTo(const TSessione& s, std::ostream* os) { *os << s.nome; }
-
-class TracciatoreTest : public ::testing::TestWithParam<TSessione> {};
-
-TEST_P(TracciatoreTest, TheButtonsDrawTheFeatures)
+// Sessions of presses of a button of function `funzione`, or (-1) moves, at
+// ground (e, n); each feature made is p, l or P (polyline) and its vertex count.
+TEST(TracciatoreTest, TheButtonsDrawTheFeatures)
 {
-    std::string fatti;
-    int scartati = 0;
-    TTracciatore t(1.0, [&](const TElementoGis& e) {
-        fatti += e.genere == TGenere::punto ? "p" : e.genere == TGenere::linea ? "l" : "P";
-        fatti += std::to_string(e.vertici.size());
-        EXPECT_EQ(e.x, static_cast<int>(e.vertici.front().est)) << "the counts of the first vertex";
-    }, [&](const std::string& a) { scartati += a.find("dropped") != std::string::npos; });
-    for (const TPasso& p : GetParam().passi) {
-        if (p.funzione < 0) t.Mossa({p.e, p.n});
-        else t.Pressione(1, p.funzione, static_cast<int>(p.e), static_cast<int>(p.n), {p.e, p.n}, "t");
-    }
-    t.Chiudi();
-    EXPECT_EQ(fatti, GetParam().attesi);
-    EXPECT_EQ(scartati, GetParam().scartati);
-}
-
-constexpr int mossa = -1;
-INSTANTIATE_TEST_SUITE_P(
-    Sessioni, TracciatoreTest,
-    ::testing::Values(
-        // Another opening function ends the open feature; Annulla on one
-        // vertex drops it.
-        TSessione{"apre_e_chiude",
-                  {{funzPolilineaFineEnt, 0, 0}, {funzConferma, 1, 0}, {funzLineaFineEnt, 7, 7}, {funzAnnulla, 0, 0},
-                   {funzAnnulla, 0, 0}},
-                  "P2",
-                  1},
+    constexpr int mossa = -1;
+    struct TPasso { int funzione; double e, n; };
+    const struct { std::vector<TPasso> passi; std::string attesi; int scartati; } sessioni[] = {
+        // Conferma with nothing open is a point; a move draws nothing but in
+        // free drawing; another opening function ends the open feature;
+        // Annulla on one vertex drops it.
+        {{{mossa, 0, 0}, {funzConferma, 5, 5}, {funzNessuna, 3, 3}, {funzPolilineaFineEnt, 0, 0}, {funzConferma, 1, 0},
+          {mossa, 9, 9}, {funzLineaFineEnt, 7, 7}, {funzAnnulla, 0, 0}, {funzAnnulla, 0, 0}},
+         "p1P2", 1},
         // Free drawing takes a vertex each unit the pointer goes; Conferma
         // adds one where it is pressed.
-        TSessione{"libera",
-                  {{funzPolilineaDisLib, 0, 0}, {mossa, 0.5, 0}, {mossa, 1.0, 0}, {mossa, 1.5, 0}, {mossa, 2.2, 0},
-                   {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}},
-                  "P4l2",
-                  0},
-        TSessione{"mosse_senza_linea", {{mossa, 0, 0}, {mossa, 5, 5}, {funzConferma, 5, 5}, {funzNessuna, 3, 3}}, "p1", 0}),
-    [](const ::testing::TestParamInfo<TSessione>& i) { return std::string(i.param.nome); });
+        {{{funzPolilineaDisLib, 0, 0}, {mossa, 0.5, 0}, {mossa, 1.0, 0}, {mossa, 1.5, 0}, {mossa, 2.2, 0},
+          {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}},
+         "P4l2", 0}};
+    for (const auto& sessione : sessioni) {
+        std::string fatti;
+        int scartati = 0;
+        TTracciatore t(1.0, [&](const TElementoGis& e) {
+            fatti += e.genere == TGenere::punto ? "p" : e.genere == TGenere::linea ? "l" : "P";
+            fatti += std::to_string(e.vertici.size());
+            EXPECT_EQ(e.x, static_cast<int>(e.vertici.front().est)) << "the counts of the first vertex";
+        }, [&](const std::string& a) { scartati += a.find("dropped") != std::string::npos; });
+        for (const TPasso& p : sessione.passi) {
+            if (p.funzione < 0) t.Mossa({p.e, p.n});
+            else t.Pressione(1, p.funzione, static_cast<int>(p.e), static_cast<int>(p.n), {p.e, p.n}, "t");
+        }
+        t.Chiudi();
+        EXPECT_EQ(fatti, sessione.attesi);
+        EXPECT_EQ(scartati, sessione.scartati) << sessione.attesi;
+    }
+}
 
 #ifdef VELMARIN_CON_GDAL
 

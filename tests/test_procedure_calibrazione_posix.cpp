@@ -1,28 +1,22 @@
 // A person's whole calibration session, replayed: the dialogs are answered by
 // the scripted backend, the tablet is a simulated model 5 on a pty behind
-// COM1, and the session ends with ground coordinates heard inside a press.
+// COM1, and the map left in force is checked.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <future>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "digit.h"
 #include "velmarin.h"
-#include "resources/modelli_dialogo.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_dialoghi.h"
 #include "support/prova_su_linea.h"
-#include "support/suona.h"
+#include "support/ripeti.h"
 #include "support/tick_finto.h"
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr int tipo = 5;
 constexpr std::size_t lenReport = 20;
@@ -32,37 +26,6 @@ struct TPunto {
     std::int32_t x, y;
     const char* est;
     const char* nord;
-};
-
-struct TLettura {
-    bool ok;
-    double est, nord;
-    int bottone;
-};
-
-// Hears presses and turns them into ground coordinates on the reader thread,
-// inside the notification, as a host does.
-class TTerreno : public CDigitNtfy {
-public:
-    explicit TTerreno(CDigit& d) : digit(d) {}
-    void NotifyMove(std::int32_t, std::int32_t) override {}
-    void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override
-    {
-        TLettura l{false, 0, 0, 0};
-        l.ok = digit.TrasformaCoordDigit(l.est, l.nord, l.bottone);
-        std::lock_guard<std::mutex> g(mutex);
-        letture.push_back(l);
-    }
-    std::vector<TLettura> Letture()
-    {
-        std::lock_guard<std::mutex> g(mutex);
-        return letture;
-    }
-
-private:
-    CDigit& digit;
-    std::mutex mutex;
-    std::vector<TLettura> letture;
 };
 
 class ProcedureTest : public TProvaDialoghi {
@@ -80,32 +43,34 @@ protected:
     }
     ~ProcedureTest() override { digit.StopCommNotification(); }
 
-    // A press of `bottone` at (x, y) once the digitizing dialog is up, until
-    // the dialog closes. The pointer first rests there, so the press is an
-    // edge; a read may merge two sends, so the press is sent again every
-    // 100 ms, which adds nothing once it was heard (the button stays down).
+    // The pointer rests at (x, y) first, so that the press is an edge; the
+    // press is sent again until heard, since a read may merge two sends.
     void Premi(std::int32_t x, std::int32_t y, int bottone)
     {
         ASSERT_TRUE(script.AttendiDialogo(dialogoDigitalizza));
         const std::size_t chiusi = Chiusi(dialogoDigitalizza) + 1;
         for (int k = 0; k < 2; ++k) ASSERT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
         ASSERT_TRUE(RipetiFinche([&] { return Chiusi(dialogoDigitalizza) >= chiusi; },
-                           [&] { sim.InviaStato(tipo, {x, y, bottone}, lenReport); }));
+                                 [&] { sim.InviaStato(tipo, {x, y, bottone}, lenReport); }));
     }
-    void Digitalizza(const TPunto& p)
+    void Digitalizza(const TPunto& p, int bottone = 1)
     {
         ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
         script.Digita(2000, p.est);
         script.Digita(2001, p.nord);
         script.Invio();
-        Premi(p.x, p.y, 1);
+        Premi(p.x, p.y, bottone);
     }
-    // The grid dialog's six fields typed, then Enter.
     void Griglia(const std::array<const char*, 6>& valori)
     {
         ASSERT_TRUE(script.AttendiDialogo(dialogoGriglia));
         for (int k = 0; k < 6; ++k) script.Digita(2040 + k, valori[k]);
         script.Invio();
+    }
+    void Fine()
+    {
+        ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
+        script.Esc();
     }
     std::size_t Chiusi(unsigned modello) const
     {
@@ -113,16 +78,13 @@ protected:
         for (const auto& c : script.Chiusi()) n += c.stato.modello == modello;
         return n;
     }
-    // Presses at (x, y) with the map in force, and what the host heard.
-    TLettura Misura(std::int32_t x, std::int32_t y)
+    // The map in force takes (x, y) to (est, nord).
+    void AttesoA(std::int32_t x, std::int32_t y, double est, double nord)
     {
-        TTerreno terreno(digit);
-        EXPECT_EQ(digit.SetCommNotificationTo(&terreno), 1);
-        for (int k = 0; k < 2; ++k) EXPECT_TRUE(sim.InviaStato(tipo, {x, y, 0}, lenReport));
-        RipetiFinche([&] { return !terreno.Letture().empty(); }, [&] { sim.InviaStato(tipo, {x, y, 2}, lenReport); });
-        digit.StopCommNotification();
-        const auto letture = terreno.Letture();
-        return letture.empty() ? TLettura{false, 0, 0, 0} : letture.front();
+        double e = 0, n = 0;
+        ASSERT_TRUE(digit.CalcoloCoordTrasfCalibrFine(x, y, e, n)) << x << "," << y;
+        EXPECT_NEAR(e, est, 1e-9) << x << "," << y;
+        EXPECT_NEAR(n, nord, 1e-9) << x << "," << y;
     }
 
     TTickFinto tick;  // the tablet's command waits cost no real time
@@ -132,32 +94,12 @@ protected:
 
 const TPunto tre[] = {{0, 0, "500", "200"}, {1000, 0, "600", "200"}, {0, 1000, "500", "300"}};
 
-TEST_F(ProcedureTest, AFourthPointThenButtonFourAbandonsAndFitsFour)
-{
-    ASSERT_TRUE(sim.Valida());
-    auto esito = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    for (const TPunto& p : tre) Digitalizza(p);
-    Digitalizza({1000, 1000, "604", "300"});
-    // The fifth point is typed, then abandoned on the tablet: its values play no part.
-    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
-    script.Digita(2000, "9999");
-    script.Digita(2001, "9999");
-    script.Invio();
-    Premi(7, 7, 4);
-    ASSERT_TRUE(esito.get());
-
-    const auto l = Misura(1000, 0);
-    ASSERT_TRUE(l.ok);
-    EXPECT_NEAR(l.est, 499 + 0.102 * 1000, 1e-9);
-    EXPECT_NEAR(l.nord, 200, 1e-9);
-}
-
 // The 2 by 1 grid: nodes asked East index outermost. The first cell is a
 // square on the tablet, (1000, 1000) to (2000, 2000), so its map is the
 // affine one East = 100 + (x - 1000) / 20, North = 200 + (y - 1000) / 40;
-// the second is narrow and skewed, with a map of its own and its reference
-// point near the first cell's edge, so a point that the first cell fails to
-// hold (its corners out of place) is served by the second, and told.
+// the second is narrow and skewed, with its reference point near the first
+// cell's edge, so a point that the first cell fails to hold (its corners out
+// of place) is served by the second, and told.
 TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 {
     ASSERT_TRUE(sim.Valida());
@@ -165,38 +107,19 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
     Griglia({"2", "1", "100", "200", "50", "25"});
 
     const double attesi[][2] = {{100, 200}, {100, 225}, {150, 200}, {150, 225}, {200, 200}, {200, 225}};
+    const std::int32_t nodi[][2] = {{1000, 1000}, {1000, 2000}, {2000, 1000}, {2000, 2000}, {2300, 600}, {2200, 2000}};
     for (int n = 0; n < 6; ++n) {
         ASSERT_TRUE(script.AttendiDialogo(dialogoDigitalizza));
         const TStatoDialogo mostrato = script.Corrente();
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2080)), attesi[n][0]) << "node " << n;
         EXPECT_DOUBLE_EQ(std::stod(mostrato.Testo(2081)), attesi[n][1]) << "node " << n;
-        const std::int32_t nodi[][2] = {{1000, 1000}, {1000, 2000}, {2000, 1000}, {2000, 2000}, {2300, 600}, {2200, 2000}};
         Premi(nodi[n][0], nodi[n][1], 1);
     }
     ASSERT_TRUE(esito.get());
     EXPECT_TRUE(digit.IsCalibratoGriglia());
-
-    const struct { std::int32_t x, y; double est, nord; } punti[] = {
-        {1980, 1500, 149, 212.5}, {1020, 1980, 101, 224.5}, {1990, 1010, 149.5, 200.25}};
-    for (const auto& p : punti) {
-        const auto l = Misura(p.x, p.y);
-        ASSERT_TRUE(l.ok);
-        EXPECT_NEAR(l.est, p.est, 1e-9) << p.x << "," << p.y;
-        EXPECT_NEAR(l.nord, p.nord, 1e-9) << p.x << "," << p.y;
-    }
-}
-
-TEST_F(ProcedureTest, AGridLargerThanTheTablesIsAskedAgainWithABeep)
-{
-    ASSERT_TRUE(sim.Valida());
-    auto esito = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    Griglia({"22", "1", "0", "0", "1", "1"});
-    ASSERT_TRUE(AttendiFinche([&] { return Chiusi(dialogoGriglia) == 1; }));
-    ASSERT_TRUE(script.AttendiDialogo(dialogoGriglia));
-    script.Esc();
-    EXPECT_FALSE(esito.get());
-    EXPECT_EQ(utente.Beep(), std::vector<unsigned>{48});
-    EXPECT_EQ(Chiusi(dialogoDigitalizza), 0u);
+    AttesoA(1980, 1500, 149, 212.5);
+    AttesoA(1020, 1980, 101, 224.5);
+    AttesoA(1990, 1010, 149.5, 200.25);
 }
 
 // Two points then Escape leave no map; three give the affine map; a grid
@@ -207,23 +130,17 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     auto poche = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
     Digitalizza(tre[0]);
     Digitalizza(tre[1]);
-    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
-    script.Esc();
+    Fine();
     EXPECT_FALSE(poche.get());
     EXPECT_FALSE(digit.IsCalibrato());
 
     auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
     for (const TPunto& p : tre) Digitalizza(p);
-    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
-    script.Esc();
+    Fine();
     ASSERT_TRUE(prima.get());
     EXPECT_TRUE(digit.IsCalibrato());
     EXPECT_FALSE(digit.IsCalibratoGriglia());
-    const auto affine = Misura(500, 250);
-    ASSERT_TRUE(affine.ok);
-    EXPECT_NEAR(affine.est, 550, 1e-9);
-    EXPECT_NEAR(affine.nord, 225, 1e-9);
-    EXPECT_EQ(affine.bottone, 2);
+    AttesoA(500, 250, 550, 225);
     const std::size_t dialoghi = script.Chiusi().size();
 
     utente.Rispondi(IDNO);
@@ -235,17 +152,14 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     EXPECT_EQ(utente.Messaggi()[0].flags, MB_YESNO | MB_ICONQUESTION);
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
     EXPECT_EQ(script.Chiusi().size(), dialoghi);
-
-    const auto l = Misura(1000, 400);
-    ASSERT_TRUE(l.ok);
-    EXPECT_NEAR(l.est, 600, 1e-9);
-    EXPECT_NEAR(l.nord, 240, 1e-9);
+    AttesoA(1000, 400, 600, 240);
 }
 
-// The C interface's fits, given the points the procedures were given, leave
-// the same maps: every sampled point, inside the cells, on a corner and far
-// outside, goes to the same ground to the bit, and the grid's area is the
-// same. The grid is not affine, so a corner stored in the wrong cell shows.
+// Four points, and a fifth typed but given up with button 4, fit the four;
+// then a grid over them. The C interface's fits, given the same points, leave
+// the same maps to the bit, inside the cells, on a corner and far outside,
+// and the same area. The grid is not affine, so a node stored in the wrong
+// cell shows.
 TEST_F(ProcedureTest, TheCInterfaceFitsWhatTheProceduresFitToTheBit)
 {
     ASSERT_TRUE(sim.Valida());
@@ -261,11 +175,11 @@ TEST_F(ProcedureTest, TheCInterfaceFitsWhatTheProceduresFitToTheBit)
     };
 
     auto punti = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    const TPunto quattro[] = {tre[0], tre[1], tre[2], {1000, 1000, "604", "300"}};
-    for (const TPunto& p : quattro) Digitalizza(p);
-    ASSERT_TRUE(script.AttendiDialogo(dialogoPunto));
-    script.Esc();
+    for (const TPunto& p : tre) Digitalizza(p);
+    Digitalizza({1000, 1000, "604", "300"});
+    Digitalizza({7, 7, "9999", "9999"}, 4);
     ASSERT_TRUE(punti.get());
+    AttesoA(1000, 0, 601, 200);  // the least squares of the four
     velmarin_tablet* t = velmarin_open(nullptr);
     const std::int32_t px[] = {0, 1000, 0, 1000}, py[] = {0, 0, 1000, 1000};
     const double pe[] = {500, 600, 500, 604}, pn[] = {200, 200, 300, 300};

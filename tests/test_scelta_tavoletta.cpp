@@ -1,6 +1,5 @@
 // configDigit from the host's side: the model list, the radios, the three
-// buttons and their nested dialogs, and what reaches the host's record. The
-// cases that drive a tablet stand in test_scelta_tavoletta_linea_posix.cpp.
+// buttons and their nested dialogs, and what reaches the host's record.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -38,7 +37,6 @@ protected:
     CDigit digit;
 };
 
-// ---------------------------------------------------------------------------
 struct TCasoRiga {
     int riga;
     std::set<int> accesi, spenti;  // radios checked, radios disabled
@@ -89,14 +87,16 @@ INSTANTIATE_TEST_SUITE_P(
                       TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}, 0},
                       TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1}));
 
-// ---------------------------------------------------------------------------
-// What reaches the record of model 5 after a few actions.
+// What reaches the record of model 5 after a few actions. Each parity radio,
+// read by the button that reads the radios, reaches it as its own letter (a
+// pseudo-terminal ignores parity, so only the record tells a swap).
 struct TCasoAzioni {
     const char* nome;
     std::function<void(TBackendScript&)> azioni;
     int risultato;
     int tipo, velocita, porta;
     bool limitiDefiniti;
+    char parita = 'E';
 };
 
 std::ostream& operator<<(std::ostream& os, const TCasoAzioni& c) { return os << c.nome; }
@@ -113,6 +113,7 @@ TEST_P(AzioniTest, WhatReachesTheRecord)
     EXPECT_EQ(dati.velocita, c.velocita);
     EXPECT_EQ(dati.porta, c.porta);
     EXPECT_EQ(dati.limitiDefiniti, c.limitiDefiniti);
+    EXPECT_EQ(dati.parita, c.parita);
     EXPECT_EQ(dati.xMax, 3000) << "limits stay";
     EXPECT_THAT(utente.Beep(), IsEmpty());
 }
@@ -136,27 +137,15 @@ INSTANTIATE_TEST_SUITE_P(
                     IDOK, 5, 9600, 2, true},
         TCasoAzioni{"RisoluzionePoiBottoni",
                     [](TBackendScript& s) { s.Clic(2144); s.Clic(2150); s.Esc(); s.Invio(); }, IDOK, 5, 9600, 2,
-                    false}),
+                    false},
+        TCasoAzioni{"NessunaParita", [](TBackendScript& s) { s.Clic(2131); s.Clic(2150); s.Esc(); s.Invio(); },
+                    IDOK, 5, 9600, 2, true, 'N'},
+        TCasoAzioni{"ParitaPari", [](TBackendScript& s) { s.Clic(2132); s.Clic(2150); s.Esc(); s.Invio(); },
+                    IDOK, 5, 9600, 2, true, 'E'},
+        TCasoAzioni{"ParitaDispari", [](TBackendScript& s) { s.Clic(2133); s.Clic(2150); s.Esc(); s.Invio(); },
+                    IDOK, 5, 9600, 2, true, 'O'}),
     [](const ::testing::TestParamInfo<TCasoAzioni>& i) { return std::string(i.param.nome); });
 
-// Each parity radio, read by the button that reads the radios, reaches the
-// record as its own letter (a pseudo-terminal ignores parity, so only the
-// record tells a swap).
-TEST_F(SceltaTest, EachParityRadioReachesTheRecord)
-{
-    const std::pair<int, char> radio[] = {{2131, 'N'}, {2132, 'E'}, {2133, 'O'}};
-    for (const auto& [id, parita] : radio) {
-        TDataDigit dati = Modello5();
-        script.Clic(id);
-        script.Clic(2150);
-        script.Esc();
-        script.Invio();
-        EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
-        EXPECT_EQ(dati.parita, parita) << "radio " << id;
-    }
-}
-
-// ---------------------------------------------------------------------------
 TEST_F(SceltaTest, WithoutATabletTheButtonsOnlyBeep)
 {
     for (int tipo : {0, 42, -1}) {

@@ -17,23 +17,6 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::IsEmpty;
 
-// Model 1 on a simulated tablet behind COM1, no reset: each initialisation
-// sends "@" and the resolution. Without parity, which a pseudo-terminal
-// refuses once it has been reopened.
-class SceltaLineaTest : public TProvaDialoghi {
-protected:
-    SceltaLineaTest() { dati.porta = static_cast<std::int16_t>(sim.Porta()); }
-    std::size_t Inizializzazioni() const
-    {
-        sim.AttendiQuiete(300ms, 3s);
-        const std::string b = sim.ByteRicevuti();
-        return static_cast<std::size_t>(std::count(b.begin(), b.end(), '@'));
-    }
-    CDigit digit;
-    TTavolettaPty sim{1};
-    TDataDigit dati{1, 1, 9600, 'N', 8, 1, 1, 2, 4, {1, 2, 4, 8}, false, 0, 0, 0, 0};
-};
-
 struct TCasoInit {
     const char* nome;
     std::function<void(TBackendScript&)> azioni;
@@ -42,18 +25,26 @@ struct TCasoInit {
 
 std::ostream& operator<<(std::ostream& os, const TCasoInit& c) { return os << c.nome; }
 
-class InitTest : public SceltaLineaTest, public ::testing::WithParamInterface<TCasoInit> {};
+// Model 1 with limits on a simulated tablet, no reset: each initialisation
+// sends "@" and the resolution. Without parity, which a pseudo-terminal
+// refuses once it has been reopened.
+class InitTest : public TProvaDialoghi, public ::testing::WithParamInterface<TCasoInit> {
+protected:
+    CDigit digit;
+    TTavolettaPty sim{1};
+    TDataDigit dati{1, static_cast<std::int16_t>(sim.Porta()), 9600, 'N', 8, 1, 1, 2, 4, {1, 2, 4, 8}, true, 0, 0,
+                    1000, 1000};
+};
 
 TEST_P(InitTest, InitialisesOnlyWhenSomethingThatMattersChanged)
 {
     ASSERT_TRUE(sim.Valida());
-    dati.limitiDefiniti = true;
-    dati.xMax = 1000;
-    dati.yMax = 1000;
     GetParam().azioni(script);
     script.Invio();
     EXPECT_EQ(configDigit(nullptr, &digit, dati), IDOK);
-    EXPECT_EQ(Inizializzazioni(), GetParam().inizializzazioni) << sim.ByteRicevuti();
+    sim.AttendiQuiete(300ms, 3s);
+    const std::string b = sim.ByteRicevuti();
+    EXPECT_EQ(static_cast<std::size_t>(std::count(b.begin(), b.end(), '@')), GetParam().inizializzazioni) << b;
     EXPECT_THAT(utente.Messaggi(), IsEmpty()) << "every initialisation opened the port";
 }
 

@@ -1,6 +1,5 @@
 // The terminal front end without a terminal: the keys as a terminal sends
-// them, what each key does to a dialog, Backspace in an entry field, how a
-// screen is laid out and what its lines of help say.
+// them, what each key does to a dialog, how a screen is laid out.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,69 +14,66 @@
 #include "impaginazione.h"
 #include "platform/toldeko/testo_reale.h"
 #include "record_predefiniti.h"
-#include "support/utente_finto.h"
 #include "terminale.h"
 
 namespace {
 
-// A dialog with one control of every kind that takes the focus, and a
-// disabled entry that must be skipped.
-TStatoDialogo Dialogo()
+// What a key does to the control with the focus, on a dialog with one control
+// of every kind, a disabled entry, and two radio groups, the second with its
+// middle radio checked and its last disabled. Tab goes from group to group,
+// entering a group at its checked radio; the arrows go round within a group.
+TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
 {
-    auto el = [](int id, TTipoElemento tipo, bool abilitato = true) {
+    auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
         TStatoElemento e;
-        e.id = id;
-        e.tipo = tipo;
-        e.abilitato = abilitato;
+        std::tie(e.id, e.tipo, e.stile, e.check, e.abilitato) = std::make_tuple(id, tipo, stile, check, abilitato);
         return e;
     };
+    const auto radio = TTipoElemento::radio;
     TStatoDialogo s;
     s.modello = 1;
     s.elementi = {el(idNessuno, TTipoElemento::statico), el(2000, TTipoElemento::edit),
-                  el(2001, TTipoElemento::edit, false), el(1, TTipoElemento::predefinito),
-                  el(2, TTipoElemento::pulsante), el(2120, TTipoElemento::combo), el(2122, TTipoElemento::radio)};
+                  el(2001, TTipoElemento::edit, 0, 0, false), el(1, TTipoElemento::predefinito),
+                  el(2, TTipoElemento::pulsante), el(2120, TTipoElemento::combo),
+                  el(10, radio, stileInizioGruppo), el(11, radio), el(12, radio),
+                  el(20, radio, stileInizioGruppo), el(21, radio, 0, 1), el(22, radio, 0, 0, false)};
     s.elementi[5].voci = {{"a", 0}, {"b", 1}, {"c", 2}};
     s.elementi[5].selezione = 2;
-    return s;
-}
-
-// What a key does to the control with the focus. Typing, Backspace, Enter
-// and Escape in an entry field are what a person does in the terminal
-// session of the tool tests.
-TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
-{
     const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, invio{TTasto::invio, 0},
         spazio{TTasto::spazio, ' '}, sette{TTasto::carattere, '7'}, sinistra{TTasto::sinistra, 0},
-        destra{TTasto::destra, 0};
+        destra{TTasto::destra, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
     struct TCaso {
-        const char* nome;
-        int fuoco;  // index in Dialogo().elementi
+        int fuoco;  // index in s.elementi
         TLettura tasto;
         int fuocoDopo;
-        bool posta;
-        TTipoInput tipo;
-        int id;
-        std::string testo;
-        int indice;
+        bool posta = false;
+        TTipoInput tipo = {};
+        int id = 0;
+        std::string testo = "";
+        int indice = -1;
     };
     const TCaso casi[] = {
-        {"TabSaltaIlDisabilitato", 1, tab, 3, false, {}, 0, "", -1},
-        {"IndietroDalPrimoVaAllUltimo", 1, indietro, 6, false, {}, 0, "", -1},
-        {"FuocoSuUnDisabilitatoPassaOltre", 2, sette, 3, false, {}, 0, "", -1},
-        {"SenzaFuocoIlPrimoControllo", -1, sette, 1, true, TTipoInput::digita, 2000, "7", -1},
-        {"SpazioNellEntrata", 1, spazio, 1, true, TTipoInput::digita, 2000, " ", -1},
-        {"CarattereSuUnPulsanteNonFaNulla", 4, sette, 4, false, {}, 0, "", -1},
-        {"InvioSuUnPulsanteLoPreme", 4, invio, 4, true, TTipoInput::clic, 2, "", -1},
-        {"SpazioSulRadio", 6, spazio, 6, true, TTipoInput::clic, 2122, "", -1},
-        {"SpazioSullaListaRicomincia", 5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},
-        {"DestraSullUltimaVoceResta", 5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},
-        {"SinistraSullaLista", 5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
-        {"DestraFuoriListaSposta", 3, destra, 4, false, {}, 0, "", -1}};
+        {1, tab, 3},       // past the disabled entry
+        {2, sette, 3},     // a focus on a disabled control moves on
+        {-1, sette, 1, true, TTipoInput::digita, 2000, "7"},  // no focus: the first control
+        {1, spazio, 1, true, TTipoInput::digita, 2000, " "},
+        {4, sette, 4},     // a character on a button does nothing
+        {4, invio, 4, true, TTipoInput::clic, 2},
+        {6, spazio, 6, true, TTipoInput::clic, 10},
+        {5, spazio, 5, true, TTipoInput::scegli, 2120, "", 0},  // Space on a list starts it again
+        {5, destra, 5, true, TTipoInput::scegli, 2120, "", 2},  // Right on the last entry stays
+        {5, sinistra, 5, true, TTipoInput::scegli, 2120, "", 1},
+        {3, destra, 4},    // off a list Right moves
+        {5, tab, 6}, {6, tab, 10}, {7, tab, 10}, {10, tab, 1},  // none checked: the group's first
+        {1, indietro, 10}, {10, indietro, 6},
+        {6, giu, 7}, {8, giu, 6}, {6, su, 8}, {10, giu, 9}, {9, su, 10},  // round, past the disabled one
+        {1, giu, 3},       // outside a group an arrow moves like Tab
+    };
     for (const TCaso& c : casi) {
-        SCOPED_TRACE(c.nome);
+        SCOPED_TRACE("case " + std::to_string(&c - casi));
         int fuoco = c.fuoco;
         TInput input;
-        const bool posta = InputPerTasto(Dialogo(), c.tasto, fuoco, input);
+        const bool posta = InputPerTasto(s, c.tasto, fuoco, input);
         EXPECT_EQ(fuoco, c.fuocoDopo);
         ASSERT_EQ(posta, c.posta);
         if (!posta) continue;
@@ -119,64 +115,17 @@ TEST(LunghezzaTasto, SeparaITastiArrivatiInsieme)
     EXPECT_EQ(DecodificaTasto(reinterpret_cast<const unsigned char*>("\x1b"), 1).tasto, TTasto::esc);
 }
 
-// Tab goes from group to group, entering a radio group at its checked radio;
-// the arrows go round within a group. Two groups between an entry and a
-// button, the second with its middle radio checked and its last disabled.
-TEST(InputPerTasto, TabTraIGruppiFrecceNelGruppo)
-{
-    auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
-        TStatoElemento e;
-        std::tie(e.id, e.tipo, e.stile, e.check, e.abilitato) = std::make_tuple(id, tipo, stile, check, abilitato);
-        return e;
-    };
-    const auto radio = TTipoElemento::radio;
-    TStatoDialogo s;
-    s.modello = 1;
-    s.elementi = {el(2000, TTipoElemento::edit),       el(10, radio, stileInizioGruppo), el(11, radio),
-                  el(12, radio),                       el(20, radio, stileInizioGruppo), el(21, radio, 0, 1),
-                  el(22, radio, 0, 0, false),          el(1, TTipoElemento::predefinito)};
-    const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
-    struct TCaso { int fuoco; TLettura tasto; int dopo; };
-    const TCaso casi[] = {
-        {0, tab, 1}, {1, tab, 5}, {2, tab, 5}, {5, tab, 7},  // none checked: the group's first radio
-        {7, indietro, 5}, {5, indietro, 1},
-        {1, giu, 2}, {3, giu, 1}, {1, su, 3}, {5, giu, 4}, {4, su, 5},  // round, past the disabled one
-        {0, giu, 1},  // outside a group an arrow moves like Tab
-    };
-    for (const TCaso& c : casi) {
-        int fuoco = c.fuoco;
-        TInput input;
-        EXPECT_FALSE(InputPerTasto(s, c.tasto, fuoco, input));
-        EXPECT_EQ(fuoco, c.dopo) << "case " << (&c - casi);
-    }
-}
-
-// Backspace reaches the field through the toolkit: it erases the last
-// character, and on an empty field it erases nothing.
-TEST(CancellaNellEntrata, CancellaLUltimoCarattere)
-{
-    TUtenteFinto utente;
-    utente.script.Digita(2000, "12\b3");
-    utente.script.Digita(2001, "\b\b-5");
-    utente.script.Invio();
-    double est = 0, nord = 0;
-    ASSERT_EQ(dialogSelectPtiSparsi(nullptr, est, nord), 1);
-    EXPECT_EQ(est, 13.0);
-    EXPECT_EQ(nord, -5.0);
-}
-
-TStatoDialogo StatoDi(unsigned modello) { return TFinestraDialogo(*ModelloDialogo(modello)).Fotografia(); }
-
 // Every dialog on a screen of 80 by 24, with the tablet's line above it,
 // two lines of help and a notice under it: all of it shows, nothing wider
-// than the screen, nothing cut.
+// than the screen, nothing cut. A message box over it shows whole and takes
+// the focus.
 TEST(Impagina, OgniDialogoSta80Per24)
 {
     for (unsigned modello = 10040; modello <= 10046; ++modello) {
         SCOPED_TRACE(modello);
         TContenutoSchermo c;
         c.intestazione = "velmarin-host: Summa MicroGrid 3 on COM1 (simulated, /dev/pts/12)";
-        c.stato = StatoDi(modello);
+        c.stato = TFinestraDialogo(*ModelloDialogo(modello)).Fotografia();
         c.fuoco = static_cast<int>(c.stato.elementi.size()) - 1;
         c.aiuto = {TastiDelControllo(c.stato, c.fuoco), "Press tablet button 1 (Conferma) on the point; Esc gives up."};
         c.avviso = "Refused: East and North both need a number.";
@@ -184,25 +133,23 @@ TEST(Impagina, OgniDialogoSta80Per24)
         ASSERT_LE(s.righe.size(), 24u);
         EXPECT_EQ(s.righe.front(), c.intestazione);
         EXPECT_EQ(s.righe.back(), " " + c.avviso);
-        const std::string tutto = [&] {
-            std::string t;
-            for (const std::string& r : s.righe) t += r + "\n";
-            return t;
-        }();
+        std::string tutto;
+        for (const std::string& r : s.righe) {
+            EXPECT_LE(CelleTesto(r).size(), 80u) << r;
+            tutto += r + "\n";
+        }
         EXPECT_EQ(tutto.find("more lines"), std::string::npos) << tutto;
         EXPECT_NE(tutto.find("+=" + (c.stato.titolo.empty() ? "" : " " + c.stato.titolo)), std::string::npos) << tutto;
-        for (const std::string& r : s.righe) EXPECT_LE(CelleTesto(r).size(), 80u) << r;
         EXPECT_GE(s.rigaFuoco, 1);
 
-        // A message box stands over the dialog, whole, and takes the focus.
         c.riquadro = {"+= Scelta Tavoletta =============================================+",
                       "| Modificando alcuni parametri si annulla la calibrazione ! |",
                       "+----------------------------------------------------------+"};
         const TSchermata b = Impagina(c, 80, 24);
         ASSERT_EQ(b.righe.size(), s.righe.size());
-        bool visto = false;
-        for (const std::string& r : b.righe) visto = visto || r.find(c.riquadro[1]) != std::string::npos;
-        EXPECT_TRUE(visto);
+        std::string sopra;
+        for (const std::string& r : b.righe) sopra += r + "\n";
+        EXPECT_NE(sopra.find(c.riquadro[1]), std::string::npos) << sopra;
         EXPECT_EQ(b.rigaFuoco, -1);
     }
 }

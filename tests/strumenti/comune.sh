@@ -25,27 +25,22 @@ verifica() {  # verifica DESCRIPTION CONDITION...
 
 contiene() { grep -q -- "$2" "$1"; }
 
-# Waits up to 10 s until the file $1 contains $2.
-attendi_testo() {
-    for _ in $(seq 100); do
-        contiene "$1" "$2" && return 0
-        sleep 0.1
-    done
-    return 1
-}
-
-# Waits up to 30 s for the text $1 on the tmux screen of $sessione, kept in
-# $temp/schermo (wrapped lines joined); shows the screen when it never comes.
-attendi() {
+# Waits up to 30 s (a sanitizer build is slow) until what the command $1
+# prints shows the text $2; keeps the print in $temp/$1, and shows it when
+# the text never comes.
+aspetta() {
     for _ in $(seq 300); do
-        tmux capture-pane -p -J -t "$sessione" >"$temp/schermo" 2>/dev/null
-        grep -q -- "$1" "$temp/schermo" && return 0
+        "$1" >"$temp/$1" 2>/dev/null
+        grep -q -- "$2" "$temp/$1" && return 0
         sleep 0.1
     done
-    echo "--- the screen does not show: $1"
-    cat "$temp/schermo"
+    echo "--- $1 does not show: $2"
+    cat "$temp/$1"
     return 1
 }
+# The tmux screen of $sessione, wrapped lines joined.
+schermo() { tmux capture-pane -p -J -t "$sessione"; }
+attendi() { aspetta schermo "$1"; }
 
 # Starts velmarin-sim with the given options and sets $dispositivo to its
 # device path, once it is printed; $uscita_sim is the file of its output. Each

@@ -1,13 +1,10 @@
 #!/bin/sh
-# Digitizing a map as a person does it: velmarin-host runs in tmux at 80x24
-# on a velmarin-sim whose strokes come from this script, line by line, when
-# the screen asks for them. The set-up file gives the buttons their
-# functions; four exact points calibrate; a point, a line, a polyline and a
-# free-drawn polyline are digitized; the host is killed with SIGKILL in the
-# middle of a second polyline. The file, read back with GDAL, opens and holds
-# the four ended features exactly, in ground coordinates, with the CRS asked
-# for. Once into a GeoPackage and once into GeoJSON. Skipped (77) without
-# tmux, GDAL's programs or a host built with GDAL.
+# Digitizing a map as a person does it, in tmux at 80x24, on a velmarin-sim
+# fed stroke by stroke: four points calibrate, four features are digitized,
+# and the host is killed with SIGKILL in the middle of a fifth. Read back
+# with GDAL, the GeoPackage and the GeoJSON file hold the four, exactly, in
+# the CRS asked for. Skipped (77) without tmux, GDAL's programs or a host
+# built with GDAL.
 HOST=$1
 SIM=$2
 . "$(dirname "$0")/comune.sh"
@@ -90,7 +87,9 @@ for formato in gpkg geojson; do
     premi 8000 12000 1
     premi 8000 12000 4
     premi 10000 10000 5
-    for y in 10100 10200 10300 10400; do sposta 10000 $y; done
+    # Free drawing: each position held four steps, so that a busy host that
+    # misses a report or two still sees it.
+    for y in 10100 10200 10300 10400; do sposta 10000 $y; sposta 10000 $y; done
     premi 10000 10400 4
     verifica "$formato: four features are shown" attendi "feature 4: polyline, 3 vertices"
     premi 20000 4000 2

@@ -1,13 +1,8 @@
 #!/bin/sh
-# The terminal front end as a first-time user meets it, on a screen of 80 by
-# 24: velmarin-host runs in tmux, keys go in with send-keys and the screen
-# comes back with capture-pane. The menu; the tablet selection with another
-# model and port, its buttons, limits digitized by the built-in tablet and
-# the live test; a watch of the new tablet; a cancelled selection that
-# leaves it working; a calibration by four points and one by a grid. Then,
-# in a shell, a dialog stopped with Ctrl-Z and taken up again with fg, and a
-# window that changes size. The built-in tablet goes five times a person's
-# pace. Skipped (77) without tmux.
+# The terminal front end as a first-time user meets it, in tmux at 80 by 24:
+# the menu, the tablet selection and its nested dialogs, watches, a cancelled
+# selection, calibrations by points and by grid; then, in a shell, Ctrl-Z and
+# fg in a dialog and a window that changes size. Skipped (77) without tmux.
 HOST=$1
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-prova
@@ -18,28 +13,13 @@ schermo() { tmux capture-pane -p -t "$sessione"; }
 storia() { tmux capture-pane -p -S -200 -t "$sessione"; }
 # The control in reverse video.
 fuoco() { tmux capture-pane -p -e -t "$sessione" | grep -o "${esc}\[7m[^${esc}]*" | sed "s/${esc}\[7m//"; }
-# Waits up to 30 s (a sanitizer build is slow) for the text $2 in what $1
-# shows, kept in $temp/$1.
-aspetta() {
-    for _ in $(seq 300); do
-        "$1" >"$temp/$1"
-        grep -q -- "$2" "$temp/$1" && return 0
-        sleep 0.1
-    done
-    echo "--- $1 does not show: $2"
-    cat "$temp/$1"
-    return 1
-}
-attendi() { aspetta schermo "$1"; }
 # Waits until the screen no longer shows $1.
 sparito() {
     for _ in $(seq 300); do
-        schermo >"$temp/schermo"
-        grep -q -- "$1" "$temp/schermo" || return 0
+        schermo | grep -q -- "$1" || return 0
         sleep 0.1
     done
     echo "--- the screen still shows: $1"
-    cat "$temp/schermo"
     return 1
 }
 ultima() { schermo | grep -v '^$' | tail -n1; }

@@ -1,7 +1,6 @@
 // What the dialog tests share: a person in front of the dialogs, a second
-// thread that plays the reader thread on the dialog's target, and the check,
-// after each test, that no dialog waited for input that never came and no
-// queued action was left over.
+// thread that plays the reader thread on the dialog's target, and the check
+// that no dialog waited for input that never came and no action was left.
 #ifndef VELMARIN_TEST_PROVA_DIALOGHI_H
 #define VELMARIN_TEST_PROVA_DIALOGHI_H
 
