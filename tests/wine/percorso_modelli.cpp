@@ -12,7 +12,7 @@
 //
 // On Windows, --coda-muta makes the port misreport as Wine has been seen to:
 // ClearCommError says the queue is empty and WaitCommEvent gives a blank mask,
-// whatever waits. The transcript must still be the same.
+// whatever waits (coda_muta_win32.cpp). The transcript must still be the same.
 //
 // usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]
 //   DEVICE: what COM1 is mapped to ("" for none); MODELS: e.g. "46", default all
@@ -21,9 +21,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "digit.h"
@@ -34,9 +32,7 @@
 #include "support/utente_finto.h"
 #include "tablet/catalogo.h"
 
-#if defined(_WIN32)
-#include "wine/coda_muta.h"
-#endif
+void RendiCodaMuta();  // Windows only, before a port opens
 
 namespace {
 
@@ -93,25 +89,14 @@ TDataDigit Dati(int tipo, int porta)
     return d;
 }
 
-struct TStato {
-    std::int32_t x, y;
-    int bottone;
-};
-
 // Shows a pointer state as the tablet does, until the target has heard
 // `quante` notifications in all. A repeated state adds nothing, so the
 // repeats only make up for what a read merged or a poll missed.
-std::string Comando(const TStato& s)
+bool Suona(const TNotifica& s, const TRegistratore& reg, std::size_t quante)
 {
-    std::ostringstream comando;
-    comando << "stato " << s.x << " " << s.y << " " << s.bottone;
-    return comando.str();
-}
-
-bool Suona(const TStato& s, const TRegistratore& reg, std::size_t quante)
-{
-    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(Comando(s)); },
-                        limiteAscolto);
+    const std::string comando =
+        "stato " + std::to_string(s.x) + " " + std::to_string(s.y) + " " + std::to_string(s.bottone);
+    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(comando); }, limiteAscolto);
 }
 
 // The close of a connected object, timed: reset off, so that only the close
@@ -131,8 +116,8 @@ void Chiudi(std::unique_ptr<CDigit> digit, TControlli& c, int tipo)
 bool Modello(int tipo, int bottone, TControlli& c)
 {
     const std::string nome = "model " + std::to_string(tipo);
-    const TStato tratto[] = {{1000, 2000, 0}, {1500, 2500, 0}, {1500, 2500, 1},
-                             {1700, 2700, 0}, {1700, 2700, bottone}, {1800, 2800, 0}};
+    const std::vector<TNotifica> tratto = {Mossa(1000, 2000), Mossa(1500, 2500), Pressione(1, 1500, 2500),
+                                           Mossa(1700, 2700), Pressione(bottone, 1700, 2700), Mossa(1800, 2800)};
     Chiedi("modello " + std::to_string(tipo));
     auto digit = std::make_unique<CDigit>(Dati(tipo, portaTavoletta));
     c.t << nome << "\n";
@@ -141,27 +126,23 @@ bool Modello(int tipo, int bottone, TControlli& c)
     c.t << "  programmed with: " << Chiedi("ricevuti") << "\n";
 
     TRegistratore host;
-    std::vector<TNotifica> attese;
-    bool sentite = true;
-    if (tipo == 4) Chiedi(Comando(tratto[0]));  // the first poll goes out with the target
+    if (tipo == 4) Chiedi("stato 1000 2000 0");  // the first poll goes out with the target
     c.Verifica(digit->SetCommNotificationTo(&host) == 1, nome + ": SetCommNotificationTo");
-    for (const TStato& s : tratto) {
-        attese.push_back(s.bottone ? Pressione(s.bottone, s.x, s.y) : Mossa(s.x, s.y));
-        sentite = sentite && Suona(s, host, attese.size());
-    }
+    std::size_t sentite = 0;
+    while (sentite < tratto.size() && Suona(tratto[sentite], host, sentite + 1)) ++sentite;
     if (tipo == 4) {
         const int poll = std::stoi(Chiedi("poll"));
         const bool catena = AttendiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; }, limiteAscolto);
         c.Verifica(catena, nome + ": each answer to a poll brings the next poll");
     }
     digit->StopCommNotification();
-    c.Verifica(sentite && host.Notifiche() == attese,
+    c.Verifica(host.Notifiche() == tratto,
                nome + ": every state of the stroke is heard once (the tablet got: " + Chiedi("ricevuti") + ")");
     c.t << "  heard:";
     for (const TNotifica& n : host.Notifiche()) c.t << " " << n;
     c.t << "\n";
     Chiudi(std::move(digit), c, tipo);
-    return sentite;
+    return sentite == tratto.size();
 }
 
 void PortaMancante(const TUtenteFinto& ui, TControlli& c)
@@ -174,14 +155,19 @@ void PortaMancante(const TUtenteFinto& ui, TControlli& c)
     c.t << "missing port: Init " << (aperta ? "true" : "false");
     const std::vector<TMessaggio> messaggi = ui.Messaggi();
     for (std::size_t i = prima; i < messaggi.size(); ++i) {
-        const TMessaggio& m = messaggi[i];
         std::string testo;
-        for (char ch : m.testo) testo += ch == '\n' ? std::string("\\n") : std::string(1, ch);
-        c.t << ", box \"" << m.titolo << "\" \"" << testo << "\" flags " << m.flags;
+        for (char ch : messaggi[i].testo) testo += ch == '\n' ? std::string("\\n") : std::string(1, ch);
+        c.t << ", box \"" << messaggi[i].titolo << "\" \"" << testo << "\" flags " << messaggi[i].flags;
     }
     for (unsigned b : ui.Beep()) c.t << ", beep " << b;
     c.t << "\n";
     IODevMapPort(portaMancante, nullptr);
+}
+
+std::string Raccolti()
+{
+    TCancelloConsegna cancello;
+    return std::string(reinterpret_cast<const char*>(digitLink.bufReport), static_cast<std::size_t>(digitLink.numAccum));
 }
 
 // Raw bytes in two bursts, gathered with no report format, must all arrive
@@ -189,61 +175,45 @@ void PortaMancante(const TUtenteFinto& ui, TControlli& c)
 // bytes wait must still deliver them.
 void OgniByte(TControlli& c)
 {
-    constexpr std::size_t primi = 600, tutti = 1000;
-    std::string flusso, hex;
-    for (std::size_t i = 0; i < tutti; ++i) flusso += static_cast<char>((i * 7 + i / 256) & 0xFF);
-    const auto Invia = [&](std::size_t da, std::size_t a) {
-        std::string comando = "invia";
-        char b[4];
-        for (std::size_t i = da; i < a; ++i) {
-            std::snprintf(b, sizeof b, " %02X", static_cast<unsigned char>(flusso[i]));
-            comando += b;
-        }
-        return Chiedi(comando) == "ok";
-    };
-    const auto Raccolti = [] {
-        TCancelloConsegna cancello;
-        return static_cast<std::size_t>(digitLink.numAccum);
-    };
+    std::string flusso;
+    for (std::size_t i = 0; i < 1000; ++i) flusso += static_cast<char>((i * 7 + i / 256) & 0xFF);
     Chiedi("modello 8");
     auto digit = std::make_unique<CDigit>(Dati(8, portaTavoletta));
     c.Verifica(digit->Init(nullptr), "raw bytes: Init");
     Scrivi(digitLink.lenReport, dimBuffer);  // no format: the gather only grows
-    c.Verifica(Invia(0, primi), "raw bytes: first burst sent");
-    c.Verifica(AttendiFinche([&] { return Raccolti() >= primi; }, limiteAscolto), "raw bytes: the first burst arrives");
-    c.Verifica(Invia(primi, tutti), "raw bytes: second burst sent");
-    c.Verifica(AttendiFinche([&] { return Raccolti() >= tutti; }, limiteAscolto), "raw bytes: the second burst arrives");
-    std::string raccolti;
-    {
-        TCancelloConsegna cancello;
-        raccolti.assign(reinterpret_cast<const char*>(digitLink.bufReport), static_cast<std::size_t>(digitLink.numAccum));
+    std::size_t da = 0;
+    for (std::size_t fine : {600, 1000}) {
+        std::string comando = "invia";
+        char b[4];
+        for (std::size_t i = da; i < fine; ++i) {
+            std::snprintf(b, sizeof b, " %02X", static_cast<unsigned char>(flusso[i]));
+            comando += b;
+        }
+        c.Verifica(Chiedi(comando) == "ok", "raw bytes: a burst sent");
+        c.Verifica(AttendiFinche([&] { return Raccolti().size() >= fine; }, limiteAscolto), "raw bytes: the burst arrives");
+        da = fine;
     }
+    const std::string raccolti = Raccolti();
     c.Verifica(raccolti == flusso, "raw bytes: all of them, in order");
-    c.t << "raw bytes: " << raccolti.size() << " of " << tutti << " gathered" << (raccolti == flusso ? ", in order" : "") << "\n";
+    c.t << "raw bytes: " << raccolti.size() << " of " << flusso.size() << " gathered"
+        << (raccolti == flusso ? ", in order" : "") << "\n";
     Chiudi(std::move(digit), c, 8);
-}
-
-// Takes the leading --coda-muta off the arguments; false if it cannot be had.
-bool CodaMutaSeChiesta(int& argc, char**& argv)
-{
-    if (argc < 2 || std::string(argv[1]) != "--coda-muta") return true;
-    --argc;
-    ++argv;
-#if defined(_WIN32)
-    RendiCodaMuta();
-    return true;
-#else
-    return false;
-#endif
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    if (!CodaMutaSeChiesta(argc, argv) || argc < 2) {
-        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]\n"
-                     "  (--coda-muta on Windows only)\n";
+    const bool codaMuta = argc > 1 && std::string(argv[1]) == "--coda-muta";
+    argc -= codaMuta;
+    argv += codaMuta;
+#if defined(_WIN32)
+    if (codaMuta) RendiCodaMuta();
+#else
+    if (codaMuta) argc = 0;
+#endif
+    if (argc < 2) {
+        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]] (--coda-muta on Windows only)\n";
         return 2;
     }
     std::ofstream trascrizione(argv[1], std::ios::binary);  // the same line ends everywhere
