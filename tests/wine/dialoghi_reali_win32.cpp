@@ -1,12 +1,9 @@
-// The library's dialogs as Windows shows them, worked as a person works
-// them: the library's call runs on a thread of its own, the dialogs' thread,
-// while the test's thread works the dialogs (wine/finestre.h) and presses the
-// tablet, standing in for the library's reader thread. What the library
-// returns and stores is checked, and what the real controls show.
-//
-// Run inside a virtual X display (xvfb-run): without one Wine makes no
-// window, and every dialog is cancelled. With VELMARIN_IMMAGINI set, each
-// of the seven dialogs is written there as a 24-bit BMP, as Windows draws it.
+// The library's dialogs as Windows shows them, worked as a person works them
+// (wine/finestre.h) while the library's call runs on a thread of its own; the
+// test's thread presses the tablet, standing in for the reader thread. Run in
+// a virtual X display: without one Wine makes no window, and every dialog is
+// cancelled. With VELMARIN_IMMAGINI set, each of the seven dialogs is written
+// there as a 24-bit BMP, as Windows draws it.
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -1,18 +1,12 @@
 // The eight models end to end through COM1, built for Linux and for Windows
-// alike. A simulated tablet on a pseudo-terminal (sim_comandata) answers on
-// standard input what this program asks of it on standard output; under Wine
-// COM1 is that terminal, on Linux the port is mapped to it.
-//
-// For each model: connect, program the tablet (what reaches it is written to
-// the transcript), play a stroke and check that every state becomes its
-// notification, keep the poll chain of the polled model going, and close,
-// failing if the close hangs. Then a port that does not exist, and a stream of
-// raw bytes that must all arrive. The transcript of a run on Windows must
-// equal the one on Linux: the wrapper compares them.
-//
-// On Windows, --coda-muta makes the port misreport as Wine has been seen to:
-// ClearCommError says the queue is empty and WaitCommEvent gives a blank mask,
-// whatever waits (coda_muta_win32.cpp). The transcript must still be the same.
+// alike, on a simulated tablet (sim_comandata) that answers on standard input
+// what this program asks of it on standard output. For each model: connect,
+// program the tablet, play a stroke that every state of must be heard, keep
+// the polled model's poll chain going, and close in time. Then a port that
+// does not exist, and raw bytes that must all arrive. What reached the tablet,
+// what was heard and the boxes go to the transcript, which must be the same
+// on Windows as on Linux. On Windows, --coda-muta makes the port misreport as
+// Wine has been seen to (coda_muta_win32.cpp).
 //
 // usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]
 //   DEVICE: what COM1 is mapped to ("" for none); MODELS: e.g. "46", default all

@@ -8,12 +8,7 @@
 #
 # usage: prova_modelli.sh SIM_COMANDATA PERCORSO_LINUX PERCORSO_WINDOWS.exe PREFIX ESEGUI_WINE LOADER
 set -u
-if [ ! -x "$1" ] || [ ! -x "$2" ]; then
-    echo "no Linux build with the simulated tablet at $(dirname "$1"): skipped"
-    exit 77
-fi
-sim=$(realpath "$1") linux=$(realpath "$2") windows=$(realpath "$3")
-prefisso=$(realpath -m "$4") esegui_wine=$5 loader=$6
+sim=$1 linux=$2 windows=$(realpath "$3") prefisso=$(realpath -m "$4") esegui_wine=$5 loader=$6
 . "$(dirname "$0")/sim_com1.sh"
 cd "$temp" || exit 1
 fallite=0

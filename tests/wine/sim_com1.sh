@@ -3,8 +3,13 @@
 # answers on fd 3, and COM1 of the test's own prefix (whose map restarts it)
 # mapped to its device.
 #
-# Needs $sim, $prefisso, $esegui_wine and $loader; sets $temp, and
-# $dispositivo once the tablet runs. Everything goes on exit.
+# Needs $prefisso, $esegui_wine, $loader and $sim (and $linux, if set): these
+# two come from a Linux build of the tree; without one the test is skipped.
+# Sets $temp, and $dispositivo once the tablet runs. Everything goes on exit.
+for programma in "$sim" ${linux:+"$linux"}; do
+    [ -x "$programma" ] || { echo "no Linux build with $programma: skipped"; exit 77; }
+done
+sim=$(realpath "$sim") linux=$(realpath -m "${linux:-}")
 export WINEPREFIX=$prefisso WINELOADER=$loader WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 temp=$(mktemp -d)
 pid_sim=""
