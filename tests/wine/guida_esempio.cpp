@@ -13,7 +13,6 @@
 #include <cwchar>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "tools/esempio_win32/comandi.h"
 #include "wine/finestre.h"
@@ -82,18 +81,7 @@ struct TOspite {
         return Verifica(ok, cosa + " (the title says \"" + Titolo() + "\")");
     }
     void Comando(int id) const { PostMessageW(finestra, WM_COMMAND, id, 0); }
-    std::vector<std::wstring> Righe() const
-    {
-        HWND lista = GetDlgItem(finestra, IDC_PRESSIONI);
-        std::vector<std::wstring> righe;
-        const LRESULT n = SendMessageW(lista, LB_GETCOUNT, 0, 0);
-        for (LRESULT i = 0; i < n; ++i) {
-            std::wstring riga(static_cast<std::size_t>(SendMessageW(lista, LB_GETTEXTLEN, i, 0)) + 1, L'\0');
-            riga.resize(static_cast<std::size_t>(SendMessageW(lista, LB_GETTEXT, i, reinterpret_cast<LPARAM>(&riga[0]))));
-            righe.push_back(riga);
-        }
-        return righe;
-    }
+    LRESULT Righe() const { return SendDlgItemMessageW(finestra, IDC_PRESSIONI, LB_GETCOUNT, 0, 0); }
 };
 
 // The host beside this program, which is where a program's directory
@@ -180,11 +168,13 @@ bool CalibraPunti(const TOspite& o)
 // A press, and the host's new line for it without its number.
 std::wstring PremiEleggi(const TOspite& o, int x, int y, int bottone)
 {
-    const std::size_t prima = o.Righe().size();
-    if (!Premi(x, y, bottone, [&] { return o.Righe().size() > prima; })) return L"";
-    const std::wstring riga = o.Righe().back();
-    std::cerr << "  " << Stretto(riga) << std::endl;
-    return riga.substr(riga.find(L": ") + 2);
+    const LRESULT prima = o.Righe();
+    if (!Premi(x, y, bottone, [&] { return o.Righe() > prima; })) return L"";
+    wchar_t riga[256] = L"";
+    SendDlgItemMessageW(o.finestra, IDC_PRESSIONI, LB_GETTEXT, o.Righe() - 1, reinterpret_cast<LPARAM>(riga));
+    const std::wstring letta(riga);
+    std::cerr << "  " << Stretto(letta) << std::endl;
+    return letta.substr(letta.find(L": ") + 2);
 }
 
 // Presses at known places of the sheet: its centre, a point a quarter of the
