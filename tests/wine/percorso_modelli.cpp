@@ -8,8 +8,8 @@
 // on Windows as on Linux. On Windows, --coda-muta makes the port misreport as
 // Wine has been seen to (coda_muta_win32.cpp).
 //
-// usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]
-//   DEVICE: what COM1 is mapped to ("" for none); MODELS: e.g. "46", default all
+// usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE]
+//   DEVICE: what COM1 is mapped to, if anything
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -205,16 +205,15 @@ int main(int argc, char** argv)
     if (codaMuta) argc = 0;
 #endif
     if (argc < 2) {
-        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]] (--coda-muta on Windows only)\n";
+        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE] (--coda-muta on Windows only)\n";
         return 2;
     }
     trascrizione.open(argv[1], std::ios::binary);  // the same line ends everywhere
-    if (argc > 2 && *argv[2]) IODevMapPort(portaTavoletta, argv[2]);
-    const std::string modelli = argc > 3 ? argv[3] : "12345678";
+    if (argc > 2) IODevMapPort(portaTavoletta, argv[2]);
     TUtenteFinto ui;
     const int secondoBottone[] = {0, 3, 3, 3, 10, 12, 12, 10, 4};
-    for (char m : modelli)
-        if (m >= '1' && m <= '8' && !Modello(m - '0', secondoBottone[m - '0'])) break;  // a deaf port
+    for (int m = 1; m <= 8; ++m)
+        if (!Modello(m, secondoBottone[m])) break;  // a deaf port
     PortaMancante(ui);
     OgniByte();
     Chiedi("fine");
