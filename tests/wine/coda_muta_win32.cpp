@@ -1,7 +1,7 @@
-// The misreporting port of coda_muta.h, through the Win32 layer's table of
-// Comm calls.
-#include "wine/coda_muta.h"
-
+// A port that misreports as Wine has been seen to: ClearCommError says its
+// queue is empty and WaitCommEvent gives a blank mask, whatever waits. The
+// misreporting calls take the reader's place of the system's own, through
+// the Win32 layer's table of Comm calls; they still do the system's work.
 #include "link/servizi_comm_win32.h"
 
 namespace {

@@ -1,31 +1,24 @@
 // Drives the Windows sample host (velmarin-esempio, beside this program) as a
-// person would, through window messages, while a simulated tablet on COM1
+// person would (wine/finestre.h), while a simulated tablet on COM1
 // (sim_comandata) answers on standard input what this program asks of it on
-// standard output. It chooses a Numonics tablet on COM1 in the library's
-// selection dialog and digitizes its limits, calibrates by four points whose
-// ground position is known, presses at known places and reads the host's
-// list; then it quits, starts the host again and checks that the host comes
-// back on the same tablet. Each check prints "ok" or "FAIL" on standard
-// error; the result is the number of failures.
+// standard output. It chooses a Numonics tablet on COM1 and digitizes its
+// limits, calibrates by four points whose ground position is known, presses
+// at known places and reads the host's list; then it quits, starts the host
+// again and checks that the host comes back on the same tablet. Each check
+// prints "ok" or "FAIL" on standard error; the result is the number of
+// failures.
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
-#include <cmath>
-#include <cstdio>
 #include <cwchar>
 #include <iostream>
 #include <string>
-#include <vector>
 
-#include "support/ripeti.h"
 #include "tools/esempio_win32/comandi.h"
+#include "wine/finestre.h"
 
 namespace {
 
-using namespace std::chrono_literals;
-
-// Generous: Wine on a loaded machine, and the tablet's set-up waits seconds.
-constexpr auto limite = 60s;
 int fallite = 0;
 
 bool Verifica(bool vero, const std::string& cosa)
@@ -33,6 +26,19 @@ bool Verifica(bool vero, const std::string& cosa)
     std::cerr << (vero ? "ok   " : "FAIL ") << cosa << std::endl;
     if (!vero) ++fallite;
     return vero;
+}
+
+template <class F>
+bool VerificaFinche(F fatto, const std::string& cosa)
+{
+    return Verifica(AttendiFinche(fatto, limiteFinestre), cosa);
+}
+
+HWND Dialogo(const wchar_t* titolo, const std::string& cosa)
+{
+    HWND h = Attendi(titolo);
+    Verifica(h != nullptr, cosa + " opens");
+    return h;
 }
 
 std::string Sim(const std::string& comando)
@@ -43,73 +49,7 @@ std::string Sim(const std::string& comando)
     return risposta;
 }
 
-std::wstring Testo(HWND h)
-{
-    wchar_t testo[512] = L"";
-    DWORD_PTR n = 0;
-    SendMessageTimeoutW(h, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(testo), SMTO_ABORTIFHUNG, 5000, &n);
-    return testo;
-}
-
 std::string Stretto(const std::wstring& w) { return std::string(w.begin(), w.end()); }
-
-// The visible top-level windows of process `pid` that `accetta` takes.
-template <class F>
-HWND Finestra(DWORD pid, F accetta)
-{
-    struct TCerca {
-        DWORD pid;
-        F& accetta;
-        HWND trovata;
-    } cerca{pid, accetta, nullptr};
-    EnumWindows(
-        [](HWND h, LPARAM lp) -> BOOL {
-            auto& c = *reinterpret_cast<TCerca*>(lp);
-            DWORD pid = 0;
-            GetWindowThreadProcessId(h, &pid);
-            if (pid != c.pid || !IsWindowVisible(h) || !c.accetta(h)) return TRUE;
-            c.trovata = h;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&cerca));
-    return cerca.trovata;
-}
-
-// A dialog of the library is known by a control that only it has.
-HWND Dialogo(DWORD pid, int controllo)
-{
-    return Finestra(pid, [&](HWND h) { return GetDlgItem(h, controllo) != nullptr; });
-}
-
-// Waits until `fatto` holds, and says so as the check `cosa`.
-template <class F>
-bool Attendi(F fatto, const std::string& cosa)
-{
-    return Verifica(AttendiFinche(fatto, limite), cosa);
-}
-
-HWND AttendiDialogo(DWORD pid, int controllo, const std::string& cosa)
-{
-    HWND h = nullptr;
-    Attendi([&] { return (h = Dialogo(pid, controllo)) != nullptr; }, cosa + " opens");
-    return h;
-}
-
-bool Chiuso(HWND h, const std::string& cosa)
-{
-    return Attendi([&] { return !IsWindow(h); }, cosa);
-}
-
-void Clic(HWND dialogo, int id) { PostMessageW(GetDlgItem(dialogo, id), BM_CLICK, 0, 0); }
-
-void ScriviTesto(HWND dialogo, int id, const wchar_t* testo)
-{
-    DWORD_PTR r = 0;
-    SendMessageTimeoutW(GetDlgItem(dialogo, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(testo), SMTO_ABORTIFHUNG,
-                        5000, &r);
-}
-
-bool Spuntato(HWND dialogo, int id) { return SendMessageW(GetDlgItem(dialogo, id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
 // A press of `bottone` at (x, y), shown again until `fatto` holds, then the
 // release. A repeated press adds nothing: the tablet's button is still down.
@@ -121,7 +61,7 @@ bool Premi(int x, int y, int bottone, F fatto)
 {
     const std::string dove = " " + std::to_string(x) + " " + std::to_string(y) + " ";
     Sim("stato" + dove + "0");
-    const bool ok = RipetiFinche(fatto, [&] { Sim("stato" + dove + std::to_string(bottone)); }, limite);
+    const bool ok = RipetiFinche(fatto, [&] { Sim("stato" + dove + std::to_string(bottone)); }, limiteFinestre);
     Sim("stato" + dove + "0");
     return ok;
 }
@@ -129,46 +69,33 @@ bool Premi(int x, int y, int bottone, F fatto)
 struct TOspite {
     PROCESS_INFORMATION pi{};
     HWND finestra = nullptr;
-    DWORD Pid() const { return pi.dwProcessId; }
-    std::string Titolo() const { return Stretto(Testo(finestra)); }
+    std::string Titolo() const
+    {
+        wchar_t titolo[512] = L"";
+        GetWindowTextW(finestra, titolo, 512);
+        return Stretto(titolo);
+    }
     bool TitoloHa(const std::string& parte, const std::string& cosa) const
     {
-        const bool ok = AttendiFinche([&] { return Titolo().find(parte) != std::string::npos; }, limite);
+        const bool ok = AttendiFinche([&] { return Titolo().find(parte) != std::string::npos; }, limiteFinestre);
         return Verifica(ok, cosa + " (the title says \"" + Titolo() + "\")");
     }
     void Comando(int id) const { PostMessageW(finestra, WM_COMMAND, id, 0); }
-    std::vector<std::wstring> Righe() const
-    {
-        HWND lista = GetDlgItem(finestra, IDC_PRESSIONI);
-        std::vector<std::wstring> righe;
-        const LRESULT n = SendMessageW(lista, LB_GETCOUNT, 0, 0);
-        for (LRESULT i = 0; i < n; ++i) {
-            std::wstring riga(static_cast<std::size_t>(SendMessageW(lista, LB_GETTEXTLEN, i, 0)) + 1, L'\0');
-            riga.resize(static_cast<std::size_t>(SendMessageW(lista, LB_GETTEXT, i, reinterpret_cast<LPARAM>(&riga[0]))));
-            righe.push_back(riga);
-        }
-        return righe;
-    }
+    LRESULT Righe() const { return SendDlgItemMessageW(finestra, IDC_PRESSIONI, LB_GETCOUNT, 0, 0); }
 };
 
+// The host beside this program, which is where a program's directory
+// search looks first.
 bool Avvia(TOspite& o)
 {
-    wchar_t percorso[MAX_PATH];
-    GetModuleFileNameW(nullptr, percorso, MAX_PATH);
-    std::wstring programma(percorso);
-    programma = programma.substr(0, programma.find_last_of(L"\\/") + 1) + L"velmarin-esempio.exe";
+    wchar_t programma[] = L"velmarin-esempio.exe";
     STARTUPINFOW si{};
     si.cb = sizeof si;
-    if (!Verifica(CreateProcessW(programma.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &o.pi),
+    if (!Verifica(CreateProcessW(nullptr, programma, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &o.pi),
                   "the host starts"))
         return false;
-    const bool ok = AttendiFinche([&] {
-        return (o.finestra = Finestra(o.Pid(), [](HWND h) {
-                    wchar_t classe[64];
-                    return GetClassNameW(h, classe, 64) && std::wcscmp(classe, ESEMPIO_CLASSE) == 0;
-                })) != nullptr;
-    }, limite);
-    return Verifica(ok, "the host's window appears");
+    return VerificaFinche([&] { return IsWindowVisible(o.finestra = FindWindowW(ESEMPIO_CLASSE, nullptr)); },
+                          "the host's window appears");
 }
 
 bool Esci(TOspite& o)
@@ -181,31 +108,25 @@ bool Esci(TOspite& o)
     return Verifica(ok, "Exit ends the host");
 }
 
-// The selection dialog: the Numonics tablet (row 8 of the model list, 9600
-// baud, no parity) on COM1, its limits digitized at two corners.
+// The selection dialog: the Numonics tablet (row 8 of the model list) on
+// COM1, with the model's speed, its limits digitized at two corners (the
+// host calibrates only a tablet with limits).
 bool Configura(const TOspite& o)
 {
     o.Comando(IDM_CONFIGURA);
-    HWND scelta = AttendiDialogo(o.Pid(), 2120, "the tablet selection");
+    HWND scelta = Dialogo(L"Scelta tavoletta", "the tablet selection");
     if (!scelta) return false;
-    HWND tipo = GetDlgItem(scelta, 2120);
-    SendMessageW(tipo, CB_SETCURSEL, 8, 0);
-    SendMessageW(scelta, WM_COMMAND, MAKEWPARAM(2120, CBN_SELCHANGE), reinterpret_cast<LPARAM>(tipo));
-    Attendi([&] { return Spuntato(scelta, 2128) && Spuntato(scelta, 2131) && Spuntato(scelta, 2136) && Spuntato(scelta, 2138); },
-            "the model's line settings show: 9600, no parity, 8 bits, 1 stop bit");
-    Clic(scelta, 2122);
-    Attendi([&] { return Spuntato(scelta, 2122); }, "Com1 is chosen");
-
+    Scegli(scelta, 2120, 8);
+    Clic(scelta, 2122);  // Com1
+    VerificaFinche([&] { return Spuntato(scelta, 2122) && Spuntato(scelta, 2128); }, "Com1 and 9600 baud are chosen");
     Clic(scelta, 2151);
-    HWND limiti = AttendiDialogo(o.Pid(), 2240, "the limits dialog");
+    HWND limiti = Dialogo(L"Limiti tavoletta", "the limits dialog");
     if (!limiti) return false;
-    const bool primo = Premi(1000, 1000, 1, [&] { return Testo(GetDlgItem(limiti, 2240)) == L"il punto superiore a destra"; });
-    Verifica(primo, "the lower left corner is taken");
-    Premi(9000, 9000, 1, [&] { return !IsWindow(limiti); });
-    Chiuso(limiti, "the upper right corner ends the limits dialog");
-
+    Verifica(Premi(1000, 1000, 1, [&] { return Testo(limiti, 2240) == L"il punto superiore a destra"; }),
+             "the lower left corner is taken");
+    Verifica(Premi(9000, 9000, 1, [&] { return !IsWindow(limiti); }), "the upper right corner ends the limits dialog");
     Clic(scelta, IDOK);
-    return Chiuso(scelta, "OK ends the selection") &&
+    return Verifica(AttendiChiuso(scelta), "OK ends the selection") &&
            o.TitoloHa("model 8 on COM1 - listening - not calibrated", "the host listens to the chosen tablet");
 }
 
@@ -226,68 +147,51 @@ bool CalibraPunti(const TOspite& o)
     o.Comando(IDM_PUNTI);
     for (const TPunto& p : controllo) {
         const std::string nome = "point " + std::to_string(p.x) + " " + std::to_string(p.y);
-        HWND coordinate = AttendiDialogo(o.Pid(), 2000, nome + ": the ground coordinates");
-        if (!coordinate) return false;
-        ScriviTesto(coordinate, 2000, p.est);
-        ScriviTesto(coordinate, 2001, p.nord);
-        Clic(coordinate, IDOK);
-        HWND digitalizza = AttendiDialogo(o.Pid(), 2080, nome + ": the digitizing dialog");
+        HWND terra = Dialogo(L"Calibrazione per punti sparsi", nome + ": the ground coordinates");
+        if (!terra) return false;
+        Scrivi(terra, 2000, p.est);
+        Scrivi(terra, 2001, p.nord);
+        Clic(terra, IDOK);
+        AttendiChiuso(terra);
+        HWND digitalizza = Dialogo(L"Calibrazione Punti Sparsi", nome + ": the digitizing dialog");
         if (!digitalizza) return false;
-        Verifica(std::wcstod(Testo(GetDlgItem(digitalizza, 2080)).c_str(), nullptr) == std::wcstod(p.est, nullptr),
+        Verifica(std::wcstod(Testo(digitalizza, 2080).c_str(), nullptr) == std::wcstod(p.est, nullptr),
                  nome + ": the digitizing dialog shows the East typed");
-        Premi(p.x, p.y, 1, [&] { return !IsWindow(digitalizza); });
-        Chiuso(digitalizza, nome + ": the press confirms it");
+        Verifica(Premi(p.x, p.y, 1, [&] { return !IsWindow(digitalizza); }), nome + ": the press confirms it");
     }
-    HWND quinto = AttendiDialogo(o.Pid(), 2000, "the fifth point's ground coordinates");
+    HWND quinto = Dialogo(L"Calibrazione per punti sparsi", "the fifth point's ground coordinates");
     if (!quinto) return false;
     Clic(quinto, IDCANCEL);
     return o.TitoloHa("listening - calibrated by points", "four points calibrate the tablet");
 }
 
-// A press and the host's new line for it, parsed.
-struct TRiga {
-    int numero = 0, bottone = 0, x = 0, y = 0;
-    wchar_t funzione[40] = L"";
-    double est = 0, nord = 0;
-    int campi = 0;
-};
-
-TRiga PremiEleggi(const TOspite& o, int x, int y, int bottone)
+// A press, and the host's new line for it without its number.
+std::wstring PremiEleggi(const TOspite& o, int x, int y, int bottone)
 {
-    const std::size_t prima = o.Righe().size();
-    TRiga r;
-    if (!Premi(x, y, bottone, [&] { return o.Righe().size() > prima; })) return r;
-    const std::wstring riga = o.Righe().back();
-    r.campi = std::swscanf(riga.c_str(), L"%d: button %d (%39l[^)]) at x %d, y %d - East %lf, North %lf", &r.numero,
-                           &r.bottone, r.funzione, &r.x, &r.y, &r.est, &r.nord);
-    std::cerr << "  " << Stretto(riga) << std::endl;
-    return r;
+    const LRESULT prima = o.Righe();
+    if (!Premi(x, y, bottone, [&] { return o.Righe() > prima; })) return L"";
+    wchar_t riga[256] = L"";
+    SendDlgItemMessageW(o.finestra, IDC_PRESSIONI, LB_GETTEXT, o.Righe() - 1, reinterpret_cast<LPARAM>(riga));
+    const std::wstring letta(riga);
+    std::cerr << "  " << Stretto(letta) << std::endl;
+    return letta.substr(letta.find(L": ") + 2);
 }
 
 // Presses at known places of the sheet: its centre, a point a quarter of the
 // way North and three quarters West, and two of its corners.
-bool PremiNoti(const TOspite& o)
+void PremiNoti(const TOspite& o)
 {
-    struct TAttesa {
+    const struct {
         int x, y, bottone;
-        const wchar_t* funzione;
-        double est, nord;
-    };
-    const TAttesa attese[] = {{5000, 5000, 1, L"confirm", 1500200, 5000200},
-                              {3000, 7000, 1, L"confirm", 1500100, 5000100},
-                              {9000, 9000, 2, L"freehand line", 1500000, 5000400},
-                              {1000, 1000, 4, L"cancel", 1500400, 5000000}};
-    bool tutte = true;
-    for (const TAttesa& a : attese) {
-        const TRiga r = PremiEleggi(o, a.x, a.y, a.bottone);
-        const std::string nome = "press " + std::to_string(a.bottone) + " at " + std::to_string(a.x) + " " +
-                                 std::to_string(a.y);
-        tutte &= Verifica(r.campi == 7 && r.x == a.x && r.y == a.y && r.bottone == a.bottone &&
-                              std::wcscmp(r.funzione, a.funzione) == 0 && std::fabs(r.est - a.est) < 0.002 &&
-                              std::fabs(r.nord - a.nord) < 0.002,
-                          nome + ": its counts, function and ground position are listed");
-    }
-    return tutte;
+        const wchar_t* riga;
+    } attese[] = {{5000, 5000, 1, L"button 1 (confirm) at x 5000, y 5000 - East 1500200.000, North 5000200.000"},
+                  {3000, 7000, 1, L"button 1 (confirm) at x 3000, y 7000 - East 1500100.000, North 5000100.000"},
+                  {9000, 9000, 2, L"button 2 (freehand line) at x 9000, y 9000 - East 1500000.000, North 5000400.000"},
+                  {1000, 1000, 4, L"button 4 (cancel) at x 1000, y 1000 - East 1500400.000, North 5000000.000"}};
+    for (const auto& a : attese)
+        Verifica(PremiEleggi(o, a.x, a.y, a.bottone) == a.riga,
+                 "press " + std::to_string(a.bottone) + " at " + std::to_string(a.x) + " " + std::to_string(a.y) +
+                     ": its counts, function and ground position are listed");
 }
 
 }  // namespace
@@ -305,8 +209,7 @@ int main()
     TOspite secondo;
     if (Avvia(secondo) &&
         secondo.TitoloHa("model 8 on COM1 - listening - not calibrated", "a second run listens to the same tablet")) {
-        const TRiga r = PremiEleggi(secondo, 2000, 3000, 1);
-        Verifica(r.campi == 5 && r.x == 2000 && r.y == 3000 && std::wcscmp(r.funzione, L"confirm") == 0,
+        Verifica(PremiEleggi(secondo, 2000, 3000, 1) == L"button 1 (confirm) at x 2000, y 3000",
                  "the second run lists a press, with no ground position until calibrated");
     }
     Esci(secondo);

@@ -1,29 +1,21 @@
 // The eight models end to end through COM1, built for Linux and for Windows
-// alike. A simulated tablet on a pseudo-terminal (sim_comandata) answers on
-// standard input what this program asks of it on standard output; under Wine
-// COM1 is that terminal, on Linux the port is mapped to it.
+// alike, on a simulated tablet (sim_comandata) that answers on standard input
+// what this program asks of it on standard output. For each model: connect,
+// program the tablet, play a stroke that every state of must be heard, keep
+// the polled model's poll chain going, and close in time. Then a port that
+// does not exist, and raw bytes that must all arrive. What reached the tablet,
+// what was heard and the boxes go to the transcript, which must be the same
+// on Windows as on Linux. On Windows, --coda-muta makes the port misreport as
+// Wine has been seen to (coda_muta_win32.cpp).
 //
-// For each model: connect, program the tablet (what reaches it is written to
-// the transcript), play a stroke and check that every state becomes its
-// notification, keep the poll chain of the polled model going, and close,
-// failing if the close hangs. Then a port that does not exist, and a stream of
-// raw bytes that must all arrive. The transcript of a run on Windows must
-// equal the one on Linux: the wrapper compares them.
-//
-// On Windows, --coda-muta makes the port misreport as Wine has been seen to:
-// ClearCommError says the queue is empty and WaitCommEvent gives a blank mask,
-// whatever waits. The transcript must still be the same.
-//
-// usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]
-//   DEVICE: what COM1 is mapped to ("" for none); MODELS: e.g. "46", default all
+// usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE]
+//   DEVICE: what COM1 is mapped to, if anything
 #include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "digit.h"
@@ -34,9 +26,7 @@
 #include "support/utente_finto.h"
 #include "tablet/catalogo.h"
 
-#if defined(_WIN32)
-#include "wine/coda_muta.h"
-#endif
+void RendiCodaMuta();  // Windows only, before a port opens
 
 namespace {
 
@@ -64,19 +54,17 @@ std::string Chiedi(const std::string& comando)
     return risposta;
 }
 
-class TControlli {
-public:
-    explicit TControlli(std::ostream& trascrizione) : t(trascrizione) {}
-    void Verifica(bool vero, const std::string& cosa)
-    {
-        if (vero) return;
-        std::cerr << "FAIL " << cosa << "\n";
-        t << "FAIL " << cosa << "\n";
-        ++fallite;
-    }
-    std::ostream& t;
-    int fallite = 0;
-};
+std::ofstream trascrizione;
+int fallite = 0;
+
+// A failed check goes to the transcript too, so that the runs differ.
+void Verifica(bool vero, const std::string& cosa)
+{
+    if (vero) return;
+    std::cerr << "FAIL " << cosa << "\n";
+    trascrizione << "FAIL " << cosa << "\n";
+    ++fallite;
+}
 
 // Model `tipo` on `porta` with the catalogue's line settings, reset chosen and
 // the first resolution. A pseudo-terminal keeps no parity, and Wine refuses a
@@ -93,169 +81,141 @@ TDataDigit Dati(int tipo, int porta)
     return d;
 }
 
-struct TStato {
-    std::int32_t x, y;
-    int bottone;
-};
-
 // Shows a pointer state as the tablet does, until the target has heard
 // `quante` notifications in all. A repeated state adds nothing, so the
 // repeats only make up for what a read merged or a poll missed.
-std::string Comando(const TStato& s)
+bool Suona(const TNotifica& s, const TRegistratore& reg, std::size_t quante)
 {
-    std::ostringstream comando;
-    comando << "stato " << s.x << " " << s.y << " " << s.bottone;
-    return comando.str();
-}
-
-bool Suona(const TStato& s, const TRegistratore& reg, std::size_t quante)
-{
-    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(Comando(s)); },
-                        limiteAscolto);
+    const std::string comando =
+        "stato " + std::to_string(s.x) + " " + std::to_string(s.y) + " " + std::to_string(s.bottone);
+    return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(comando); }, limiteAscolto);
 }
 
 // The close of a connected object, timed: reset off, so that only the close
 // is measured.
-void Chiudi(std::unique_ptr<CDigit> digit, TControlli& c, int tipo)
+void Chiudi(std::unique_ptr<CDigit> digit, int tipo)
 {
     digit->GetDataDigit().reset = 1;
     const auto inizio = steady_clock::now();
     digit.reset();
     const auto durata = duration_cast<milliseconds>(steady_clock::now() - inizio);
-    c.Verifica(durata < limiteChiusura,
+    Verifica(durata < limiteChiusura,
                "model " + std::to_string(tipo) + ": the close took " + std::to_string(durata.count()) + " ms");
 }
 
 // Model `tipo`, with `bottone` a second button its cursor has. False when a
 // state of the stroke went unheard: the rest of it is not played.
-bool Modello(int tipo, int bottone, TControlli& c)
+bool Modello(int tipo, int bottone)
 {
     const std::string nome = "model " + std::to_string(tipo);
-    const TStato tratto[] = {{1000, 2000, 0}, {1500, 2500, 0}, {1500, 2500, 1},
-                             {1700, 2700, 0}, {1700, 2700, bottone}, {1800, 2800, 0}};
+    const std::vector<TNotifica> tratto = {Mossa(1000, 2000), Mossa(1500, 2500), Pressione(1, 1500, 2500),
+                                           Mossa(1700, 2700), Pressione(bottone, 1700, 2700), Mossa(1800, 2800)};
     Chiedi("modello " + std::to_string(tipo));
     auto digit = std::make_unique<CDigit>(Dati(tipo, portaTavoletta));
-    c.t << nome << "\n";
-    c.Verifica(digit->Init(nullptr), nome + ": Init");
+    trascrizione << nome << "\n";
+    Verifica(digit->Init(nullptr), nome + ": Init");
     digit->SendInitString();
-    c.t << "  programmed with: " << Chiedi("ricevuti") << "\n";
+    trascrizione << "  programmed with: " << Chiedi("ricevuti") << "\n";
 
     TRegistratore host;
-    std::vector<TNotifica> attese;
-    bool sentite = true;
-    if (tipo == 4) Chiedi(Comando(tratto[0]));  // the first poll goes out with the target
-    c.Verifica(digit->SetCommNotificationTo(&host) == 1, nome + ": SetCommNotificationTo");
-    for (const TStato& s : tratto) {
-        attese.push_back(s.bottone ? Pressione(s.bottone, s.x, s.y) : Mossa(s.x, s.y));
-        sentite = sentite && Suona(s, host, attese.size());
-    }
+    if (tipo == 4) Chiedi("stato 1000 2000 0");  // the first poll goes out with the target
+    Verifica(digit->SetCommNotificationTo(&host) == 1, nome + ": SetCommNotificationTo");
+    std::size_t sentite = 0;
+    while (sentite < tratto.size() && Suona(tratto[sentite], host, sentite + 1)) ++sentite;
     if (tipo == 4) {
         const int poll = std::stoi(Chiedi("poll"));
         const bool catena = AttendiFinche([&] { return std::stoi(Chiedi("poll")) >= poll + 5; }, limiteAscolto);
-        c.Verifica(catena, nome + ": each answer to a poll brings the next poll");
+        Verifica(catena, nome + ": each answer to a poll brings the next poll");
     }
     digit->StopCommNotification();
-    c.Verifica(sentite && host.Notifiche() == attese,
+    Verifica(host.Notifiche() == tratto,
                nome + ": every state of the stroke is heard once (the tablet got: " + Chiedi("ricevuti") + ")");
-    c.t << "  heard:";
-    for (const TNotifica& n : host.Notifiche()) c.t << " " << n;
-    c.t << "\n";
-    Chiudi(std::move(digit), c, tipo);
-    return sentite;
+    trascrizione << "  heard:";
+    for (const TNotifica& n : host.Notifiche()) trascrizione << " " << n;
+    trascrizione << "\n";
+    Chiudi(std::move(digit), tipo);
+    return sentite == tratto.size();
 }
 
-void PortaMancante(const TUtenteFinto& ui, TControlli& c)
+void PortaMancante(const TUtenteFinto& ui)
 {
     IODevMapPort(portaMancante, dispositivoMancante);
     CDigit digit(Dati(8, portaMancante));
     const std::size_t prima = ui.Messaggi().size();
     const bool aperta = digit.Init(nullptr);
-    c.Verifica(!aperta, "a missing port does not open");
-    c.t << "missing port: Init " << (aperta ? "true" : "false");
+    Verifica(!aperta, "a missing port does not open");
+    trascrizione << "missing port: Init " << (aperta ? "true" : "false");
     const std::vector<TMessaggio> messaggi = ui.Messaggi();
     for (std::size_t i = prima; i < messaggi.size(); ++i) {
-        const TMessaggio& m = messaggi[i];
         std::string testo;
-        for (char ch : m.testo) testo += ch == '\n' ? std::string("\\n") : std::string(1, ch);
-        c.t << ", box \"" << m.titolo << "\" \"" << testo << "\" flags " << m.flags;
+        for (char ch : messaggi[i].testo) testo += ch == '\n' ? std::string("\\n") : std::string(1, ch);
+        trascrizione << ", box \"" << messaggi[i].titolo << "\" \"" << testo << "\" flags " << messaggi[i].flags;
     }
-    for (unsigned b : ui.Beep()) c.t << ", beep " << b;
-    c.t << "\n";
+    for (unsigned b : ui.Beep()) trascrizione << ", beep " << b;
+    trascrizione << "\n";
     IODevMapPort(portaMancante, nullptr);
+}
+
+std::string Raccolti()
+{
+    TCancelloConsegna cancello;
+    return std::string(reinterpret_cast<const char*>(digitLink.bufReport), static_cast<std::size_t>(digitLink.numAccum));
 }
 
 // Raw bytes in two bursts, gathered with no report format, must all arrive
 // in order: a port that reports its queue empty and its events blank while
 // bytes wait must still deliver them.
-void OgniByte(TControlli& c)
+void OgniByte()
 {
-    constexpr std::size_t primi = 600, tutti = 1000;
-    std::string flusso, hex;
-    for (std::size_t i = 0; i < tutti; ++i) flusso += static_cast<char>((i * 7 + i / 256) & 0xFF);
-    const auto Invia = [&](std::size_t da, std::size_t a) {
+    std::string flusso;
+    for (std::size_t i = 0; i < 1000; ++i) flusso += static_cast<char>((i * 7 + i / 256) & 0xFF);
+    Chiedi("modello 8");
+    auto digit = std::make_unique<CDigit>(Dati(8, portaTavoletta));
+    Verifica(digit->Init(nullptr), "raw bytes: Init");
+    Scrivi(digitLink.lenReport, dimBuffer);  // no format: the gather only grows
+    std::size_t da = 0;
+    for (std::size_t fine : {600, 1000}) {
         std::string comando = "invia";
         char b[4];
-        for (std::size_t i = da; i < a; ++i) {
+        for (std::size_t i = da; i < fine; ++i) {
             std::snprintf(b, sizeof b, " %02X", static_cast<unsigned char>(flusso[i]));
             comando += b;
         }
-        return Chiedi(comando) == "ok";
-    };
-    const auto Raccolti = [] {
-        TCancelloConsegna cancello;
-        return static_cast<std::size_t>(digitLink.numAccum);
-    };
-    Chiedi("modello 8");
-    auto digit = std::make_unique<CDigit>(Dati(8, portaTavoletta));
-    c.Verifica(digit->Init(nullptr), "raw bytes: Init");
-    Scrivi(digitLink.lenReport, dimBuffer);  // no format: the gather only grows
-    c.Verifica(Invia(0, primi), "raw bytes: first burst sent");
-    c.Verifica(AttendiFinche([&] { return Raccolti() >= primi; }, limiteAscolto), "raw bytes: the first burst arrives");
-    c.Verifica(Invia(primi, tutti), "raw bytes: second burst sent");
-    c.Verifica(AttendiFinche([&] { return Raccolti() >= tutti; }, limiteAscolto), "raw bytes: the second burst arrives");
-    std::string raccolti;
-    {
-        TCancelloConsegna cancello;
-        raccolti.assign(reinterpret_cast<const char*>(digitLink.bufReport), static_cast<std::size_t>(digitLink.numAccum));
+        Verifica(Chiedi(comando) == "ok", "raw bytes: a burst sent");
+        Verifica(AttendiFinche([&] { return Raccolti().size() >= fine; }, limiteAscolto), "raw bytes: the burst arrives");
+        da = fine;
     }
-    c.Verifica(raccolti == flusso, "raw bytes: all of them, in order");
-    c.t << "raw bytes: " << raccolti.size() << " of " << tutti << " gathered" << (raccolti == flusso ? ", in order" : "") << "\n";
-    Chiudi(std::move(digit), c, 8);
-}
-
-// Takes the leading --coda-muta off the arguments; false if it cannot be had.
-bool CodaMutaSeChiesta(int& argc, char**& argv)
-{
-    if (argc < 2 || std::string(argv[1]) != "--coda-muta") return true;
-    --argc;
-    ++argv;
-#if defined(_WIN32)
-    RendiCodaMuta();
-    return true;
-#else
-    return false;
-#endif
+    const std::string raccolti = Raccolti();
+    Verifica(raccolti == flusso, "raw bytes: all of them, in order");
+    trascrizione << "raw bytes: " << raccolti.size() << " of " << flusso.size() << " gathered"
+        << (raccolti == flusso ? ", in order" : "") << "\n";
+    Chiudi(std::move(digit), 8);
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    if (!CodaMutaSeChiesta(argc, argv) || argc < 2) {
-        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE [MODELS]]\n"
-                     "  (--coda-muta on Windows only)\n";
+    const bool codaMuta = argc > 1 && std::string(argv[1]) == "--coda-muta";
+    argc -= codaMuta;
+    argv += codaMuta;
+#if defined(_WIN32)
+    if (codaMuta) RendiCodaMuta();
+#else
+    if (codaMuta) argc = 0;
+#endif
+    if (argc < 2) {
+        std::cerr << "usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE] (--coda-muta on Windows only)\n";
         return 2;
     }
-    std::ofstream trascrizione(argv[1], std::ios::binary);  // the same line ends everywhere
-    if (argc > 2 && *argv[2]) IODevMapPort(portaTavoletta, argv[2]);
-    const std::string modelli = argc > 3 ? argv[3] : "12345678";
+    trascrizione.open(argv[1], std::ios::binary);  // the same line ends everywhere
+    if (argc > 2) IODevMapPort(portaTavoletta, argv[2]);
     TUtenteFinto ui;
-    TControlli c(trascrizione);
     const int secondoBottone[] = {0, 3, 3, 3, 10, 12, 12, 10, 4};
-    for (char m : modelli)
-        if (m >= '1' && m <= '8' && !Modello(m - '0', secondoBottone[m - '0'], c)) break;  // a deaf port
-    PortaMancante(ui, c);
-    OgniByte(c);
+    for (int m = 1; m <= 8; ++m)
+        if (!Modello(m, secondoBottone[m])) break;  // a deaf port
+    PortaMancante(ui);
+    OgniByte();
     Chiedi("fine");
-    return c.fallite == 0 ? 0 : 1;
+    return fallite == 0 ? 0 : 1;
 }

@@ -2,11 +2,9 @@
 # The real dialogs under Wine, inside a virtual X display (xvfb-run), in a
 # prefix of this test's own, made through the build's Wine runner. The
 # program writes each dialog as a BMP into the pictures' folder; they are
-# then turned into PNGs there. Where a Linux build gives the simulated
-# tablet (sim_comandata), it is put on a pseudo-terminal that the prefix
-# maps to COM1, and the program commands it through two named pipes.
+# then turned into PNGs there.
 #
-# usage: prova_dialoghi_reali.sh PROGRAM.exe PREFIX PICTURES ESEGUI_WINE LOADER [SIM_COMANDATA]
+# usage: prova_dialoghi_reali.sh PROGRAM.exe PREFIX PICTURES ESEGUI_WINE LOADER
 set -u
 if ! command -v xvfb-run >/dev/null 2>&1; then
     echo "no xvfb-run: skipped"
@@ -14,22 +12,13 @@ if ! command -v xvfb-run >/dev/null 2>&1; then
 fi
 qui=$(dirname "$(realpath "$0")")
 programma=$(realpath "$1") prefisso=$(realpath -m "$2") immagini=$(realpath -m "$3") esegui=$(realpath "$4") loader=$5
+export WINEPREFIX=$prefisso WINELOADER=$loader VELMARIN_IMMAGINI="Z:$immagini"  # Wine's drive Z: is the Linux root
+trap 'wineserver -k >/dev/null 2>&1' EXIT
 mkdir -p "$immagini"
 rm -f "$immagini"/*.bmp
-sim=${6:-}
-esegui_wine=$esegui
-. "$qui/sim_com1.sh"
-export VELMARIN_IMMAGINI="Z:$immagini"  # Wine's drive Z: is the Linux root
 # No window manager runs in the virtual display: Wine draws the windows'
 # frames and captions itself, so that the pictures show them.
 "$esegui" "$prefisso" "$loader" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
-if [ -n "$sim" ] && [ -x "$sim" ]; then
-    avvia_sim
-    mappa_com1
-    export VELMARIN_SIM_COMANDI="Z:$temp/al_sim" VELMARIN_SIM_RISPOSTE="Z:$temp/dal_sim"
-else
-    echo "no simulated tablet at '$sim': the limits through COM1 are skipped"
-fi
 # The prefix's server, started outside the display, goes first: windows
 # are made only by one that starts inside it.
 wineserver -k >/dev/null 2>&1

@@ -24,23 +24,13 @@ using namespace std::chrono_literals;
 
 std::string Esadecimale(const std::string& byte)
 {
-    if (byte.empty()) return "-";
     std::string s;
     char b[4];
     for (unsigned char c : byte) {
-        std::snprintf(b, sizeof b, "%02X ", c);
+        std::snprintf(b, sizeof b, " %02X", c);
         s += b;
     }
-    s.pop_back();
-    return s;
-}
-
-std::string DaEsadecimale(std::istringstream& in)
-{
-    std::string byte;
-    unsigned v;
-    while (in >> std::hex >> v) byte += static_cast<char>(v);
-    return byte;
+    return s.empty() ? "-" : s.substr(1);
 }
 
 std::string Esegui(TTavolettaPty& sim, int& tipo, const std::string& riga)
@@ -59,7 +49,11 @@ std::string Esegui(TTavolettaPty& sim, int& tipo, const std::string& riga)
     }
     TStatoPuntatore s{};
     if (comando == "stato" && in >> s.x >> s.y >> s.bottone) return sim.Gioca(tipo, s) ? "ok" : "errore";
-    if (comando == "invia") return sim.Invia(DaEsadecimale(in)) ? "ok" : "errore";
+    if (comando == "invia") {
+        std::string byte;
+        for (unsigned v; in >> std::hex >> v;) byte += static_cast<char>(v);
+        return sim.Invia(byte) ? "ok" : "errore";
+    }
     if (comando == "ricevuti") {
         sim.AttendiQuiete(200ms, 5s);
         const std::string byte = sim.ByteRicevuti();

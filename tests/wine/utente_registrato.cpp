@@ -8,12 +8,7 @@ namespace {
 
 class TUtenteRegistrato : public TInterfacciaUtente {
 public:
-    int messageBox(HWND, const char*, const char* caption, unsigned flags) override
-    {
-        std::lock_guard<std::mutex> g(mutex);
-        messaggi.push_back(caption ? caption : "");
-        return (flags & MB_YESNO) ? IDYES : IDOK;
-    }
+    int messageBox(HWND, const char*, const char*, unsigned flags) override { return (flags & MB_YESNO) ? IDYES : IDOK; }
     void beep(unsigned type) override
     {
         std::lock_guard<std::mutex> g(mutex);
@@ -21,7 +16,6 @@ public:
     }
     std::mutex mutex;
     std::vector<unsigned> beeps;
-    std::vector<std::string> messaggi;
 };
 
 TUtenteRegistrato utente;
@@ -33,7 +27,6 @@ void RegistraUtente(bool registra)
     {
         std::lock_guard<std::mutex> g(utente.mutex);
         utente.beeps.clear();
-        utente.messaggi.clear();
     }
     ImpostaInterfacciaUtente(registra ? &utente : nullptr);
 }
@@ -42,10 +35,4 @@ std::vector<unsigned> BeepRegistrati()
 {
     std::lock_guard<std::mutex> g(utente.mutex);
     return utente.beeps;
-}
-
-std::vector<std::string> MessaggiRegistrati()
-{
-    std::lock_guard<std::mutex> g(utente.mutex);
-    return utente.messaggi;
 }
