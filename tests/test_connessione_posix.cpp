@@ -9,12 +9,9 @@
 #include <cstdio>
 #include <string>
 #include <thread>
+#include <tuple>
 
-#include "digit.h"
-#include "link/iodev.h"
 #include "platform/toldeko/gwnd.h"
-#include "link/iodev_info.h"
-#include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
 #include "support/prova_su_linea.h"
@@ -26,9 +23,14 @@ namespace {
 using namespace std::chrono_literals;
 using A = CDigitTestAccess;
 constexpr int portaProva = 4;
-// An owner window: the boxes must be owned by its handle.
-GWnd proprietaria(reinterpret_cast<HWND>(0x1234));
+GWnd proprietaria(reinterpret_cast<HWND>(0x1234));  // the boxes must be owned by its handle
 GWnd* const finestra = &proprietaria;
+
+// A box as owner, title, text and flags, to compare at once.
+std::tuple<HWND, std::string, std::string, unsigned> Box(const TMessaggio& b)
+{
+    return {b.owner, b.titolo, b.testo, b.flags};
+}
 
 class ConnessioneTest : public TProvaSuLinea {
 protected:
@@ -40,8 +42,7 @@ protected:
 
 TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheNewSettings)
 {
-    CDigit d(Dati(8));
-    CDigit altro(Dati(1));
+    CDigit d(Dati(8)), altro(Dati(1));
     TRegistratore reg;
     EXPECT_EQ(d.SetCommNotificationTo(&reg), 0) << "no record yet";
     EXPECT_EQ(altro.GetCommNotification(), &reg) << "one target for all objects";
@@ -60,11 +61,8 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
         EXPECT_EQ(CursoreCorrente(), cursore);
         EXPECT_EQ(A::HPorta(d), 0);
         ASSERT_EQ(ui.Messaggi().size(), prima + 1) << "the record was made: only the open fails";
-        const TMessaggio b = ui.Messaggi().back();
-        EXPECT_EQ(b.owner, proprietaria.handle());
-        EXPECT_EQ(b.titolo, "Porta Seriale");
-        EXPECT_EQ(b.testo, "ERRORE\nPorta non configurata");
-        EXPECT_EQ(b.flags, MB_OK | MB_ICONEXCLAMATION);
+        EXPECT_EQ(Box(ui.Messaggi().back()), Box({proprietaria.handle(), "ERRORE\nPorta non configurata",
+                                                  "Porta Seriale", MB_OK | MB_ICONEXCLAMATION}));
         EXPECT_EQ(ui.Beep(), std::vector<unsigned>(prima + 1, MB_ICONEXCLAMATION));
         EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
         d.StopCommNotification();
@@ -106,15 +104,8 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     d.SendInitString();
     EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
     EXPECT_EQ(sim.ByteRicevuti(), "") << "no byte before the first poll";
-    EXPECT_EQ(d.SetCommNotificationTo(nullptr), 1);
-    ASSERT_TRUE(sim.AttendiByte(3, 2s));
-    EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
-    EXPECT_EQ(sim.ByteRicevuti(), "?\r\n");
-    d.StopCommNotification();
-
     sim.RispondiAlPoll({100, 200, 0});
-    TRegistratore reg;
-    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
+    EXPECT_EQ(d.SetCommNotificationTo(nullptr), 1);
     ASSERT_TRUE(PollDopo(10)) << "the chain runs by itself";
     d.StopCommNotification();
     ASSERT_TRUE(sim.AttendiQuiete(100ms, 2s));
@@ -122,10 +113,13 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     std::this_thread::sleep_for(200ms);
     EXPECT_EQ(sim.PollRicevuti(), fermo) << "no poll goes out while held";
 
+    TRegistratore reg;
+    sim.RispondiAlPoll({300, 400, 0});
     ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
     EXPECT_TRUE(PollDopo(fermo + 10)) << "a new target restarts the chain";
     d.StopCommNotification();
-    EXPECT_EQ(reg.Notifiche().front(), Mossa(100, 200));
+    ASSERT_FALSE(reg.Notifiche().empty());
+    EXPECT_EQ(reg.Notifiche().front(), Mossa(300, 400));
 }
 
 // Init on a connected object reconnects without a reset and drops the
@@ -174,13 +168,8 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
     { CDigit d(Dati(8)); }  // never connected: no box at all
     const std::vector<TMessaggio> box = ui.Messaggi();
     ASSERT_EQ(box.size(), 2u);
-    EXPECT_EQ(box[0].testo, "Disconnessione non effettuata");
-    EXPECT_EQ(box[1].testo, "Deallocazione fallita");
-    for (const TMessaggio& b : box) {
-        EXPECT_EQ(b.titolo, "Errore");
-        EXPECT_EQ(b.owner, nullptr);
-        EXPECT_EQ(b.flags, MB_OK);
-    }
+    EXPECT_EQ(Box(box[0]), Box({nullptr, "Disconnessione non effettuata", "Errore", MB_OK}));
+    EXPECT_EQ(Box(box[1]), Box({nullptr, "Deallocazione fallita", "Errore", MB_OK}));
 }
 
 // A second object cannot take the port while the first one's connection
@@ -189,12 +178,9 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
 // wait their time), and it neither takes nor drops the target.
 TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone)
 {
-    CDigit primo(Dati(5, 1));
-    CDigit secondo(Dati(1, 2));
-    ASSERT_TRUE(primo.Init(nullptr));
-    primo.SendInitString();
+    CDigit primo(Dati(5, 1)), secondo(Dati(1, 2));
     TRegistratore reg, altro;
-    primo.SetCommNotificationTo(&reg);
+    ASSERT_TRUE(Collega(primo, &reg));
     ASSERT_TRUE(sim.AttendiQuiete(50ms, 2s));
     sim.Dimentica();
 
@@ -236,10 +222,8 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
     for (bool chiudi : {false, true}) {
         CDigit d(Dati(8, 1));
-        ASSERT_TRUE(d.Init(nullptr));
-        d.SendInitString();
         TLento lento;
-        d.SetCommNotificationTo(&lento);
+        ASSERT_TRUE(Collega(d, &lento));
         int i = 0;
         ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); },
                                  [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
