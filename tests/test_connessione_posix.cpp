@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <thread>
 #include <tuple>
@@ -24,7 +25,6 @@ using namespace std::chrono_literals;
 using A = CDigitTestAccess;
 constexpr int portaProva = 4;
 GWnd proprietaria(reinterpret_cast<HWND>(0x1234));  // the boxes must be owned by its handle
-GWnd* const finestra = &proprietaria;
 
 // A box as owner, title, text and flags, to compare at once.
 std::tuple<HWND, std::string, std::string, unsigned> Box(const TMessaggio& b)
@@ -57,7 +57,7 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
         IODevMapPort(portaProva, percorso.c_str());
         const std::size_t prima = ui.Messaggi().size();
         const HCURSOR cursore = CursoreCorrente();
-        EXPECT_FALSE(d.Init(finestra));
+        EXPECT_FALSE(d.Init(&proprietaria));
         EXPECT_EQ(CursoreCorrente(), cursore);
         EXPECT_EQ(A::HPorta(d), 0);
         ASSERT_EQ(ui.Messaggi().size(), prima + 1) << "the record was made: only the open fails";
@@ -124,11 +124,13 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 
 // Init on a connected object reconnects without a reset and drops the
 // target. The destructor of a connected object sends the reset only while
-// delivery is on; either way it closes and frees the record without a box.
+// delivery is on (a hold stops every write); either way it closes and frees
+// the record without a box.
 TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
 {
     for (bool consegna : {false, true}) {
         {
+            std::optional<TTickFinto> veloce(std::in_place);
             CDigit d(Dati(8, 2));
             ASSERT_TRUE(d.Init(nullptr));
             const std::intptr_t primo = A::HPorta(d);
@@ -145,10 +147,8 @@ TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
             ASSERT_TRUE(sim.AttendiByte(3, 2s));
             EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
             sim.Dimentica();
-            if (consegna)
-                ImpostaSorgenteTick(nullptr);  // the reset's wait in real time: the close drops what is on its way
-            else
-                d.StopCommNotification();
+            if (!consegna) d.StopCommNotification();
+            veloce.reset();  // the reset's wait in real time, or the close would drop what is on its way
         }
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         EXPECT_EQ(sim.ByteRicevuti(), consegna ? ":Z\r" : "");
@@ -184,7 +184,7 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone
     ASSERT_TRUE(sim.AttendiQuiete(50ms, 2s));
     sim.Dimentica();
 
-    EXPECT_FALSE(secondo.Init(finestra));
+    EXPECT_FALSE(secondo.Init(&proprietaria));
     ASSERT_EQ(ui.Messaggi().size(), 1u);
     EXPECT_EQ(ui.Messaggi()[0].testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(A::HPorta(secondo), 0);

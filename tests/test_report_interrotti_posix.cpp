@@ -32,27 +32,8 @@ std::string Gather(int tipo, const TStatoPuntatore& s)
     return TTavolettaPty::Raffica(tipo, s, TTavolettaPty::LunghezzaReport(tipo));
 }
 
-// The report path alone, as a reader drives it, with the tick given.
-struct TLettore {
-    explicit TLettore(int tipo)
-    {
-        AzzeraDigitLink(link);
-        Scrivi(link.tipoReport, tipo);
-        Scrivi(link.lenReport, static_cast<std::int32_t>(TTavolettaPty::LunghezzaReport(tipo)));
-        Scrivi(link.ntfy, &reg);
-    }
-    void Leggi(const std::string& byte, std::uint32_t adesso)
-    {
-        std::copy(byte.begin(), byte.end(), link.bufLettura);
-        link.numLetti = static_cast<std::int32_t>(byte.size());
-        ProcessaLettura(link, adesso, guardia);
-    }
-    TDigitLink link;
-    TGuardiaRaccolta guardia;
-    TRegistratore reg;
-};
-
-// Half a report, then more bytes: after a silence just longer than the
+// Half a report, then more bytes, through the report path alone as the
+// reader drives it, with the tick given: after a silence just longer than the
 // allowed pause, or after a resume, the half is dropped and only the whole
 // report that follows is heard; within the pause (the control) the half and
 // its rest are one report.
@@ -62,17 +43,28 @@ TEST(ReportInterrotti, AGatherCutShortIsDroppedAfterASilenceOrAResume)
     for (int tipo = 1; tipo <= 8; ++tipo) {
         for (TCaso caso : {silenzio, ripresa, pausa}) {
             SCOPED_TRACE("model " + std::to_string(tipo) + ", case " + std::to_string(caso));
-            TLettore l(tipo);
+            TDigitLink link;
+            TGuardiaRaccolta guardia;
+            TRegistratore reg;
+            AzzeraDigitLink(link);
+            Scrivi(link.tipoReport, tipo);
+            Scrivi(link.lenReport, static_cast<std::int32_t>(TTavolettaPty::LunghezzaReport(tipo)));
+            Scrivi(link.ntfy, &reg);
+            const auto Leggi = [&](const std::string& byte, std::uint32_t adesso) {
+                std::copy(byte.begin(), byte.end(), link.bufLettura);
+                link.numLetti = static_cast<std::int32_t>(byte.size());
+                ProcessaLettura(link, adesso, guardia);
+            };
             const std::string meta = MetaReport(tipo);
-            l.Leggi(meta, 1000);
-            if (caso == ripresa) SegnalaRipresa(l.guardia);
+            Leggi(meta, 1000);
+            if (caso == ripresa) SegnalaRipresa(guardia);
             const std::uint32_t dopo = caso == ripresa ? 1001 : 1000 + pausaRaccolta + (caso == silenzio);
             if (caso == pausa) {
-                l.Leggi(Gather(tipo, tagliato).substr(meta.size()), dopo);
-                EXPECT_EQ(l.reg.Notifiche(), std::vector<TNotifica>{Pressione(2, tagliato.x, tagliato.y)});
+                Leggi(Gather(tipo, tagliato).substr(meta.size()), dopo);
+                EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Pressione(2, tagliato.x, tagliato.y)});
             } else {
-                l.Leggi(Gather(tipo, intero), dopo);
-                EXPECT_EQ(l.reg.Notifiche(), std::vector<TNotifica>{Mossa(intero.x, intero.y)});
+                Leggi(Gather(tipo, intero), dopo);
+                EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(intero.x, intero.y)});
             }
         }
     }
