@@ -13,7 +13,6 @@
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
 #include "support/prova_su_linea.h"
-#include "support/registratore.h"
 #include "support/suona.h"
 
 namespace {

@@ -12,7 +12,6 @@
 
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
-#include "support/registratore.h"
 #include "support/suona.h"
 #include "support/tempo_lettore.h"
 

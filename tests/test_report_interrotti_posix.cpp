@@ -11,7 +11,6 @@
 #include "sim/codifica_report.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
-#include "support/registratore.h"
 #include "support/suona.h"
 
 namespace {
