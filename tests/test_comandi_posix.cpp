@@ -2,18 +2,13 @@
 // waits, and the wait itself on the 32-bit tick.
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <atomic>
 #include <chrono>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
-#include "digit.h"
-#include "link/iodev.h"
-#include "link/iodev_info.h"
-#include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
 #include "support/prova_su_linea.h"
@@ -23,10 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 constexpr int portaProva = 2;
 
-// ---------------------------------------------------------------------------
 // Ritarda with a scripted counter: the script's values in turn, then the
 // highest value for ever, so that a wrong rule ends the wait too.
-
 std::vector<std::uint32_t> copione;
 std::atomic<std::size_t> letture{0};
 
@@ -63,7 +56,6 @@ TEST(RitardaTest, ReadsTheCounterUntilTheWaitIsOver)
     ImpostaSorgenteTick(nullptr);
 }
 
-// ---------------------------------------------------------------------------
 // The sequences on the line. Each model's pieces, written out byte for byte.
 
 struct TPezzo {
@@ -196,11 +188,7 @@ TEST(SequenzaSenzaPortaTest, SetsTheFormatAndLengthOnly)
 {
     ASSERT_EQ(devInfo, nullptr);
     TTickFinto tick;
-    TDataDigit dati = CDigit().GetDataDigit();
-    dati.tipo = 5;
-    dati.reset = 2;
-    dati.risoluzione = 2;
-    CDigit d(dati);
+    CDigit d(DatiModello(5, portaProva, 2));
     d.SendInitString();
     EXPECT_EQ(tick.Adesso(), 0u);
     EXPECT_EQ(Leggi(digitLink.tipoReport), 5);

@@ -5,19 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <poll.h>
-#include <sys/ioctl.h>
 
 #include <chrono>
 #include <memory>
 #include <random>
 
-#include "digit.h"
-#include "link/iodev.h"
-#include "link/iodev_info.h"
-#include "reports/digit_link.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
-#include "support/registratore.h"
 #include "support/suona.h"
 #include "support/tempo_lettore.h"
 
@@ -26,38 +20,21 @@ namespace {
 using namespace std::chrono_literals;
 constexpr int portaProva = 2;
 
-// Bytes that have reached the open port and wait there to be read.
-int InCoda()
-{
-    int n = 0;
-    return ioctl(static_cast<int>(devInfo->hCom), FIONREAD, &n) == 0 ? n : 0;
-}
-
-// Whether the open port reports that its other side hung up.
-bool Appeso()
-{
-    pollfd p{static_cast<int>(devInfo->hCom), POLLIN, 0};
-    return poll(&p, 1, 0) == 1 && (p.revents & POLLHUP);
-}
-
 class LineaOstileTest : public TProvaSuLinea {
 protected:
     LineaOstileTest() : TProvaSuLinea(portaProva) {}
+    TRegistratore reg;
 };
 
 // Unplugged: the slave of a closed master reports a hang-up at every poll.
-// The reader must back off instead of spinning, and everything around it must
-// still work; a tablet plugged back in is served by a new Init, and an object
-// whose tablet is gone again can still be destroyed.
+// The reader must back off instead of spinning; a tablet plugged back in is
+// served by a new Init, and an object whose tablet is gone again can still be
+// destroyed.
 TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
 {
     auto sim = std::make_unique<TTavolettaPty>(portaProva);
-    ASSERT_TRUE(sim->Valida());
     auto d = std::make_unique<CDigit>(Dati(5));
-    ASSERT_TRUE(d->Init(nullptr));
-    d->SendInitString();
-    TRegistratore reg;
-    ASSERT_EQ(d->SetCommNotificationTo(&reg), 1);
+    ASSERT_TRUE(sim->Valida() && Collega(*d, &reg));
     ASSERT_TRUE(SuonaFinoA(*sim, 5, {300, 400, 0}, 20, reg, 1));
     sim->Invia(std::string(7, '\x40'));  // half a report, then the cable goes
     sim.reset();
@@ -69,40 +46,33 @@ TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
 
     d->StopCommNotification();
     sim = std::make_unique<TTavolettaPty>(portaProva);
-    ASSERT_TRUE(sim->Valida());
-    ASSERT_TRUE(d->Init(nullptr));
-    d->SendInitString();
     reg.Svuota();
-    ASSERT_EQ(d->SetCommNotificationTo(&reg), 1);
+    ASSERT_TRUE(sim->Valida() && Collega(*d, &reg));
     EXPECT_TRUE(SuonaFinoA(*sim, 5, {500, 600, 0}, 20, reg, 1));
     EXPECT_EQ(reg.Notifiche().front(), Mossa(500, 600));
     sim.reset();
-    ASSERT_TRUE(AttendiFinche(Appeso));
+    ASSERT_TRUE(AttendiFinche([] {  // the port has seen the hang-up
+        pollfd p{static_cast<int>(devInfo->hCom), POLLIN, 0};
+        return poll(&p, 1, 0) == 1 && (p.revents & POLLHUP);
+    }));
     d.reset();
     EXPECT_EQ(devInfo, nullptr);
 }
 
 // A megabyte of noise as fast as the line takes it: whatever is decoded
-// stays in the format's range, nothing crashes, and the tablet is heard
-// right after.
+// stays in the format's range, and the tablet is heard right after (the tail
+// of the noise may spoil the first report).
 TEST_F(LineaOstileTest, AFloodOfNoiseIsSurvivedAndTheTabletHeardAfter)
 {
     TTavolettaPty sim(portaProva);
-    ASSERT_TRUE(sim.Valida());
     CDigit d(Dati(8));
-    ASSERT_TRUE(d.Init(nullptr));
-    d.SendInitString();
-    TRegistratore reg;
-    ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
-
+    ASSERT_TRUE(sim.Valida() && Collega(d, &reg));
     std::mt19937 caso(7);
     std::string blocco(1000, '\0');
     for (int k = 0; k < 1000; ++k) {
         for (char& c : blocco) c = static_cast<char>(caso());
         ASSERT_TRUE(sim.Invia(blocco));
     }
-    // The tail of the noise may join the first report and be dropped with
-    // it; the tablet is heard once its reports come whole.
     EXPECT_TRUE(RipetiFinche([&] { const auto n = reg.Notifiche(); return !n.empty() && n.back() == Mossa(1234, 4321); },
                              [&] { sim.InviaStato(8, {1234, 4321, 0}, 15); }));
     for (const TNotifica& n : reg.Notifiche())
@@ -119,16 +89,14 @@ TEST_F(LineaOstileTest, FlowControlBytesOfModelSixNeitherHangNorCorrupt)
     ASSERT_TRUE(sim.Valida());
     CDigit d(Dati(6));
     ASSERT_TRUE(d.Init(nullptr));
-    // XOFF (the tablet's buffer is full), then a byte that shows, once it is
-    // there to read, that the XOFF before it was taken; the resume drops it.
+    // XOFF, then a byte that shows, once it is there to read, that the XOFF
+    // before it was taken; the resume drops it.
     IODevHold();
     ASSERT_TRUE(sim.Invia("\x13" "Z"));
     ASSERT_TRUE(AttendiFinche([] { return InCoda() > 0; }));
     IODevResume();
     d.SendInitString();
     ASSERT_TRUE(sim.Invia("\x11"));  // XON
-
-    TRegistratore reg;
     ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
     std::string flusso = TTavolettaPty::Raffica(6, {12345, 6789, 0}, 40);
     flusso.insert(5, "\x13\x11");

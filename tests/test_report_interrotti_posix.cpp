@@ -7,14 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "digit.h"
-#include "link/iodev.h"
 #include "link/raccolta_interrotta.h"
-#include "reports/digit_link.h"
 #include "sim/codifica_report.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_su_linea.h"
-#include "support/registratore.h"
 #include "support/suona.h"
 
 namespace {
@@ -29,54 +25,46 @@ std::string MetaReport(int tipo)
     return r.substr(0, r.size() / 2);
 }
 
-std::string GatherIntero(int tipo)
+// Whole reports of a state, as many bytes as one gather takes.
+std::string Gather(int tipo, const TStatoPuntatore& s)
 {
-    return TTavolettaPty::Raffica(tipo, intero, TTavolettaPty::LunghezzaReport(tipo));
+    return TTavolettaPty::Raffica(tipo, s, TTavolettaPty::LunghezzaReport(tipo));
 }
 
-// The report path alone, as a reader drives it, with the tick given.
-struct TLettore {
-    explicit TLettore(int tipo)
-    {
-        AzzeraDigitLink(link);
-        Scrivi(link.tipoReport, tipo);
-        Scrivi(link.lenReport, static_cast<std::int32_t>(TTavolettaPty::LunghezzaReport(tipo)));
-        Scrivi(link.ntfy, &reg);
-    }
-    void Leggi(const std::string& byte, std::uint32_t adesso)
-    {
-        std::copy(byte.begin(), byte.end(), link.bufLettura);
-        link.numLetti = static_cast<std::int32_t>(byte.size());
-        ProcessaLettura(link, adesso, guardia);
-    }
-    TDigitLink link;
-    TGuardiaRaccolta guardia;
-    TRegistratore reg;
-};
-
-// Half a report, then a whole gather after a silence, after a resume, or
-// (the control) within the pause a report may make: only a silence inside
-// the allowed pause keeps the half, and then the two are one report.
+// Half a report, then more bytes, through the report path alone as the
+// reader drives it, with the tick given: after a silence just longer than the
+// allowed pause, or after a resume, the half is dropped and only the whole
+// report that follows is heard; within the pause (the control) the half and
+// its rest are one report.
 TEST(ReportInterrotti, AGatherCutShortIsDroppedAfterASilenceOrAResume)
 {
+    enum TCaso { silenzio, ripresa, pausa };
     for (int tipo = 1; tipo <= 8; ++tipo) {
-        for (const char* caso : {"silenzio", "ripresa", "pausa"}) {
-            TLettore l(tipo);
+        for (TCaso caso : {silenzio, ripresa, pausa}) {
+            SCOPED_TRACE("model " + std::to_string(tipo) + ", case " + std::to_string(caso));
+            TDigitLink link;
+            TGuardiaRaccolta guardia;
+            TRegistratore reg;
+            AzzeraDigitLink(link);
+            Scrivi(link.tipoReport, tipo);
+            Scrivi(link.lenReport, static_cast<std::int32_t>(TTavolettaPty::LunghezzaReport(tipo)));
+            Scrivi(link.ntfy, &reg);
+            const auto Leggi = [&](const std::string& byte, std::uint32_t adesso) {
+                std::copy(byte.begin(), byte.end(), link.bufLettura);
+                link.numLetti = static_cast<std::int32_t>(byte.size());
+                ProcessaLettura(link, adesso, guardia);
+            };
             const std::string meta = MetaReport(tipo);
-            l.Leggi(meta, 1000);
-            if (std::string(caso) == "ripresa") SegnalaRipresa(l.guardia);
-            const std::uint32_t dopo = std::string(caso) == "silenzio" ? 1001 + pausaRaccolta : 1000 + pausaRaccolta;
-            if (std::string(caso) == "pausa") {
-                EXPECT_EQ(l.link.numAccum, static_cast<std::int32_t>(meta.size()));
-                l.Leggi(TTavolettaPty::Raffica(tipo, tagliato, TTavolettaPty::LunghezzaReport(tipo)).substr(meta.size()),
-                        dopo);
-                EXPECT_EQ(l.reg.Notifiche(), std::vector<TNotifica>{Pressione(2, tagliato.x, tagliato.y)})
-                    << "model " << tipo;
-                continue;
+            Leggi(meta, 1000);
+            if (caso == ripresa) SegnalaRipresa(guardia);
+            const std::uint32_t dopo = caso == ripresa ? 1001 : 1000 + pausaRaccolta + (caso == silenzio);
+            if (caso == pausa) {
+                Leggi(Gather(tipo, tagliato).substr(meta.size()), dopo);
+                EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Pressione(2, tagliato.x, tagliato.y)});
+            } else {
+                Leggi(Gather(tipo, intero), dopo);
+                EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(intero.x, intero.y)});
             }
-            l.Leggi(GatherIntero(tipo), caso == std::string("ripresa") ? 1001 : dopo);
-            EXPECT_EQ(l.reg.Notifiche(), std::vector<TNotifica>{Mossa(intero.x, intero.y)})
-                << "model " << tipo << ", " << caso;
         }
     }
 }
@@ -84,44 +72,41 @@ TEST(ReportInterrotti, AGatherCutShortIsDroppedAfterASilenceOrAResume)
 class ReportInterrottiSuLinea : public TProvaSuLinea {
 protected:
     ReportInterrottiSuLinea() : TProvaSuLinea(portaProva) {}
-
-    // Model `tipo` connected and heard; half a report on the line, and
-    // awaited until the reader has gathered it (looked at under the gate).
-    bool MetaRaccolta(CDigit& d, TTavolettaPty& sim, int tipo)
-    {
-        if (!d.Init(nullptr)) return false;
-        d.SendInitString();
-        if (d.SetCommNotificationTo(&reg) != 1) return false;
-        const std::string meta = MetaReport(tipo);
-        return sim.Invia(meta) && AttendiFinche([&] {
-                   TCancelloConsegna cancello;
-                   return digitLink.numAccum == static_cast<std::int32_t>(meta.size());
-               });
-    }
-    TRegistratore reg;
 };
 
-// On a pseudo-terminal, for every model: after half a report, a hold and a
-// resume (a dialog opening) or a silence longer than a report, the target
-// hears the whole report that follows and nothing else.
+// On a pseudo-terminal, for every model: half a report, then either a hold
+// (a dialog opening) during which more bytes reach the port and a resume, or
+// a silence longer than a report. The target then hears the whole reports
+// that follow, a move and a press, and nothing else.
 TEST_F(ReportInterrottiSuLinea, NoModelJoinsAHalfReportWithTheNextOne)
 {
+    const TStatoPuntatore premuto{2468, 1357, 1};
     for (int tipo = 1; tipo <= 8; ++tipo) {
         for (bool ripresa : {true, false}) {
             SCOPED_TRACE("model " + std::to_string(tipo) + (ripresa ? ", hold and resume" : ", silence"));
             TTavolettaPty sim(portaProva);
-            ASSERT_TRUE(sim.Valida());
-            reg.Svuota();
+            TRegistratore reg;
             CDigit d(Dati(tipo));
-            ASSERT_TRUE(MetaRaccolta(d, sim, tipo));
+            ASSERT_TRUE(sim.Valida() && Collega(d, &reg));
+            const std::string meta = MetaReport(tipo);
+            ASSERT_TRUE(sim.Invia(meta));
+            ASSERT_TRUE(AttendiFinche([&] {  // gathered: looked at under the delivery gate
+                TCancelloConsegna cancello;
+                return digitLink.numAccum == static_cast<std::int32_t>(meta.size());
+            }));
             if (ripresa) {
                 d.StopCommNotification();
+                ASSERT_TRUE(sim.Invia(meta));
+                ASSERT_TRUE(AttendiFinche([] { return InCoda() > 0; }));
                 ASSERT_EQ(d.SetCommNotificationTo(&reg), 1);
             } else {
                 tick.Avanza(pausaRaccolta + 1);
             }
-            ASSERT_TRUE(SuonaFinoA(sim, tipo, intero, TTavolettaPty::LunghezzaReport(tipo), reg, 1));
-            EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(intero.x, intero.y)});
+            const std::size_t len = TTavolettaPty::LunghezzaReport(tipo);
+            ASSERT_TRUE(SuonaFinoA(sim, tipo, intero, len, reg, 1));
+            ASSERT_TRUE(SuonaFinoA(sim, tipo, premuto, len, reg, 2));
+            EXPECT_EQ(reg.Notifiche(),
+                      (std::vector<TNotifica>{Mossa(intero.x, intero.y), Pressione(1, premuto.x, premuto.y)}));
             d.StopCommNotification();
         }
     }

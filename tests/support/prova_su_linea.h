@@ -1,13 +1,15 @@
 // What the tests on a simulated line share: a model's record as the selection
-// dialog leaves it, and a fixture that answers boxes, makes the tablet's
-// waits cost no real time, and leaves no connection or port mapping behind.
+// dialog leaves it, a fixture that answers boxes, makes the tablet's waits
+// cost no real time and leaves no connection or port mapping behind.
 #ifndef VELMARIN_TEST_PROVA_SU_LINEA_H
 #define VELMARIN_TEST_PROVA_SU_LINEA_H
 
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 
 #include "digit.h"
 #include "link/iodev.h"
+#include "link/iodev_info.h"
 #include "reports/digit_link.h"
 #include "tick_finto.h"
 #include "utente_finto.h"
@@ -27,6 +29,13 @@ inline TDataDigit DatiModello(int tipo, int porta, int reset = 1)
     return d;
 }
 
+// Bytes that have reached the open port and wait there to be read.
+inline int InCoda()
+{
+    int n = 0;
+    return ioctl(static_cast<int>(devInfo->hCom), FIONREAD, &n) == 0 ? n : 0;
+}
+
 class TProvaSuLinea : public ::testing::Test {
 protected:
     explicit TProvaSuLinea(int porta) : porta(porta) {}
@@ -37,6 +46,13 @@ protected:
         IODevMapPort(porta, nullptr);
     }
     TDataDigit Dati(int tipo, int reset = 1) const { return DatiModello(tipo, porta, reset); }
+    // Connects `d` as a host does: Init, the model's commands, the target.
+    static bool Collega(CDigit& d, CDigitNtfy* target)
+    {
+        if (!d.Init(nullptr)) return false;
+        d.SendInitString();
+        return d.SetCommNotificationTo(target) == 1;
+    }
 
     const int porta;
     TUtenteFinto ui;

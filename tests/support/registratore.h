@@ -24,11 +24,11 @@ inline std::ostream& operator<<(std::ostream& os, const TNotifica& n)
 inline TNotifica Mossa(std::int32_t x, std::int32_t y) { return {0, x, y}; }
 inline TNotifica Pressione(int b, std::int32_t x, std::int32_t y) { return {b, x, y}; }
 
+// Heard on the reader thread, looked at on the test's.
 class TRegistratore : public CDigitNtfy {
 public:
     void NotifyMove(std::int32_t x, std::int32_t y) override { Aggiungi({0, x, y}); }
     void NotifyButton(std::int32_t b, std::int32_t x, std::int32_t y) override { Aggiungi({b, x, y}); }
-
     std::vector<TNotifica> Notifiche() const
     {
         std::lock_guard<std::mutex> g(mutex);

@@ -1,7 +1,6 @@
-// An injected millisecond tick for the tests: each read of the counter moves
-// it on by one millisecond, so a wait of n ms costs about n reads instead of
-// n real milliseconds, and the counter tells how much waiting was done.
-// Installed for the object's lifetime.
+// An injected millisecond tick, installed for the object's lifetime: each
+// read moves it on by one millisecond, so a wait of n ms costs about n reads
+// instead of n real milliseconds, and the counter tells how much was waited.
 #ifndef VELMARIN_TEST_TICK_FINTO_H
 #define VELMARIN_TEST_TICK_FINTO_H
 
@@ -19,10 +18,8 @@ public:
     }
     ~TTickFinto() { ImpostaSorgenteTick(nullptr); }
 
-    // The counter now; reading it here does not move it.
-    std::uint32_t Adesso() const { return contatore().load(); }
-    // Moves the counter on by `ms`, as if that much time had passed.
-    void Avanza(std::uint32_t ms) { contatore() += ms; }
+    std::uint32_t Adesso() const { return contatore().load(); }  // without moving it
+    void Avanza(std::uint32_t ms) { contatore() += ms; }        // as if that much time had passed
 
 private:
     static std::atomic<std::uint32_t>& contatore()
