@@ -27,8 +27,11 @@ struct TDigitLink;
 // The longest silence inside one report, in milliseconds. The longest gather
 // is 40 bytes; at 4800 baud with 11 bits a character (7 data bits, parity and
 // two stop bits, or 8 data bits, parity and one) it takes about 92 ms, so
-// a gap longer than this is never a pause inside a report, however the
-// reader was held up between two reads of it.
+// a gap longer than this is never a pause inside a report. The gap is taken
+// between the reader's reads, as a serial port tells no time of arrival: a
+// reader held up longer than this in the middle of a report drops that
+// report. Between a report lost and one the tablet never sent, the rule
+// takes the loss.
 constexpr std::uint32_t pausaRaccolta = 100;
 
 struct TGuardiaRaccolta {
