@@ -8,6 +8,8 @@ HOST=$1
 prepara_tmux velmarin-prova
 
 esc=$(printf '\033')
+# The screen row by row, wrapped lines not joined as the shared schermo joins
+# them: the layout checks here look at the rows themselves.
 schermo() { tmux capture-pane -p -t "$sessione"; }
 # The main screen with what scrolled off it since the last clear-history.
 storia() { tmux capture-pane -p -S -200 -t "$sessione"; }
