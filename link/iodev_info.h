@@ -84,8 +84,10 @@ public:
         svegliato,  // woken, or nothing to read: test the flags again
         byte,       // the port may hold bytes: drain it
         guasto,     // the port reports a fault and no bytes: pause, then again
+        scaduto,    // the time limit passed with no byte
     };
-    virtual TEsito AttendiPorta() = 0;
+    // Waits for the port, at most `ms` milliseconds (-1: no limit).
+    virtual TEsito AttendiPorta(int ms) = 0;
     // Waits for a wake-up alone, at most `ms` milliseconds (-1: no limit).
     virtual void AttendiSveglia(int ms) = 0;
 

@@ -64,10 +64,12 @@ class TAttesaPoll : public TAttesaLettore {
 public:
     explicit TAttesaPoll(const TIODevInfo& d) : porta(Fd(d.hCom)), sveglia(Fd(d.sveglia)) {}
 
-    TEsito AttendiPorta() override
+    TEsito AttendiPorta(int ms) override
     {
         pollfd p[2] = {{porta, POLLIN, 0}, {sveglia, POLLIN, 0}};
-        if (poll(p, 2, -1) <= 0) return svegliato;
+        const int pronti = poll(p, 2, ms);
+        if (pronti == 0) return scaduto;
+        if (pronti < 0) return svegliato;
         if (p[1].revents & POLLIN) ConsumaSveglia(sveglia);
         if (p[0].revents & POLLIN) return byte;
         return p[0].revents ? guasto : svegliato;

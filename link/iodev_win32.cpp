@@ -129,19 +129,20 @@ public:
 
     // Whatever the mask says once the wait is over, the port is drained: a
     // read that finds nothing ends the drain at once or within its time limit.
-    TEsito AttendiPorta() override
+    TEsito AttendiPorta(int ms) override
     {
         DWORD maschera = 0, n = 0;
         if (serviziComm.WaitCommEvent(porta, &maschera, &ov) || GetLastError() != ERROR_IO_PENDING) return byte;
         const HANDLE sveglia = H(devInfo->sveglia);
         HANDLE oggetti[] = {ov.hEvent, sveglia};
-        if (WaitForMultipleObjects(2, oggetti, FALSE, INFINITE) == WAIT_OBJECT_0) {
+        const DWORD atteso = WaitForMultipleObjects(2, oggetti, FALSE, ms < 0 ? INFINITE : static_cast<DWORD>(ms));
+        if (atteso == WAIT_OBJECT_0) {
             Completa(porta, ov, n);
             return byte;
         }
         SetCommMask(porta, EV_RXCHAR);  // releases the pending wait
         Completa(porta, ov, n);
-        return svegliato;
+        return atteso == WAIT_TIMEOUT ? scaduto : svegliato;
     }
 
     void AttendiSveglia(int ms) override

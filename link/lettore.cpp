@@ -1,6 +1,7 @@
 // The reader's loop, the delivery gate and the resume of delivery, the same
 // on every platform: only the waits, the purge, the lines and the wake-up
 // belong to the platform's layer.
+#include <chrono>
 #include <mutex>
 
 #include "link/iodev.h"
@@ -16,22 +17,40 @@ std::atomic<std::thread::id> idLettore{};  // the reader thread while it runs
 
 constexpr int pausaGuasto = 20;  // ms the reader pauses on a port that gives no bytes
 
+// The reader's own clock for the pauses of the line: real time, whatever
+// tick the host or a test puts behind GetTickCount.
+std::uint32_t Orologio()
+{
+    using namespace std::chrono;
+    return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+bool Consegna(const TIODevInfo& d) { return d.attivo && d.abilitato; }
+
 // One drain under the gate: read what the port holds and hand it on, until
-// a read finds nothing or the gather has no room. Returns the bytes read.
+// a read finds nothing or delivery stops (a target that stops from inside
+// its notification). Returns the bytes read.
 std::int32_t Drena(const TIODevInfo& d, TDigitLink& link)
 {
     std::lock_guard<std::mutex> g(cancello);
-    if (!d.attivo || !d.abilitato) return 0;  // held meanwhile: these bytes go with the resume's purge
     std::int32_t totale = 0;
-    do {
+    while (Consegna(d)) {  // held meanwhile: the bytes left go with the resume's purge
         link.numLetti = static_cast<std::int32_t>(IODevRead(link.bufLettura, dimBuffer));
-        if (link.numLetti > 0) {
-            totale += link.numLetti;
-            ProcessaLettura(link, GetTickCount());
-        }
-    } while (link.numLetti > 0);
+        if (link.numLetti <= 0) break;
+        totale += link.numLetti;
+        ProcessaLettura(link, Orologio());
+    }
     return totale;
 }
+
+// The line was found quiet: under the gate, as its decode notifies.
+void Quiete(const TIODevInfo& d, TDigitLink& link)
+{
+    std::lock_guard<std::mutex> g(cancello);
+    if (Consegna(d)) ProcessaQuiete(link, Orologio());
+}
+
+int Minimo(int a, int b) { return a < 0 ? b : (b < 0 ? a : (a < b ? a : b)); }
 
 }  // namespace
 
@@ -44,12 +63,14 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
             attesa.AttendiSveglia(-1);
             continue;
         }
-        const TAttesaLettore::TEsito esito = attesa.AttendiPorta();
-        if (esito == TAttesaLettore::svegliato) continue;
+        const TAttesaLettore::TEsito esito = attesa.AttendiPorta(AttesaQuiete(link, Orologio()));
+        const std::int32_t letti = esito == TAttesaLettore::byte ? Drena(d, link) : 0;
+        if (letti > 0) continue;
+        Quiete(d, link);
         // A port that woke the reader and then gave nothing, or reports a
         // fault, would have it spin: it pauses, unless woken meanwhile.
-        const std::int32_t letti = esito == TAttesaLettore::byte ? Drena(d, link) : 0;
-        if (letti == 0) attesa.AttendiSveglia(pausaGuasto);
+        if (esito == TAttesaLettore::byte || esito == TAttesaLettore::guasto)
+            attesa.AttendiSveglia(Minimo(pausaGuasto, AttesaQuiete(link, Orologio())));
     }
     idLettore = std::thread::id{};
     return 1;

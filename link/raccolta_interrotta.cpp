@@ -1,20 +1,55 @@
-// The drop of a gather cut short; see raccolta_interrotta.h for the rule and
-// why it departs from the original design.
+// The reader's rules of time on the line; see raccolta_interrotta.h for the
+// rules and why they depart from the original design.
 #include "link/raccolta_interrotta.h"
 
 #include "reports/digit_link.h"
+#include "reports/inquadratura.h"
 
 TGuardiaRaccolta guardiaRaccolta;
 
+namespace {
+
+void NotaRipresa(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
+{
+    const std::uint32_t riprese = g.riprese.load(std::memory_order_acquire);
+    if (riprese == g.ripreseViste) return;
+    g.ripreseViste = riprese;
+    link.numAccum = 0;
+    g.ultimoLetto = -1;
+    g.ultimoArrivo = adesso;
+    g.quieta = false;
+}
+
+}  // namespace
+
 void SegnalaRipresa(TGuardiaRaccolta& guardia) { guardia.riprese.fetch_add(1, std::memory_order_release); }
 
-int ProcessaLettura(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& guardia)
+int ProcessaLettura(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
 {
-    const std::uint32_t riprese = guardia.riprese.load(std::memory_order_acquire);
-    const bool ripreso = riprese != guardia.ripreseViste;
-    const bool stantio = adesso - guardia.ultimoByte > pausaRaccolta;  // unsigned: the tick may wrap
-    if (ripreso || stantio) link.numAccum = 0;
-    guardia.ripreseViste = riprese;
-    guardia.ultimoByte = adesso;
-    return ProcessaReport(link);
+    NotaRipresa(link, adesso, g);
+    const int tipo = Leggi(link.tipoReport);
+    if (link.numAccum == 0) g.inizioRiga = g.quieta || FineRigaReport(tipo, g.ultimoLetto);
+    if (link.numLetti > 0) g.ultimoLetto = link.bufLettura[link.numLetti - 1];
+    g.ultimoArrivo = adesso;
+    g.quieta = false;
+    const int esito = ProcessaReport(link);
+    if (link.numAccum == 0 && SvuotaIngresso(tipo)) g.ultimoLetto = -1;
+    return esito;
+}
+
+int ProcessaQuiete(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
+{
+    NotaRipresa(link, adesso, g);
+    if (g.quieta || adesso - g.ultimoArrivo < PausaLinea(link)) return 0;  // unsigned: the clock may wrap
+    g.quieta = true;
+    return ChiudiPerPausa(link, g.inizioRiga);
+}
+
+int AttesaQuiete(const TDigitLink& link, std::uint32_t adesso, const TGuardiaRaccolta& g)
+{
+    if (g.riprese.load(std::memory_order_acquire) != g.ripreseViste) return 0;
+    if (g.quieta) return -1;
+    const std::uint32_t trascorso = adesso - g.ultimoArrivo;
+    const std::uint32_t pausa = PausaLinea(link);
+    return trascorso >= pausa ? 0 : static_cast<int>(pausa - trascorso);
 }

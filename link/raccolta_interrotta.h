@@ -1,21 +1,26 @@
-// A report cut short never joins the next one.
+// The reader's view of time on the line: a report cut short never joins the
+// next one, and a quiet line never holds a whole report back.
 //
-// The gather keeps what it holds until a whole report's worth of bytes is
-// there. When a report is cut short (the tablet stops in the middle of it,
-// or delivery is held and resumed while it was half gathered, and the resume
-// drops what the port had queued), the bytes that come next belong to
-// another report, and a decoder would read the two pieces as one: a position
-// or a press that the tablet never sent. So a gather that was cut short is
-// dropped, in two places:
-// - at a resume: the gather under way goes with the port's queues;
-// - before new bytes are gathered, when the last byte of the gather arrived
-//   more than pausaRaccolta ago.
-// This departs from the original design, which keeps a part-gathered report
-// across a hold and a resume and joins the next bytes behind it.
+// - A resume of delivery purges the port's queues, so the bytes that come
+//   next do not follow the ones gathered: the gather under way is dropped.
+// - When the line has been quiet for its pause (reports/inquadratura.h), the
+//   gather is closed: the whole report in it is decoded at once and an
+//   incomplete tail is dropped. A slow tablet, or a single press followed by
+//   silence, is heard with the pause as its only delay.
+// - A gather is known to begin at a report's first byte when the byte read
+//   just before it ended a report line, or when the line had been quiet for
+//   the pause before it: a tablet sends each report in one go.
+// The decoders' framing is what keeps a cut report from joining the next
+// whole one; no rule here depends on how long a gap inside a report was.
+//
+// These rules depart from the original design, which kept a part-gathered
+// report across a hold and a resume and joined the next bytes behind it, and
+// decoded only full gathers.
 //
 // The rule stands apart from the serial layer: the reader's drain hands every
-// read to ProcessaLettura instead of ProcessaReport, and IODevResume calls
-// SegnalaRipresa.
+// read to ProcessaLettura instead of ProcessaReport, the reader calls
+// ProcessaQuiete whenever a wait or a drain found the line quiet, and
+// IODevResume and IODevOpen call SegnalaRipresa.
 #ifndef VELMARIN_RACCOLTA_INTERROTTA_H
 #define VELMARIN_RACCOLTA_INTERROTTA_H
 
@@ -24,35 +29,37 @@
 
 struct TDigitLink;
 
-// The longest silence inside one report, in milliseconds. The longest gather
-// is 40 bytes; at 4800 baud with 11 bits a character (7 data bits, parity and
-// two stop bits, or 8 data bits, parity and one) it takes about 92 ms, so
-// a gap longer than this is never a pause inside a report. The gap is taken
-// between the reader's reads, as a serial port tells no time of arrival: a
-// reader held up longer than this in the middle of a report drops that
-// report. Between a report lost and one the tablet never sent, the rule
-// takes the loss.
-constexpr std::uint32_t pausaRaccolta = 100;
-
 struct TGuardiaRaccolta {
     std::atomic<std::uint32_t> riprese{0};  // resumes so far; written by IODevResume
-    std::uint32_t ripreseViste = 0;         // the reader's own: resumes already acted on
-    std::uint32_t ultimoByte = 0;           // the reader's own: tick of the last gathered read
+    // The reader's own:
+    std::uint32_t ripreseViste = 0;  // resumes already acted on
+    std::uint32_t ultimoArrivo = 0;  // ms of the last read with bytes, or of the resume seen
+    int ultimoLetto = -1;            // the last byte read; -1 when a purge may have dropped some
+    bool quieta = false;             // quiet for a pause since ultimoArrivo
+    bool inizioRiga = false;         // the gather under way began at a report's first byte
 };
 
 // The one guard of the process, beside the one link record.
 extern TGuardiaRaccolta guardiaRaccolta;
 
-// For IODevResume, once it has purged the port's queues: the gather under way
-// is dropped before the next bytes are gathered. Called where no drain is
-// under way, so that no byte read before the purge joins the new gather.
+// For IODevResume once it has purged the port's queues, and for IODevOpen:
+// the gather under way is dropped before the next bytes are gathered, and
+// nothing read before counts as the bytes ahead of them. Called where no
+// drain is under way.
 void SegnalaRipresa(TGuardiaRaccolta& guardia = guardiaRaccolta);
 
 // For the reader, with every read that gave bytes, in place of
-// ProcessaReport: drops a gather cut short by a resume or by a silence longer
-// than pausaRaccolta, then gathers and decodes as ProcessaReport does.
-// `adesso` is the millisecond tick (GetTickCount) at the read. Returns what
+// ProcessaReport; `adesso` is a millisecond clock. Returns what
 // ProcessaReport returns.
 int ProcessaLettura(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& guardia = guardiaRaccolta);
+
+// For the reader whenever it found the line quiet: acts on a resume and,
+// once the line has been quiet for its pause, closes the gather. Returns 1
+// when that decoded a report.
+int ProcessaQuiete(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& guardia = guardiaRaccolta);
+
+// How long the reader may wait on a quiet line before ProcessaQuiete has
+// something to do, in milliseconds; -1 for as long as it likes.
+int AttesaQuiete(const TDigitLink& link, std::uint32_t adesso, const TGuardiaRaccolta& guardia = guardiaRaccolta);
 
 #endif

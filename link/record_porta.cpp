@@ -6,6 +6,7 @@
 #include <new>
 
 #include "link/iodev.h"
+#include "link/raccolta_interrotta.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
 
@@ -38,6 +39,7 @@ int IODevOpen(TDigitLink& link)
 {
     link.numAccum = 0;
     if (!devInfo) return 0;
+    SegnalaRipresa();  // a new line: nothing read before counts
     Scrivi(link.hPorta, 0);
     const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
     const int esito = AvviaConnessione(*devInfo, link);

@@ -1,8 +1,18 @@
 // Decoders of the three binary report formats. Reports are fixed length with
 // no end marker, so the decoder finds a report's first byte by its sync bits.
-// The first byte that passes the sync test is taken, whatever follows; the
-// gather, not the report, is the unit of work: after one attempt every
+// The gather, not the report, is the unit of work: after one attempt every
 // gathered byte is dropped, those behind the report too.
+//
+// Framing. A tablet's data bytes never pass its format's sync test: format 1
+// sends seven bits a data byte, format 5 six (five in b1, b4, b7), format 8
+// seven. A sync byte where the report's data should stand is therefore the
+// first byte of the next report, and the report before it was cut short (the
+// tablet lost bytes, or stopped and went on): its bytes are dropped and the
+// decoder goes on from that byte. Only a whole, uncut report is decoded.
+// This departs from the original decoders, which took the first sync byte's
+// report whatever stood in it: a format 8 data byte with bit 7 set, which
+// they rejected, now starts a report, and a format 5 data byte 0x40 (which
+// the tablet never sends) is taken for the sync byte it is.
 //
 // Format 1, "SummaGraph.MM BINARY", 5 bytes:
 //   b0  bits 7..6 = 1 0 (sync), bit 4 x positive, bit 3 y positive,
@@ -18,7 +28,7 @@
 // Format 8, "Numonics Binary", 6 bytes:
 //   b0  bit 7 sync, bits 6..2 button pattern, bits 1..0 x bits 15..14
 //   b1, b2  x bits 13..7, 6..0     b3 bits 1..0 y bits 15..14
-//   b4, b5  y bits 13..7, 6..0     bit 7 of b1..b5 set rejects
+//   b4, b5  y bits 13..7, 6..0     bit 7 of b1..b5 set: a sync, the report is cut
 //   button: (b0 & 0x7C) 0x44 -> 1, 0x48 -> 2, 0x50 -> 3, 0x60 -> 4, else 0
 #include <cstddef>
 
@@ -32,13 +42,28 @@ struct TFormatoBinario {
     bool (*decodifica)(const std::uint8_t* b, TDigitLink&);  // false rejects
 };
 
+// The first sync byte among the data bytes of the report that begins at
+// `inizio`, within the gathered bytes; -1 when there is none.
+int SyncNeiDati(const TDigitLink& link, const TFormatoBinario& formato, int inizio)
+{
+    const int fine = inizio + formato.lunghezza < link.numAccum ? inizio + formato.lunghezza : link.numAccum;
+    for (int j = inizio + 1; j < fine; ++j)
+        if (formato.sync(link.bufReport[j])) return j;
+    return -1;
+}
+
 // The one plan of the three decoders; the format says what differs.
 int DecodificaBinario(TDigitLink& link, const TFormatoBinario& formato)
 {
-    if (link.numAccum < LenGather(link)) return 0;
+    if (!GatherChiuso(link)) return 0;
     int esito = 0;
     for (int i = 0; i < link.numAccum; ++i) {
         if (!formato.sync(link.bufReport[i])) continue;
+        const int taglio = SyncNeiDati(link, formato, i);
+        if (taglio >= 0) {
+            i = taglio - 1;  // a cut report: the next one begins at the sync byte
+            continue;
+        }
         if (i + formato.lunghezza - 1 < link.numAccum)
             esito = formato.decodifica(link.bufReport + i, link) ? 1 : 0;
         break;
@@ -89,8 +114,6 @@ int BottoneNumonics(std::uint8_t b0)
 
 bool CampiNumonics(const std::uint8_t* b, TDigitLink& link)
 {
-    for (int k = 1; k <= 5; ++k)
-        if ((b[k] & 0x80) != 0) return false;
     const std::int32_t x = ((b[0] & 0x03) << 14) | (b[1] << 7) | b[2];
     const std::int32_t y = ((b[3] & 0x03) << 14) | (b[4] << 7) | b[5];
     Scrivi(link.xReport, x);

@@ -10,6 +10,13 @@
 // A line of exactly 12 characters has no character 13; that column counts as
 // a non-digit, and y is read from characters 9 to 12.
 //
+// Framing. The tablet sends 14 characters a line. A line of more than 14 is
+// one cut short and joined to the next, and one of fewer than 12 was cut
+// short; either is dropped, and the decoder goes on from the CR that ends
+// it. This departs from the original decoder, which read any line of 12
+// characters or more. A cut of one or two characters in front of a line of
+// 12 or 13 stays undetectable: no column tells where a line begins.
+//
 // One attempt per full gather: whatever it gives, the gather is dropped.
 #include "campo_testo.h"
 
@@ -17,6 +24,7 @@ namespace {
 
 constexpr int caratteriUtili = 13;  // characters the columns reach
 constexpr int caratteriMinimi = 12;
+constexpr int caratteriMassimi = 14;  // what the tablet sends
 constexpr int colonneCampo = 5;
 
 // The line's characters without CR and LF: the first caratteriUtili stored,
@@ -46,17 +54,9 @@ void CampoDaRiga(const TRiga& riga, int primo, TCampoDecimale& campo)
     for (int n = primo; n < primo + colonneCampo; ++n) campo.Aggiungi(riga.Carattere(n));
 }
 
-int TentativoCalcomp9500(TDigitLink& link)
+// A line of a whole line's length, its CR and LF left out.
+int LeggiRiga(TDigitLink& link, const TRiga& riga)
 {
-    const int inizio = TrovaNelGather(link, carCR, 0);
-    if (inizio < 0 || inizio + 1 >= NumGather(link)) return 0;
-    const int fine = TrovaNelGather(link, carCR, inizio + 1);
-    if (fine < 0) return 0;
-
-    TRiga riga;
-    for (int i = inizio + 1; i < fine; ++i) riga.Aggiungi(link.bufReport[i]);
-    if (riga.quanti < caratteriMinimi) return 0;
-
     TCampoDecimale x(colonneCampo), y(colonneCampo);
     CampoDaRiga(riga, 4, x);
     CampoDaRiga(riga, 9, y);
@@ -67,11 +67,25 @@ int TentativoCalcomp9500(TDigitLink& link)
     return 1;
 }
 
+int TentativoCalcomp9500(TDigitLink& link)
+{
+    int inizio = TrovaNelGather(link, carCR, 0);
+    while (inizio >= 0 && inizio + 1 < NumGather(link)) {
+        const int fine = TrovaNelGather(link, carCR, inizio + 1);
+        if (fine < 0) return 0;
+        TRiga riga;
+        for (int i = inizio + 1; i < fine; ++i) riga.Aggiungi(link.bufReport[i]);
+        if (riga.quanti >= caratteriMinimi && riga.quanti <= caratteriMassimi) return LeggiRiga(link, riga);
+        inizio = fine;  // a cut line: the next one begins at its CR
+    }
+    return 0;
+}
+
 }  // namespace
 
 int DecodificaCalcomp9500(TDigitLink& link)
 {
-    if (link.numAccum < LenGather(link)) return 0;
+    if (!GatherChiuso(link)) return 0;
     const int esito = TentativoCalcomp9500(link);
     link.numAccum = 0;
     return esito;

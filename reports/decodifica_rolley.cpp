@@ -6,9 +6,14 @@
 //   wide layout (comma at c+10):   x c+4..c+9,  y c+11..c+16
 //   narrow layout (comma at c+9):  x c+4..c+8,  y c+10..c+14
 // The wide comma is tested first. In the field columns only digits count, so
-// x and y are never negative. The second CR may lie inside the y columns (as
-// early as c+14); it counts there as a non-digit, and so does a column behind
-// the gathered bytes.
+// x and y are never negative.
+//
+// Framing. The tablet's lines are all of one length: the second CR stands at
+// c+15 (narrow) or c+17 (wide), and the layout must be the one of its
+// length. A CR anywhere else ends a line that was cut short, or joined to
+// the next one; such a line is dropped, and the decoder goes on from the CR
+// that ends it. This departs from the original decoder, which took a second
+// CR at c+14 inside the y columns (four digits of y) and any line longer.
 //
 // One attempt per full gather, after which the port's input queue is purged
 // and the gather dropped, so the next gather starts at whatever the tablet
@@ -19,12 +24,12 @@
 namespace {
 
 struct TDisposizione {
-    int virgola;  // column of the comma between the fields, from c
+    int virgola;    // column of the comma between the fields, from c
     int larghezza;  // digit columns of each field
+    int fine;       // column of the CR that ends the line
 };
-constexpr TDisposizione larga{10, 6};
-constexpr TDisposizione stretta{9, 5};
-constexpr int distanzaMinimaCR = 14;  // the second CR lies at c+14 or later
+constexpr TDisposizione larga{10, 6, 17};
+constexpr TDisposizione stretta{9, 5, 15};
 
 bool StatoValido(std::uint8_t c) { return (c & 0x70) == 0x40; }
 
@@ -37,18 +42,15 @@ bool BottoneRolley(std::uint8_t c, std::int32_t& bottone)
     return true;
 }
 
-int TentativoRolley(TDigitLink& link)
+// The line between the CRs at c and at `fine`, of the length of a layout.
+int LeggiLinea(TDigitLink& link, int c, int fine)
 {
-    const int c = TrovaNelGather(link, carCR, 0);
-    if (c < 0 || c + 1 >= NumGather(link)) return 0;
-    const int fine = TrovaNelGather(link, carCR, c + 1);
-    if (fine < 0 || fine < c + distanzaMinimaCR) return 0;
     if (ByteGather(link, c + 3) != ',' || !StatoValido(ByteGather(link, c + 1))) return 0;
 
     const TDisposizione* d = nullptr;
     if (ByteGather(link, c + larga.virgola) == ',') d = &larga;
     else if (ByteGather(link, c + stretta.virgola) == ',') d = &stretta;
-    else return 0;
+    if (!d || fine != c + d->fine) return 0;
 
     // Six columns of digits at most: no field can pass 32 bits.
     TCampoDecimale x(d->larghezza), y(d->larghezza);
@@ -65,11 +67,23 @@ int TentativoRolley(TDigitLink& link)
     return 1;
 }
 
+int TentativoRolley(TDigitLink& link)
+{
+    int c = TrovaNelGather(link, carCR, 0);
+    while (c >= 0 && c + 1 < NumGather(link)) {
+        const int fine = TrovaNelGather(link, carCR, c + 1);
+        if (fine < 0) return 0;
+        if (fine == c + stretta.fine || fine == c + larga.fine) return LeggiLinea(link, c, fine);
+        c = fine;  // a cut line: the next one begins at its CR
+    }
+    return 0;
+}
+
 }  // namespace
 
 int DecodificaRolley(TDigitLink& link)
 {
-    if (link.numAccum < LenGather(link)) return 0;
+    if (!GatherChiuso(link)) return 0;
     const int esito = TentativoRolley(link);
     IODevPurgeRx();
     link.numAccum = 0;

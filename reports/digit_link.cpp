@@ -28,4 +28,5 @@ void AzzeraDigitLink(TDigitLink& link)
     link.bitDati = 0;
     link.bitStop = 0;
     link.controlloFlusso = 0;
+    link.chiusoDaPausa = 0;
 }

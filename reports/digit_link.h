@@ -43,6 +43,10 @@ struct TDigitLink {
     std::uint8_t bitDati;
     std::uint8_t bitStop;
     std::uint8_t controlloFlusso;          // bit 0 DSR/DTR, 1 CTS/RTS, 2 XON/XOFF
+    // The reader's own, beyond the design's fields: 1 while a quiet line
+    // closes the gather, so that the decoders take the bytes gathered so far
+    // as a full gather (link/raccolta_interrotta.h).
+    std::uint8_t chiusoDaPausa;
 };
 
 extern TDigitLink digitLink;
@@ -62,6 +66,13 @@ inline std::int32_t LenGather(const TDigitLink& link)
 {
     const std::int32_t len = Leggi(link.lenReport);
     return len > dimBuffer ? dimBuffer : len;
+}
+
+// Whether the gather is ready for the decoder's one attempt: full, or closed
+// by a quiet line with at least one byte in it.
+inline bool GatherChiuso(const TDigitLink& link)
+{
+    return link.numAccum >= LenGather(link) || (link.chiusoDaPausa != 0 && link.numAccum > 0);
 }
 
 // Gathers the last read and, with a full gather, decodes and notifies.

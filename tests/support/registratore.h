@@ -24,6 +24,24 @@ inline std::ostream& operator<<(std::ostream& os, const TNotifica& n)
 inline TNotifica Mossa(std::int32_t x, std::int32_t y) { return {0, x, y}; }
 inline TNotifica Pressione(int b, std::int32_t x, std::int32_t y) { return {b, x, y}; }
 
+// What a report of a pointer state (x, y, bottone) announces when the one
+// before it differs.
+template <class S>
+TNotifica Udito(const S& s)
+{     return s.bottone ? Pressione(s.bottone, s.x, s.y) : Mossa(s.x, s.y);
+}
+
+// Whether `udito` is `inviato` with some of it left out, in order.
+inline bool Sottosequenza(const std::vector<TNotifica>& udito, const std::vector<TNotifica>& inviato)
+{
+    std::size_t j = 0;
+    for (const TNotifica& n : udito) {
+        while (j < inviato.size() && !(inviato[j] == n)) ++j;
+        if (j++ == inviato.size()) return false;
+    }
+    return true;
+}
+
 // Heard on the reader thread, looked at on the test's.
 class TRegistratore : public CDigitNtfy {
 public:

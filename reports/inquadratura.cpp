@@ -1,0 +1,78 @@
+#include "inquadratura.h"
+
+#include <cstring>
+
+namespace {
+
+struct TFormatoTempo {
+    int byteReport;          // bytes of the longest report the tablet sends
+    std::uint8_t fineRiga;   // the last byte of every report, 0 where none is fixed
+    std::uint8_t capoRiga;   // the byte behind which the decoder reads a line
+};
+
+// By format: 1 SummaGraph binary, 2 and 3 "x,y,b" CR LF, 4 OCE "@..." CR LF,
+// 5 MicroGrid, 6 Rolley "@b,x,y" CR (wide), 7 Calcomp 9500 CR LF, 8 Numonics.
+constexpr TFormatoTempo formati[] = {
+    {0, 0, 0},
+    {5, 0, 0},
+    {15, 0x0A, 0x0A},
+    {15, 0x0A, 0x0A},
+    {17, 0, 0},
+    {8, 0, 0},
+    {17, 0x0D, 0x0D},
+    {16, 0x0A, 0x0D},
+    {6, 0, 0},
+};
+constexpr int numFormati = sizeof formati / sizeof formati[0];
+
+const TFormatoTempo& Formato(int tipo) { return formati[tipo >= 1 && tipo < numFormati ? tipo : 0]; }
+
+// Bits on the line for one character: start, data, parity, stop; a record
+// without settings counts as 8N1, the rates as the port takes them.
+std::uint32_t BitCarattere(const TDigitLink& link)
+{
+    const std::uint32_t dati = link.bitDati == 7 ? 7 : 8;
+    const std::uint32_t parita = (link.parita == 'E' || link.parita == 'O') ? 1 : 0;
+    const std::uint32_t stop = link.bitStop == 2 ? 2 : 1;
+    return 1 + dati + parita + stop;
+}
+
+std::uint32_t Velocita(const TDigitLink& link)
+{
+    return (link.velocita == 4800 || link.velocita == 19200) ? static_cast<std::uint32_t>(link.velocita) : 9600;
+}
+
+}  // namespace
+
+std::uint32_t PausaLinea(const TDigitLink& link)
+{
+    const std::uint32_t bit = 3u * static_cast<std::uint32_t>(Formato(Leggi(link.tipoReport)).byteReport) *
+                              BitCarattere(link);
+    const std::uint32_t ms = (bit * 1000u + Velocita(link) - 1) / Velocita(link);
+    return ms > pausaMinima ? ms : pausaMinima;
+}
+
+bool FineRigaReport(int tipo, int byte)
+{
+    const std::uint8_t fine = Formato(tipo).fineRiga;
+    return fine != 0 && byte == fine;
+}
+
+bool SvuotaIngresso(int tipo) { return tipo == 4 || tipo == 6; }
+
+int ChiudiPerPausa(TDigitLink& link, bool inizioRiga)
+{
+    if (link.numAccum <= 0) return 0;
+    const std::uint8_t capo = Formato(Leggi(link.tipoReport)).capoRiga;
+    if (inizioRiga && capo != 0 && link.numAccum < dimBuffer) {
+        std::memmove(link.bufReport + 1, link.bufReport, static_cast<std::size_t>(link.numAccum));
+        link.bufReport[0] = capo;
+        ++link.numAccum;
+    }
+    link.chiusoDaPausa = 1;
+    link.numLetti = 0;
+    const int esito = ProcessaReport(link);
+    link.chiusoDaPausa = 0;
+    link.numAccum = 0;  // an incomplete tail, or a line the decoder left
+    return esito;
+}
