@@ -49,7 +49,9 @@ VELMARIN_API velmarin_tablet* VELMARIN_CALL velmarin_open(const TDataDigit* setu
  * reset, if chosen, reaches the line only while delivery is on, that is
  * while someone listens. A tablet that listens on a connection it did not
  * open stops listening first. When it returns no callback of this tablet
- * runs or will run. Not from inside a callback. */
+ * runs or will run, except the one it is called from: from inside one of
+ * this tablet's callbacks it stops delivery at once, and the library's
+ * reader ends and closes the port when that callback returns. */
 VELMARIN_API void VELMARIN_CALL velmarin_close(velmarin_tablet* tablet);
 
 /* The record of model `model` (1..8) with the catalogue's line settings,

@@ -40,6 +40,10 @@ struct TIODevInfo {
     // resume reaches it at once even on a silent line; open while the port is.
     std::intptr_t sveglia = nessunOggetto;
     std::atomic<std::uint8_t> abilitato{0};  // delivery on (1) or off (0)
+    // Set by a close asked for from inside a notification, on the reader
+    // thread: the reader ends once the notification returns and closes the
+    // port itself; the host's next close or open joins it.
+    bool chiusaDalLettore = false;
     // Handle given to the link and to CDigit for the open port: a number that
     // no earlier open of the process has used, so that a stale copy of it
     // never names the connection running now. 0 while not open.
@@ -94,6 +98,12 @@ public:
 protected:
     ~TAttesaLettore() = default;
 };
+
+// A close asked for on the reader thread, from inside a notification: the
+// reader cannot wait for itself, so delivery stops at once, the reader ends
+// when the notification returns and closes the port on its way out, and the
+// connection counts as closed from now on. Returns 1.
+int ChiudiDalLettore(TIODevInfo& d);
 
 // The reader's box when its wait objects could not be made.
 void BoxGuastoLettore();

@@ -190,22 +190,25 @@ int IODevConfigure()
     return esito;
 }
 
-// On the reader thread itself (a target that closes) the wait would be for
-// that very thread: the close is refused.
+void ChiudiLinea(TIODevInfo& d)
+{
+    if (d.hCom < 0) return;
+    Linea(Fd(d.hCom), TIOCM_DTR, false);
+    Linea(Fd(d.hCom), TIOCM_RTS, false);
+    Svuota(Fd(d.hCom), TCIOFLUSH);
+    ChiudiPorta(d);
+}
+
 int IODevClose()
 {
-    if (!devInfo || IODevSulLettore()) return 0;
+    if (!devInfo) return 0;
     TIODevInfo& d = *devInfo;
+    if (IODevSulLettore()) return ChiudiDalLettore(d);
     d.attivo = 0;
     SvegliaLettore(d);
     if (d.hThread.joinable()) d.hThread.join();
     ChiudiSveglia(d);
-    if (d.hCom >= 0) {
-        Linea(Fd(d.hCom), TIOCM_DTR, false);
-        Linea(Fd(d.hCom), TIOCM_RTS, false);
-        Svuota(Fd(d.hCom), TCIOFLUSH);
-        ChiudiPorta(d);
-    }
+    ChiudiLinea(d);
     d.handle = 0;
     return 1;
 }
@@ -269,7 +272,9 @@ std::uint32_t IODevThread(TDigitLink* link)
         return 0;
     }
     TAttesaPoll attesa(*devInfo);
-    return CicloLettore(*link, attesa);
+    const std::uint32_t esito = CicloLettore(*link, attesa);
+    if (devInfo->chiusaDalLettore) ChiudiLinea(*devInfo);
+    return esito;
 }
 
 int IODevHold()

@@ -235,12 +235,20 @@ int IODevConfigure()
     return esito ? 1 : 0;
 }
 
-// On the reader thread itself (a target that closes) the wait would be for
-// that very thread: the close is refused.
+void ChiudiLinea(TIODevInfo& d)
+{
+    if (d.hCom == nessunOggetto) return;
+    EscapeCommFunction(H(d.hCom), CLRDTR);
+    EscapeCommFunction(H(d.hCom), CLRRTS);
+    PurgeComm(H(d.hCom), tutteLeCode);
+    Chiudi(d.hCom);
+}
+
 int IODevClose()
 {
-    if (!devInfo || IODevSulLettore()) return 0;
+    if (!devInfo) return 0;
     TIODevInfo& d = *devInfo;
+    if (IODevSulLettore()) return ChiudiDalLettore(d);
     d.attivo = 0;
     SvegliaLettore(d);
     if (d.hThread) {
@@ -249,12 +257,7 @@ int IODevClose()
         d.hThread = 0;
     }
     Chiudi(d.sveglia);
-    if (d.hCom != nessunOggetto) {
-        EscapeCommFunction(Porta(), CLRDTR);
-        EscapeCommFunction(Porta(), CLRRTS);
-        PurgeComm(Porta(), tutteLeCode);
-        Chiudi(d.hCom);
-    }
+    ChiudiLinea(d);
     d.handle = 0;
     return 1;
 }
@@ -305,6 +308,7 @@ std::uint32_t IODevThread(TDigitLink* link)
         TAttesaComm attesa(Porta(), evento);
         esito = CicloLettore(*link, attesa);
     }
+    if (devInfo->chiusaDalLettore) ChiudiLinea(*devInfo);
     CloseHandle(evento);
     return esito;
 }

@@ -90,6 +90,14 @@ int IODevResume()
     return 1;
 }
 
+int ChiudiDalLettore(TIODevInfo& d)
+{
+    d.abilitato = 0;
+    d.attivo = 0;
+    d.chiusaDalLettore = true;
+    return 1;
+}
+
 void BoxGuastoLettore()
 {
     MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);

@@ -18,7 +18,10 @@
 //   a retry takes the settings it is given, not those of the failed attempt.
 // - The destructor of a connected object ends the connection (reset, close
 //   with the reader joined, destroy) before it frees the tables, so no
-//   notification can reach a calibration of a half-destroyed object.
+//   notification can reach a calibration of a half-destroyed object. Run
+//   from inside a notification (a target that owns its tablet and drops it
+//   there) it cannot wait for the reader, its caller: it stops delivery, and
+//   the reader ends and closes the port once the notification returns.
 #include "digit.h"
 
 #include "link/iodev.h"
@@ -68,7 +71,13 @@ void ImpostazioniLink(const TDataDigit& dati, TDigitLink& link)
 
 CDigit::~CDigit()
 {
-    if (hPorta != 0) {
+    if (hPorta != 0 && IODevSulLettore()) {
+        // From inside a notification: nothing more is delivered, the reader
+        // ends when the notification returns and closes the port, and the
+        // next Init frees the record.
+        StopCommNotification();
+        IODevClose();
+    } else if (hPorta != 0) {
         SendResetSeScelto();
         if (IODevClose() != 1) BoxErrore(nullptr, idsDisconnessione);
         if (IODevDestroy() != 1) BoxErrore(nullptr, idsDeallocazione);

@@ -4,12 +4,14 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <thread>
 #include <tuple>
 
 #include "platform/toldeko/gwnd.h"
+#include "velmarin.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
 #include "support/prova_su_linea.h"
@@ -221,6 +223,67 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
             d.StopCommNotification();
         EXPECT_TRUE(lento.finita) << (chiudi ? "close" : "stop") << " returned during the notification";
         d.StopCommNotification();
+    }
+}
+
+// A host that drops its own tablet from inside a press: by a stop, by
+// destroying the CDigit, by velmarin_stop or by velmarin_close. The call
+// returns (no wait for the reader, its caller), nothing is delivered after
+// it, no box shows, and after a close the port opens again at once.
+TEST_F(ConnessioneTest, AHostDropsItsOwnTabletFromInsideANotification)
+{
+    enum TModo { ferma, distruggi, fermaC, chiudiC };
+    struct TProprietario : CDigitNtfy {
+        TModo modo;
+        std::unique_ptr<CDigit> digit;
+        velmarin_tablet* tavoletta = nullptr;
+        std::atomic<int> pressioni{0};
+        void NotifyMove(std::int32_t, std::int32_t) override {}
+        void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override { Lascia(); }
+        void Lascia()
+        {
+            ++pressioni;
+            if (modo == ferma) digit->StopCommNotification();
+            if (modo == distruggi) digit.reset();
+            if (modo == fermaC) velmarin_stop(tavoletta);
+            if (modo == chiudiC) velmarin_close(tavoletta);
+        }
+        static void Bottone(void* io, std::int32_t, std::int32_t, std::int32_t)
+        {
+            static_cast<TProprietario*>(io)->Lascia();
+        }
+    };
+    for (TModo modo : {ferma, distruggi, fermaC, chiudiC}) {
+        SCOPED_TRACE("way " + std::to_string(modo));
+        TProprietario host;
+        host.modo = modo;
+        const TDataDigit dati = Dati(8, 1);
+        if (modo == fermaC || modo == chiudiC) {
+            host.tavoletta = velmarin_open(&dati);
+            ASSERT_EQ(velmarin_connect(host.tavoletta), 1);
+            ASSERT_EQ(velmarin_listen(host.tavoletta, nullptr, &TProprietario::Bottone, &host), 1);
+        } else {
+            host.digit = std::make_unique<CDigit>(dati);
+            ASSERT_TRUE(Collega(*host.digit, &host));
+        }
+        ASSERT_TRUE(RipetiFinche([&] { return host.pressioni > 0; }, [&] { sim.InviaStato(8, {70, 80, 1}, 15); }));
+        EXPECT_EQ(Leggi(digitLink.ntfy), nullptr);
+        for (int i = 0; i < 3; ++i) {
+            sim.InviaStato(8, {71 + i, 80, 0}, 15);
+            sim.InviaStato(8, {71 + i, 80, 1}, 15);
+        }
+        EXPECT_TRUE(ui.Messaggi().empty());
+        if (modo == ferma || modo == fermaC) {
+            EXPECT_EQ(host.pressioni, 1);
+            if (modo == fermaC) velmarin_close(host.tavoletta);
+            continue;
+        }
+        CDigit dopo(Dati(8, 1));
+        TRegistratore reg;
+        ASSERT_TRUE(Collega(dopo, &reg));
+        EXPECT_EQ(host.pressioni, 1);
+        EXPECT_TRUE(SuonaFinoA(sim, 8, {90, 91, 1}, 15, reg, 1));
+        dopo.StopCommNotification();
     }
 }
 
