@@ -4,8 +4,7 @@
 // map that was in force is put back, where the procedure leaves none.
 #include "calibration/calibrazione_esterna.h"
 
-#include <cmath>
-
+#include "calibration/finiti.h"
 #include "digit.h"
 #include "tablet/tabelle.h"
 
@@ -14,18 +13,11 @@ namespace {
 constexpr int minPunti = 3;   // an affine map has three unknowns per axis
 constexpr int maxPunti = 21;  // as many as the sparse-point procedure takes
 
-bool Finiti(const double* v, int n)
-{
-    for (int k = 0; k < n; ++k)
-        if (!std::isfinite(v[k])) return false;
-    return true;
-}
-
 bool GrigliaAccettabile(const TGrigliaDigitalizzata& g)
 {
     const double terreno[] = {g.iniEst, g.iniNord, g.passoEst, g.passoNord};
     return g.numQuadEst >= 1 && g.numQuadEst <= maxQuadrati && g.numQuadNord >= 1 &&
-           g.numQuadNord <= maxQuadrati && g.x && g.y && Finiti(terreno, 4);
+           g.numQuadNord <= maxQuadrati && g.x && g.y && TuttiFiniti(terreno, 4);
 }
 
 }  // namespace
@@ -95,7 +87,7 @@ bool TCalibrazioneEsterna::PuntiSparsi(CDigit& d, int n, const std::int32_t* x,
                                        const std::int32_t* y, const double* est, const double* nord)
 {
     if (n < minPunti || n > maxPunti || !x || !y || !est || !nord) return false;
-    if (!Finiti(est, n) || !Finiti(nord, n)) return false;
+    if (!TuttiFiniti(est, n) || !TuttiFiniti(nord, n)) return false;
     double px[maxPunti], py[maxPunti], pe[maxPunti], pn[maxPunti];
     for (int k = 0; k < n; ++k) {
         px[k] = x[k];

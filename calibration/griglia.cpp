@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "calibration/finiti.h"
 #include "calibration/indice_celle.h"
 #include "calibration/quadrati.h"
 
@@ -23,6 +24,8 @@ double Negato(std::int32_t v) { return static_cast<double>(-static_cast<std::int
 // Eight equations in c0..c7, two per corner: East·w = c0·x + c1·y + c2 and
 // North·w = c3·x + c4·y + c5 with w = c6·x + c7·y + 1. The negated counts are
 // converted before the product with the ground value is taken in double.
+// A cell whose coefficients are not finite (a value that is not, or one that
+// overflows the system) is one that cannot be solved.
 bool CDigit::CalcoloCoefOmog(std::int32_t* x, std::int32_t* y, double* est, double* nord,
                              double* coef)
 {
@@ -51,7 +54,7 @@ bool CDigit::CalcoloCoefOmog(std::int32_t* x, std::int32_t* y, double* est, doub
     }
     bool errore = true;
     SolGausJ(a.data(), b.data(), coef, coefOmog, errore);
-    return !errore;
+    return !errore && TuttiFiniti(coef, coefOmog);
 }
 
 // Solves every cell of the grid, East index outermost, into coefCelle. The

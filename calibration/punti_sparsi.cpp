@@ -3,6 +3,8 @@
 // the digitized points, each with the same weight and none rejected.
 #include "digit.h"
 
+#include "calibration/finiti.h"
+
 #include <vector>
 
 namespace {
@@ -33,14 +35,16 @@ void CDigit::CalcoloTrasfCoord(const double* x, const double* y, const double* e
 
 // On success the East fit goes to coefCelle[0][0] and the North fit to
 // coefCelle[1][1], constant first, and the state becomes calibPtSparsi, in
-// that order. On a singular fit neither the table nor the state changes.
+// that order. On a singular fit neither the table nor the state changes, nor
+// on one whose coefficients are not finite: a value that is not finite, or
+// one so large that the normal equations overflow, gives no map.
 bool CDigit::CalcoloCoefficientiPtSparsi(double* x, double* y, double* est, double* nord, int n)
 {
     double coefEst[coefAffini];
     double coefNord[coefAffini];
     bool errore = true;
     CalcoloTrasfCoord(x, y, est, nord, coefEst, coefNord, n, errore);
-    if (errore) return false;
+    if (errore || !TuttiFiniti(coefEst, coefAffini) || !TuttiFiniti(coefNord, coefAffini)) return false;
     for (int k = 0; k < coefAffini; ++k) {
         coefCelle[0][0][k] = coefEst[k];
         coefCelle[1][1][k] = coefNord[k];

@@ -109,7 +109,8 @@ VELMARIN_API int VELMARIN_CALL velmarin_button_function(const velmarin_tablet* t
 /* 1 when a model is chosen, its limits defined and a calibration in force. */
 VELMARIN_API int VELMARIN_CALL velmarin_is_calibrated(const velmarin_tablet* tablet);
 /* The ground coordinates of tablet counts (x, y) by the calibration in
- * force; 1, or 0 with the results untouched when there is none. */
+ * force; 1, or 0 with the results untouched when there is none or when the
+ * map gives no finite value there (a grid cell's vanishing line). */
 VELMARIN_API int VELMARIN_CALL velmarin_to_ground(const velmarin_tablet* tablet, int32_t x, int32_t y,
                                                   double* east, double* north);
 /* The calibrated area: with `whole` not 0 the images of the record's two
@@ -137,7 +138,8 @@ VELMARIN_API int VELMARIN_CALL velmarin_calibrate_grid(velmarin_tablet* tablet);
  * (3 to 21), tablet counts x[k], y[k] and ground east[k], north[k], exactly
  * as the sparse-point calibration fits and stores it from the same points.
  * 0 and the map left as it was for a count outside 3..21, a null array, a
- * value that is not finite, or a degenerate set (all points on one line).
+ * value that is not finite, a degenerate set (all points on one line), or
+ * values so large that the fit overflows.
  *
  * velmarin_fit_grid: one projective map per cell of a grid of squares_east by
  * squares_north squares (1 to 21 each), exactly as the grid calibration
@@ -145,7 +147,8 @@ VELMARIN_API int VELMARIN_CALL velmarin_calibrate_grid(velmarin_tablet* tablet);
  * q*step_north, and was digitized at node_x[k], node_y[k] with k = q *
  * (squares_east + 1) + p: East index varying fastest. 0 and the map left as
  * it was for a count outside 1..21, a null array, a value that is not
- * finite, or a degenerate cell (corners on one line or on one point).
+ * finite, a degenerate cell (corners on one line or on one point), or
+ * values so large that a cell's fit overflows.
  *
  * Both replace the calibration in force only on success, and while the new
  * map is stored a concurrent velmarin_to_ground finds no calibration. */

@@ -13,6 +13,7 @@
 #include "velmarin.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 
 #include "calibration/calibrazione_esterna.h"
@@ -179,7 +180,13 @@ int velmarin_is_calibrated(const velmarin_tablet* t) { return t && t->digit.IsCa
 int velmarin_to_ground(const velmarin_tablet* t, int32_t x, int32_t y, double* east, double* north)
 {
     if (!t || !east || !north) return 0;
-    return Esito(t->digit.CalcoloCoordTrasfCalibrFine(x, y, *east, *north));
+    // The map itself gives infinities where a cell's denominator is 0; a
+    // host here gets a refusal instead.
+    double e = 0, n = 0;
+    if (!t->digit.CalcoloCoordTrasfCalibrFine(x, y, e, n) || !std::isfinite(e) || !std::isfinite(n)) return 0;
+    *east = e;
+    *north = n;
+    return 1;
 }
 
 int velmarin_calibrated_area(const velmarin_tablet* t, int whole, double* east1, double* north1,

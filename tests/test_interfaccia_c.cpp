@@ -44,12 +44,16 @@ TEST(InterfacciaCTest, ARefusedFitLeavesTheMapInForce)
     ay[2] = ay[5] = ay[1];  // the second cell collapses
     const std::int32_t px[] = {0, 1000, 2000, 3000}, py[] = {0, 1000, 2000, 3000};
     const double e[] = {1, 2, 3, 4}, nn[] = {5, 6, 7, 8}, nordNaN[] = {1, std::nan(""), 3};
+    const std::int32_t qx[] = {0, 1000, 0, 1000}, qy[] = {0, 0, 1000, 1000};
+    const double enorme[] = {2, 1e308, 3, 1e308};
     const std::vector<std::pair<const char*, std::function<int()>>> rifiuti = {
         {"two points", [&] { return velmarin_fit_points(t, 2, px, py, e, nn); }},
         {"22 points", [&] { return velmarin_fit_points(t, 22, px, py, e, nn); }},
         {"collinear points", [&] { return velmarin_fit_points(t, 4, px, py, e, nn); }},
         {"no x", [&] { return velmarin_fit_points(t, 3, nullptr, py, e, nn); }},
         {"a NaN North", [&] { return velmarin_fit_points(t, 3, px, py, e, nordNaN); }},
+        {"an East that overflows the fit", [&] { return velmarin_fit_points(t, 4, qx, qy, enorme, nn); }},
+        {"a grid that overflows its cells", [&] { return velmarin_fit_grid(t, 2, 1, 1e308, 200, 50, 25, nx.data(), ny.data()); }},
         {"0 squares", [&] { return velmarin_fit_grid(t, 0, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
         {"22 squares", [&] { return velmarin_fit_grid(t, 22, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
         {"no nodes", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nullptr, ny.data()); }},
@@ -64,6 +68,24 @@ TEST(InterfacciaCTest, ARefusedFitLeavesTheMapInForce)
         EXPECT_EQ(velmarin_calibrated_area(t, 0, &a[0], &a[1], &a[2], &a[3]), 1);
         EXPECT_EQ(a[2], 2 * 50 + 100 + 12);  // the old grid's East end and margin
     }
+    velmarin_close(t);
+}
+
+// A cell of a tablet trapezoid mapped onto a ground square sends the line
+// where its sides meet (y = 2000) to infinity: there the map gives no finite
+// value, and the C interface refuses it rather than hand it on.
+TEST(InterfacciaCTest, NoInfiniteGroundValueIsGivenAsASuccess)
+{
+    velmarin_tablet* t = velmarin_open(nullptr);
+    const std::int32_t x[] = {0, 1000, 250, 750}, y[] = {0, 0, 1000, 1000};
+    ASSERT_EQ(velmarin_fit_grid(t, 1, 1, 0, 0, 1, 1, x, y), 1);
+    double est = -7, nord = -7;
+    EXPECT_EQ(velmarin_to_ground(t, 500, 500, &est, &nord), 1);
+    EXPECT_TRUE(std::isfinite(est) && std::isfinite(nord));
+    est = nord = -7;
+    EXPECT_EQ(velmarin_to_ground(t, 500, 2000, &est, &nord), 0);
+    EXPECT_EQ(est, -7);
+    EXPECT_EQ(nord, -7);
     velmarin_close(t);
 }
 
