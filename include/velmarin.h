@@ -101,6 +101,16 @@ VELMARIN_API int VELMARIN_CALL velmarin_listen(velmarin_tablet* tablet, velmarin
  * starts. */
 VELMARIN_API void VELMARIN_CALL velmarin_stop(velmarin_tablet* tablet);
 
+/* The state of the tablet's line: VELMARIN_LINE_CLOSED when this tablet has
+ * no connection open (never connected, closed, or another tablet took the
+ * port), VELMARIN_LINE_OPEN while its port works, VELMARIN_LINE_LOST once
+ * the port has failed (a USB adapter pulled, the device gone). A lost line
+ * stays lost until bytes come again; velmarin_connect opens it anew. */
+#define VELMARIN_LINE_CLOSED 0
+#define VELMARIN_LINE_OPEN 1
+#define VELMARIN_LINE_LOST 2
+VELMARIN_API int VELMARIN_CALL velmarin_line_state(const velmarin_tablet* tablet);
+
 /* The function code of button `button` (from 1): 0 none, 1 confirm, 2 and
  * 4 line, 5 and 6 polyline, 8 cancel. 0 without a model, or for a button
  * beyond the record's count. */

@@ -37,6 +37,11 @@ void IODevSetRts();
 void IODevPurgeTx();
 void IODevPurgeRx();
 
+// The state of the line: no connection, a line that works, or a line whose
+// port has failed (it stays lost until bytes come again or it is closed).
+enum TStatoLinea { lineaChiusa = 0, lineaAperta = 1, lineaPersa = 2 };
+TStatoLinea IODevStatoLinea();
+
 // The handle of the port that is open now, 0 when none is.
 std::intptr_t IODevHandleAperto();
 

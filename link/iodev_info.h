@@ -40,6 +40,10 @@ struct TIODevInfo {
     // resume reaches it at once even on a silent line; open while the port is.
     std::intptr_t sveglia = nessunOggetto;
     std::atomic<std::uint8_t> abilitato{0};  // delivery on (1) or off (0)
+    // Set by the reader when the port reports a hang-up or a fault and no
+    // bytes (an adapter pulled, the other side of a pseudo-terminal gone);
+    // cleared when bytes come again.
+    std::atomic<std::uint8_t> persa{0};
     // Set by a close asked for from inside a notification, on the reader
     // thread: the reader ends once the notification returns and closes the
     // port itself; the host's next close or open joins it.

@@ -59,6 +59,12 @@ void ConsumaSveglia(int fd)
     (void)r;
 }
 
+int InCoda(int fd)
+{
+    int coda = 0;
+    return ioctl(fd, FIONREAD, &coda) == 0 ? coda : 0;
+}
+
 // The reader blocks in poll(2) on the port and on the wake descriptor.
 class TAttesaPoll : public TAttesaLettore {
 public:
@@ -71,8 +77,10 @@ public:
         if (pronti == 0) return scaduto;
         if (pronti < 0) return svegliato;
         if (p[1].revents & POLLIN) ConsumaSveglia(sveglia);
-        if (p[0].revents & POLLIN) return byte;
-        return p[0].revents ? guasto : svegliato;
+        // A hung-up port reports itself readable too; it is a fault once
+        // what it still held has been read.
+        if (p[0].revents & (POLLHUP | POLLERR | POLLNVAL)) return InCoda(porta) > 0 ? byte : guasto;
+        return (p[0].revents & POLLIN) ? byte : svegliato;
     }
 
     void AttendiSveglia(int ms) override
@@ -226,8 +234,8 @@ std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
 {
     if (!devInfo) return 0;
     const int fd = Fd(devInfo->hCom);
-    int coda = 0;
-    if (ioctl(fd, FIONREAD, &coda) != 0 || coda <= 0) return 0;
+    const int coda = InCoda(fd);
+    if (coda <= 0) return 0;
     const std::uint32_t quanti = std::min(massimo, static_cast<std::uint32_t>(coda));
     if (quanti == 0) return 0;
     ssize_t letti = read(fd, buffer, quanti);

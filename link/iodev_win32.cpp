@@ -132,7 +132,10 @@ public:
     TEsito AttendiPorta(int ms) override
     {
         DWORD maschera = 0, n = 0;
-        if (serviziComm.WaitCommEvent(porta, &maschera, &ov) || GetLastError() != ERROR_IO_PENDING) return byte;
+        if (serviziComm.WaitCommEvent(porta, &maschera, &ov)) return byte;
+        // A wait refused on a port that cannot even say its state is a port
+        // that has gone (an adapter pulled).
+        if (GetLastError() != ERROR_IO_PENDING) return ClearCommError(porta, nullptr, nullptr) ? byte : guasto;
         const HANDLE sveglia = H(devInfo->sveglia);
         HANDLE oggetti[] = {ov.hEvent, sveglia};
         const DWORD atteso = WaitForMultipleObjects(2, oggetti, FALSE, ms < 0 ? INFINITE : static_cast<DWORD>(ms));

@@ -56,7 +56,7 @@ int Minimo(int a, int b) { return a < 0 ? b : (b < 0 ? a : (a < b ? a : b)); }
 
 std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
 {
-    const TIODevInfo& d = *devInfo;
+    TIODevInfo& d = *devInfo;
     idLettore = std::this_thread::get_id();
     while (d.attivo) {
         if (!d.abilitato) {
@@ -65,7 +65,11 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
         }
         const TAttesaLettore::TEsito esito = attesa.AttendiPorta(AttesaQuiete(link, Orologio()));
         const std::int32_t letti = esito == TAttesaLettore::byte ? Drena(d, link) : 0;
-        if (letti > 0) continue;
+        if (esito == TAttesaLettore::guasto) d.persa = 1;
+        if (letti > 0) {
+            d.persa = 0;
+            continue;
+        }
         Quiete(d, link);
         // A port that woke the reader and then gave nothing, or reports a
         // fault, would have it spin: it pauses, unless woken meanwhile.
@@ -101,6 +105,12 @@ int ChiudiDalLettore(TIODevInfo& d)
 void BoxGuastoLettore()
 {
     MessageBoxA(nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION);
+}
+
+TStatoLinea IODevStatoLinea()
+{
+    if (!devInfo || !devInfo->attivo) return lineaChiusa;
+    return devInfo->persa ? lineaPersa : lineaAperta;
 }
 
 bool IODevSulLettore() { return idLettore.load() == std::this_thread::get_id(); }

@@ -170,6 +170,12 @@ void velmarin_stop(velmarin_tablet* t)
     if (t) t->digit.StopCommNotification();
 }
 
+int velmarin_line_state(const velmarin_tablet* t)
+{
+    if (!t || t->connessione == 0 || IODevHandleAperto() != t->connessione) return VELMARIN_LINE_CLOSED;
+    return IODevStatoLinea() == lineaPersa ? VELMARIN_LINE_LOST : VELMARIN_LINE_OPEN;
+}
+
 int velmarin_button_function(const velmarin_tablet* t, int button)
 {
     return t ? t->digit.GetFunzButt(button) : 0;

@@ -287,4 +287,33 @@ TEST_F(ConnessioneTest, AHostDropsItsOwnTabletFromInsideANotification)
     }
 }
 
+// A line whose other side goes away (a USB adapter pulled; here the simulated
+// tablet's pseudo-terminal closed) is told as lost; a connect once a tablet
+// is back on the port opens it anew, and its reports are heard, without a
+// new tablet object.
+TEST_F(ConnessioneTest, ALineThatGoesAwayIsToldAndAConnectOpensItAgain)
+{
+    const TDataDigit dati = Dati(8, 1);
+    velmarin_tablet* t = velmarin_open(&dati);
+    EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_CLOSED);
+    TRegistratore reg;
+    const auto bottone = [](void* r, std::int32_t b, std::int32_t x, std::int32_t y) {
+        static_cast<TRegistratore*>(r)->NotifyButton(b, x, y);
+    };
+    auto tavoletta = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_EQ(velmarin_connect(t), 1);
+    ASSERT_EQ(velmarin_listen(t, nullptr, bottone, &reg), 1);
+    EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_OPEN);
+    ASSERT_TRUE(SuonaFinoA(*tavoletta, 8, {10, 20, 1}, 15, reg, 1));
+    tavoletta.reset();
+    EXPECT_TRUE(AttendiFinche([&] { return velmarin_line_state(t) == VELMARIN_LINE_LOST; }));
+    tavoletta = std::make_unique<TTavolettaPty>(portaProva);
+    ASSERT_EQ(velmarin_connect(t), 1);
+    ASSERT_EQ(velmarin_listen(t, nullptr, bottone, &reg), 1);
+    EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_OPEN);
+    EXPECT_TRUE(SuonaFinoA(*tavoletta, 8, {30, 40, 2}, 15, reg, 2));
+    velmarin_close(t);
+    EXPECT_EQ(reg.Notifiche().back(), Pressione(2, 30, 40));
+}
+
 }  // namespace

@@ -8,6 +8,7 @@ import os
 import re
 import sys
 import threading
+import time
 import unittest
 
 import velmarin
@@ -123,6 +124,23 @@ class SuUnaLinea(unittest.TestCase):
             sys.stderr = errori
         self.assertIn("RuntimeError: bad move 30 40", scritto)
         self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
+
+    def test_a_line_that_goes_away_is_told_and_connect_opens_it_again(self):
+        a, t = self.ascolto, self.tavoletta
+        t.listen(on_button=lambda b, x, y: a.aggiungi(a.eventi, ("button", b, x, y)))
+        self.assertEqual(t.line_state, "open")
+        self.pty.chiudi()
+        fine = time.monotonic() + 5
+        while t.line_state != "lost" and time.monotonic() < fine:
+            time.sleep(0.01)
+        self.assertEqual(t.line_state, "lost")
+        self.pty = TavolettaPty()
+        velmarin.map_port(self.PORTA, self.pty.dispositivo)
+        t.connect()
+        t.listen(on_button=lambda b, x, y: a.aggiungi(a.eventi, ("button", b, x, y)))
+        self.assertEqual(t.line_state, "open")
+        self.mostra_e_attendi(5, 6, 1, 1)
+        self.assertEqual(a.eventi, [("button", 1, 5, 6)])
 
 
 class SenzaLinea(unittest.TestCase):

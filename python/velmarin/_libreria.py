@@ -58,6 +58,7 @@ _PROTOTIPI = {
     "velmarin_send_reset": (None, [_p]),
     "velmarin_listen": (_i, [_p, MOSSA, BOTTONE, _p]),
     "velmarin_stop": (None, [_p]),
+    "velmarin_line_state": (_i, [_p]),
     "velmarin_button_function": (_i, [_p, _i]),
     "velmarin_is_calibrated": (_i, [_p]),
     "velmarin_to_ground": (_i, [_p, ctypes.c_int32, ctypes.c_int32, _pd, _pd]),

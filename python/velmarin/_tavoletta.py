@@ -167,6 +167,13 @@ class Tablet:
         if not _in_un_richiamo():  # else the running one is among them
             self._richiami.clear()
 
+    @property
+    def line_state(self):
+        """The state of the tablet's line: 'closed' (no connection of this
+        tablet's), 'open' (its port works) or 'lost' (the port failed: an
+        adapter pulled, the device gone). connect() opens a lost line anew."""
+        return ("closed", "open", "lost")[lib.velmarin_line_state(self._h())]
+
     def button_function(self, button):
         return lib.velmarin_button_function(self._h(), _intero("button", button, -2**31, 2**31 - 1))
 

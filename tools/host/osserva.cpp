@@ -3,6 +3,7 @@
 #include <csignal>
 #include <thread>
 
+#include "link/iodev.h"
 #include "platform/toldeko/testo_reale.h"
 #include "record_predefiniti.h"
 
@@ -84,8 +85,16 @@ bool Osserva(CDigit& digit, int conteggio, double secondi, TTerminale* terminale
     auto riepilogo = inizio;
     int ultimi = 0;
     bool taciuto = false;  // the silence was told of
+    bool persa = false;    // the loss of the line was told of
     for (;;) {
         if (interrotto || (conteggio > 0 && osservatore.Pressioni() >= conteggio)) break;
+        if ((IODevStatoLinea() == lineaPersa) != persa) {
+            persa = !persa;
+            std::fprintf(out, persa ? "-- the tablet's line is gone: its port failed (a USB adapter pulled, the "
+                                      "device closed); plug it back and connect again\n"
+                                    : "-- the tablet's line works again\n");
+            std::fflush(out);
+        }
         const auto adesso = std::chrono::steady_clock::now();
         if (secondi > 0 && adesso - inizio >= std::chrono::duration<double>(secondi)) break;
         if (adesso - riepilogo >= std::chrono::seconds(1)) {
