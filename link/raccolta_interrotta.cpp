@@ -20,7 +20,18 @@ void NotaRipresa(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
     g.quieta = false;
 }
 
+std::uint32_t Pausa(const TDigitLink& link, const TGuardiaRaccolta& g)
+{
+    return PausaLinea(Leggi(link.tipoReport), g.velocita, g.bitCarattere);
+}
+
 }  // namespace
+
+void ImpostaLineaGuardia(std::uint32_t velocita, int bitDati, bool parita, int bitStop, TGuardiaRaccolta& g)
+{
+    g.velocita = velocita;
+    g.bitCarattere = BitCarattere(bitDati, parita, bitStop);
+}
 
 void SegnalaRipresa(TGuardiaRaccolta& guardia) { guardia.riprese.fetch_add(1, std::memory_order_release); }
 
@@ -40,7 +51,7 @@ int ProcessaLettura(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
 int ProcessaQuiete(TDigitLink& link, std::uint32_t adesso, TGuardiaRaccolta& g)
 {
     NotaRipresa(link, adesso, g);
-    if (g.quieta || adesso - g.ultimoArrivo < PausaLinea(link)) return 0;  // unsigned: the clock may wrap
+    if (g.quieta || adesso - g.ultimoArrivo < Pausa(link, g)) return 0;  // unsigned: the clock may wrap
     g.quieta = true;
     return ChiudiPerPausa(link, g.inizioRiga);
 }
@@ -50,6 +61,6 @@ int AttesaQuiete(const TDigitLink& link, std::uint32_t adesso, const TGuardiaRac
     if (g.riprese.load(std::memory_order_acquire) != g.ripreseViste) return 0;
     if (g.quieta) return -1;
     const std::uint32_t trascorso = adesso - g.ultimoArrivo;
-    const std::uint32_t pausa = PausaLinea(link);
+    const std::uint32_t pausa = Pausa(link, g);
     return trascorso >= pausa ? 0 : static_cast<int>(pausa - trascorso);
 }

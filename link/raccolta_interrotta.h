@@ -32,6 +32,8 @@ struct TDigitLink;
 struct TGuardiaRaccolta {
     std::atomic<std::uint32_t> riprese{0};  // resumes so far; written by IODevResume
     // The reader's own:
+    std::uint32_t velocita = 9600;   // the line's settings, from the port's record
+    std::uint32_t bitCarattere = 10;
     std::uint32_t ripreseViste = 0;  // resumes already acted on
     std::uint32_t ultimoArrivo = 0;  // ms of the last read with bytes, or of the resume seen
     int ultimoLetto = -1;            // the last byte read; -1 when a purge may have dropped some
@@ -41,6 +43,11 @@ struct TGuardiaRaccolta {
 
 // The one guard of the process, beside the one link record.
 extern TGuardiaRaccolta guardiaRaccolta;
+
+// For the reader at its start: the settings of its line, which the pause
+// is reckoned from.
+void ImpostaLineaGuardia(std::uint32_t velocita, int bitDati, bool parita, int bitStop,
+                         TGuardiaRaccolta& guardia = guardiaRaccolta);
 
 // For IODevResume once it has purged the port's queues, and for IODevOpen:
 // the gather under way is dropped before the next bytes are gathered, and

@@ -27,28 +27,18 @@ constexpr int numFormati = sizeof formati / sizeof formati[0];
 
 const TFormatoTempo& Formato(int tipo) { return formati[tipo >= 1 && tipo < numFormati ? tipo : 0]; }
 
-// Bits on the line for one character: start, data, parity, stop; a record
-// without settings counts as 8N1, the rates as the port takes them.
-std::uint32_t BitCarattere(const TDigitLink& link)
-{
-    const std::uint32_t dati = link.bitDati == 7 ? 7 : 8;
-    const std::uint32_t parita = (link.parita == 'E' || link.parita == 'O') ? 1 : 0;
-    const std::uint32_t stop = link.bitStop == 2 ? 2 : 1;
-    return 1 + dati + parita + stop;
-}
-
-std::uint32_t Velocita(const TDigitLink& link)
-{
-    return (link.velocita == 4800 || link.velocita == 19200) ? static_cast<std::uint32_t>(link.velocita) : 9600;
-}
-
 }  // namespace
 
-std::uint32_t PausaLinea(const TDigitLink& link)
+std::uint32_t BitCarattere(int bitDati, bool parita, int bitStop)
 {
-    const std::uint32_t bit = 3u * static_cast<std::uint32_t>(Formato(Leggi(link.tipoReport)).byteReport) *
-                              BitCarattere(link);
-    const std::uint32_t ms = (bit * 1000u + Velocita(link) - 1) / Velocita(link);
+    return 1u + (bitDati == 7 ? 7u : 8u) + (parita ? 1u : 0u) + (bitStop == 2 ? 2u : 1u);
+}
+
+std::uint32_t PausaLinea(int tipo, std::uint32_t velocita, std::uint32_t bitCarattere)
+{
+    if (velocita == 0) velocita = 9600;
+    const std::uint32_t bit = 3u * static_cast<std::uint32_t>(Formato(tipo).byteReport) * bitCarattere;
+    const std::uint32_t ms = (bit * 1000u + velocita - 1) / velocita;
     return ms > pausaMinima ? ms : pausaMinima;
 }
 

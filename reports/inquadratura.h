@@ -27,10 +27,13 @@
 // them may look like a tablet that stopped.
 constexpr std::uint32_t pausaMinima = 50;
 
-// The line's pause for the model of the link record: three times the time
-// its longest report takes on the line at the record's settings, at least
-// pausaMinima. In milliseconds.
-std::uint32_t PausaLinea(const TDigitLink& link);
+// Bits on the line for one character: start, data, parity, stop.
+std::uint32_t BitCarattere(int bitDati, bool parita, int bitStop);
+
+// The line's pause for report format `tipo`: three times the time its
+// longest report takes on a line of `velocita` baud and `bitCarattere` bits
+// a character, at least pausaMinima. In milliseconds.
+std::uint32_t PausaLinea(int tipo, std::uint32_t velocita, std::uint32_t bitCarattere);
 
 // Whether `byte`, the last byte of a read, ends a report line of format
 // `tipo`, so that the next byte begins one. False for the binary formats and

@@ -119,8 +119,11 @@ int CDigit::SetCommNotificationTo(CDigitNtfy* target)
     // Released, and acquired by the reader: a target made just before this
     // call, while delivery is on, is whole when the reader calls it.
     digitLink.ntfy.store(target, std::memory_order_release);
+    // Read before delivery resumes: its first notification may drop this
+    // very object.
+    const bool interrogata = dati.tipo == 4;
     const int esito = IODevResume();
-    if (esito != 0 && dati.tipo == 4) IODevWrite("?\r\n", 3);
+    if (esito != 0 && interrogata) IODevWrite("?\r\n", 3);
     return esito;
 }
 

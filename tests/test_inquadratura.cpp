@@ -34,10 +34,7 @@ public:
         if (velocita) d.velocita = static_cast<std::int16_t>(velocita);
         CDigit digit(d);
         digit.SendInitString();  // no port: the format and the length only
-        digitLink.velocita = d.velocita;
-        digitLink.parita = static_cast<char>(d.parita);
-        digitLink.bitDati = static_cast<std::uint8_t>(d.bitDati);
-        digitLink.bitStop = static_cast<std::uint8_t>(d.bitStop);
+        ImpostaLineaGuardia(static_cast<std::uint32_t>(d.velocita), d.bitDati, d.parita != 'N', d.bitStop, guardia);
         Scrivi(digitLink.ntfy, &reg);
         SegnalaRipresa(guardia);  // a line just opened, then quiet
         Quiete(quieteLunga);
