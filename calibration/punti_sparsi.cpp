@@ -3,9 +3,9 @@
 // the digitized points, each with the same weight and none rejected.
 #include "digit.h"
 
-#include "calibration/finiti.h"
-
 #include <vector>
+
+#include "calibration/finiti.h"
 
 namespace {
 

@@ -50,8 +50,6 @@ void Quiete(const TIODevInfo& d, TDigitLink& link)
     if (Consegna(d)) ProcessaQuiete(link, Orologio());
 }
 
-int Minimo(int a, int b) { return a < 0 ? b : (b < 0 ? a : (a < b ? a : b)); }
-
 }  // namespace
 
 std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
@@ -75,7 +73,7 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
         // A port that woke the reader and then gave nothing, or reports a
         // fault, would have it spin: it pauses, unless woken meanwhile.
         if (esito == TAttesaLettore::byte || esito == TAttesaLettore::guasto)
-            attesa.AttendiSveglia(Minimo(pausaGuasto, AttesaQuiete(link, Orologio())));
+            attesa.AttendiSveglia(pausaGuasto);
     }
     idLettore = std::thread::id{};
     return 1;

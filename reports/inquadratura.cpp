@@ -8,20 +8,21 @@ struct TFormatoTempo {
     int byteReport;          // bytes of the longest report the tablet sends
     std::uint8_t fineRiga;   // the last byte of every report, 0 where none is fixed
     std::uint8_t capoRiga;   // the byte behind which the decoder reads a line
+    bool svuotaIngresso;     // the decoder purges the input queue after its attempt
 };
 
 // By format: 1 SummaGraph binary, 2 and 3 "x,y,b" CR LF, 4 OCE "@..." CR LF,
 // 5 MicroGrid, 6 Rolley "@b,x,y" CR (wide), 7 Calcomp 9500 CR LF, 8 Numonics.
 constexpr TFormatoTempo formati[] = {
-    {0, 0, 0},
-    {5, 0, 0},
-    {15, 0x0A, 0x0A},
-    {15, 0x0A, 0x0A},
-    {17, 0, 0},
-    {8, 0, 0},
-    {17, 0x0D, 0x0D},
-    {16, 0x0A, 0x0D},
-    {6, 0, 0},
+    {0, 0, 0, false},
+    {5, 0, 0, false},
+    {15, 0x0A, 0x0A, false},
+    {15, 0x0A, 0x0A, false},
+    {17, 0, 0, true},
+    {8, 0, 0, false},
+    {17, 0x0D, 0x0D, true},
+    {16, 0x0A, 0x0D, false},
+    {6, 0, 0, false},
 };
 constexpr int numFormati = sizeof formati / sizeof formati[0];
 
@@ -48,7 +49,7 @@ bool FineRigaReport(int tipo, int byte)
     return fine != 0 && byte == fine;
 }
 
-bool SvuotaIngresso(int tipo) { return tipo == 4 || tipo == 6; }
+bool SvuotaIngresso(int tipo) { return Formato(tipo).svuotaIngresso; }
 
 int ChiudiPerPausa(TDigitLink& link, bool inizioRiga)
 {

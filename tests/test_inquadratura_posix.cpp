@@ -40,11 +40,11 @@ protected:
     }
     int Tipo() const { return GetParam(); }
     bool Invia(const TStatoPuntatore& s) { return sim.Invia(CodificaReport(Tipo(), s.x, s.y, s.bottone)); }
-    bool Udito(const TStatoPuntatore& s)
+    bool Sentito(const TStatoPuntatore& s)
     {
         return AttendiFinche([&] {
             const auto n = reg.Notifiche();
-            return !n.empty() && n.back() == ::Udito(s);
+            return !n.empty() && n.back() == Udito(s);
         });
     }
 
@@ -67,11 +67,11 @@ TEST_P(InquadraturaSuLinea, AStreamingTabletIsHeardInOrderWithItsPressOnceAndIts
         for (int i = 0; i < 4; ++i) stati.push_back(stati.back());
         std::vector<TNotifica> inviato;
         for (const TStatoPuntatore& s : stati) {
-            inviato.push_back(::Udito(s));
+            inviato.push_back(Udito(s));
             ASSERT_TRUE(Invia(s));
             std::this_thread::sleep_for(passo);  // the tablet's pace
         }
-        ASSERT_TRUE(Udito(stati.back()));
+        ASSERT_TRUE(Sentito(stati.back()));
         const std::vector<TNotifica> udito = reg.Notifiche();
         EXPECT_TRUE(Sottosequenza(udito, inviato)) << ::testing::PrintToString(udito);
         EXPECT_EQ(std::count_if(udito.begin(), udito.end(), [](const TNotifica& n) { return n.bottone != 0; }), 1);
@@ -87,8 +87,8 @@ TEST_P(InquadraturaSuLinea, ASlowTabletIsHeardReportByReport)
     for (const TStatoPuntatore& s : stati) {
         const auto prossimo = steady_clock::now() + (&s == &stati[3] ? seconds(2) : milliseconds(200));
         ASSERT_TRUE(Invia(s));
-        attese.push_back(::Udito(s));
-        ASSERT_TRUE(Udito(s));
+        attese.push_back(Udito(s));
+        ASSERT_TRUE(Sentito(s));
         std::this_thread::sleep_until(prossimo);  // the tablet's pace
     }
     EXPECT_EQ(reg.Notifiche(), attese);
@@ -103,16 +103,16 @@ TEST_P(InquadraturaSuLinea, AReportCutShortJoinsNoReportAtAnyGap)
     const std::string meta = CodificaReport(Tipo(), tagliato.x, tagliato.y, tagliato.bottone);
     for (int gap : {0, 10, 50, 150}) {
         SCOPED_TRACE("gap " + std::to_string(gap) + " ms");
-        ASSERT_TRUE(Invia({10 + gap, 20, 0}) && Udito({10 + gap, 20, 0}));
+        ASSERT_TRUE(Invia({10 + gap, 20, 0}) && Sentito({10 + gap, 20, 0}));
         std::this_thread::sleep_for(milliseconds(120));  // twice the longest pause at 9600 baud
         reg.Svuota();
         ASSERT_TRUE(sim.Invia(meta.substr(0, meta.size() / 2)));
         if (gap) std::this_thread::sleep_for(milliseconds(gap));
         ASSERT_TRUE(Invia(intero));
         std::this_thread::sleep_for(milliseconds(120));
-        ASSERT_TRUE(Invia(ultimo) && Udito(ultimo));
+        ASSERT_TRUE(Invia(ultimo) && Sentito(ultimo));
         const std::vector<TNotifica> udito = reg.Notifiche();
-        const std::vector<TNotifica> inviato{::Udito(intero), ::Udito(ultimo)};
+        const std::vector<TNotifica> inviato{Udito(intero), Udito(ultimo)};
         if (Tipo() == 1 || Tipo() == 4 || Tipo() == 5 || Tipo() == 8 || gap == 150) EXPECT_EQ(udito, inviato);
         else EXPECT_TRUE(Sottosequenza(udito, inviato)) << ::testing::PrintToString(udito);
     }
