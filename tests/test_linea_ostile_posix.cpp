@@ -27,7 +27,8 @@ protected:
 };
 
 // Unplugged: the slave of a closed master reports a hang-up at every poll.
-// The reader must back off instead of spinning; a tablet plugged back in is
+// The line is told as lost, and the reader must back off instead of
+// spinning; a tablet plugged back in is
 // served by a new Init, and an object whose tablet is gone again can still be
 // destroyed.
 TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
@@ -38,6 +39,7 @@ TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
     ASSERT_TRUE(SuonaFinoA(*sim, 5, {300, 400, 0}, 20, reg, 1));
     sim->Invia(std::string(7, '\x40'));  // half a report, then the cable goes
     sim.reset();
+    EXPECT_TRUE(AttendiFinche([] { return IODevStatoLinea() == lineaPersa; })) << "the loss is not told";
 
     // A spinning reader burns 200 ms of processor well within 2 s.
     const auto prima = TempoLettore();
@@ -48,6 +50,7 @@ TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
     sim = std::make_unique<TTavolettaPty>(portaProva);
     reg.Svuota();
     ASSERT_TRUE(sim->Valida() && Collega(*d, &reg));
+    EXPECT_EQ(IODevStatoLinea(), lineaAperta);
     EXPECT_TRUE(SuonaFinoA(*sim, 5, {500, 600, 0}, 20, reg, 1));
     EXPECT_EQ(reg.Notifiche().front(), Mossa(500, 600));
     sim.reset();

@@ -5,33 +5,21 @@
 # by the map the host fitted, East = x / 10 + 500, North = y / 10 + 200),
 # stops, and hears nothing after the stop.
 #
-# usage: prova_host_c.sh HOST_C SIM [RUNNER MAP_COM1]
-# With a RUNNER (wine) the host runs under it on COM1, after the command
-# MAP_COM1 has made COM1 stand for the device named as its argument.
+# usage: prova_host_c.sh HOST_C SIM
 HOST=$1
 SIM=$2
-RUNNER=${3:-}
-MAPPA=${4:-}
 . "$(dirname "$0")/comune.sh"
 # One press at each corner: a press that was never made (a report joined to
 # a piece of another) takes a corner's place.
 pressioni=4
 
 ospite() {  # ospite MODEL: runs the host on the simulator's device
-    if [ -n "$RUNNER" ]; then
-        $MAPPA "$dispositivo" || return 1
-        timeout 40 $RUNNER "$HOST" --model "$1" --port 1 --presses $pressioni >"$temp/grezzo" 2>"$temp/err"
-    else
-        timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses $pressioni >"$temp/grezzo" 2>"$temp/err"
-    fi
-    esito=$?
-    tr -d '\r' <"$temp/grezzo" >"$temp/out"  # a Windows program ends its lines with CR LF
-    return $esito
+    timeout 40 "$HOST" --model "$1" --port 3 --device "$dispositivo" --presses $pressioni >"$temp/out" 2>"$temp/err"
 }
 
-$RUNNER "$HOST" --model 9 >/dev/null 2>&1
+"$HOST" --model 9 >/dev/null 2>&1
 verifica "a model outside 1..8 is refused with 2" test $? -eq 2
-$RUNNER "$HOST" --model 2 --port 4 --device /nonexistent/tty0 >"$temp/out" 2>"$temp/err"
+"$HOST" --model 2 --port 4 --device /nonexistent/tty0 >"$temp/out" 2>"$temp/err"
 verifica "a missing port is refused with 1" test $? -eq 1
 verifica "the refusal names the port" contiene "$temp/err" "COM4 refused"
 

@@ -2,14 +2,11 @@
 // (wine/finestre.h) while the library's call runs on a thread of its own; the
 // test's thread presses the tablet, standing in for the reader thread. Run in
 // a virtual X display: without one Wine makes no window, and every dialog is
-// cancelled. With VELMARIN_IMMAGINI set, each of the seven dialogs is written
-// there as a 24-bit BMP, as Windows draws it.
+// cancelled.
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <functional>
 #include <future>
 #include <string>
@@ -59,41 +56,6 @@ R ConPersona(std::function<R()> chiamata, const std::function<void()>& persona)
     return risultato.get();
 }
 
-// The dialog as Windows draws it, frame and caption included, into
-// VELMARIN_IMMAGINI/nome.bmp.
-void Fotografa(HWND d, const char* nome)
-{
-    const char* cartella = std::getenv("VELMARIN_IMMAGINI");
-    if (!cartella) return;
-    RedrawWindow(d, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    SendMessageW(d, WM_NULL, 0, 0);
-    RECT r;
-    GetWindowRect(d, &r);
-    const int w = r.right - r.left, h = r.bottom - r.top;
-    BITMAPINFO bmi{};
-    bmi.bmiHeader = {sizeof(BITMAPINFOHEADER), w, h, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-    HDC finestra = GetWindowDC(d);
-    HDC memoria = CreateCompatibleDC(finestra);
-    void* bit = nullptr;
-    HBITMAP immagine = CreateDIBSection(memoria, &bmi, DIB_RGB_COLORS, &bit, nullptr, 0);
-    HGDIOBJ prima = SelectObject(memoria, immagine);
-    BitBlt(memoria, 0, 0, w, h, finestra, 0, 0, SRCCOPY);
-    GdiFlush();
-    const DWORD testate = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
-    const DWORD dati = static_cast<DWORD>((w * 3 + 3) & ~3) * static_cast<DWORD>(h);
-    const BITMAPFILEHEADER testa{0x4D42, testate + dati, 0, 0, testate};
-    if (FILE* f = std::fopen((std::string(cartella) + "/" + nome + ".bmp").c_str(), "wb")) {
-        std::fwrite(&testa, sizeof testa, 1, f);
-        std::fwrite(&bmi.bmiHeader, sizeof bmi.bmiHeader, 1, f);
-        std::fwrite(bit, 1, dati, f);
-        std::fclose(f);
-    }
-    SelectObject(memoria, prima);
-    DeleteObject(immagine);
-    DeleteDC(memoria);
-    ReleaseDC(d, finestra);
-}
-
 COLORREF Pixel(HWND controllo, int x, int y)
 {
     HDC dc = GetDC(controllo);
@@ -141,7 +103,6 @@ TEST_F(DialoghiReali, SceltaTavolettaEFunzioniBottoni)
         ASSERT_TRUE(AttendiFinche([&] { return Abilitato(d, 2122); }));
         ASSERT_TRUE(AttendiFinche([&] { return Spuntato(d, 2128); })) << "the model's speed shows";
         Clic(d, 2124);  // Com3
-        Fotografa(d, "10043");
         Clic(d, 2133);  // odd parity
         Clic(d, 2149);  // 16 buttons, read by "&Bottoni"
         Clic(d, 2150);
@@ -152,7 +113,6 @@ TEST_F(DialoghiReali, SceltaTavolettaEFunzioniBottoni)
         EXPECT_EQ(SendDlgItemMessageW(f, 2196, CB_GETCOUNT, 0, 0), 7);
         Scegli(f, 2196, 2);  // "Annulla - Fine funzione"
         Scegli(f, 2211, 6);  // "Inizia Polilinea - Fine Ent."
-        Fotografa(f, "10044");
         Comando(f, IDOK);
         ASSERT_TRUE(AttendiChiuso(f));
         ASSERT_TRUE(Attendi(L"Scelta tavoletta"));
@@ -187,7 +147,6 @@ TEST_F(DialoghiReali, VoceRifiutataEPoiAccettata)
         Scrivi(d, 2001, L"abc");
         EXPECT_TRUE(AttendiFinche([&] { return Testo(d, 2001).empty(); }));
         Scrivi(d, 2001, L"-7e2");
-        Fotografa(d, "10040");
         Comando(d, IDOK);
     });
     EXPECT_EQ(beepDopoRifiuto, std::vector<unsigned>{48});
@@ -195,29 +154,6 @@ TEST_F(DialoghiReali, VoceRifiutataEPoiAccettata)
     EXPECT_EQ(esito, IDOK);
     EXPECT_DOUBLE_EQ(est, 12.5);
     EXPECT_DOUBLE_EQ(nord, -700);
-}
-
-// The grid calibration's dialogs: the grid typed in its own, then the first
-// node's digitizing dialog, which shows the node's East; a cancel there ends
-// the calibration.
-TEST_F(DialoghiReali, GrigliaFinoAlPrimoNodo)
-{
-    const bool fatta = ConPersona<bool>([&] { return digit.CalibraGriglia(nullptr); }, [&] {
-        HWND g = Attendi(L"Calibrazione per griglia");
-        ASSERT_TRUE(g);
-        const wchar_t* valori[] = {L"2", L"2", L"500", L"200", L"100", L"100"};
-        for (int i = 0; i < 6; ++i) Scrivi(g, 2040 + i, valori[i]);
-        Fotografa(g, "10041");
-        Comando(g, IDOK);
-        ASSERT_TRUE(AttendiChiuso(g));
-        HWND p = Attendi(L"Calibrazione Griglia");
-        ASSERT_TRUE(p);
-        EXPECT_TRUE(AttendiFinche([&] { return Testo(p, 2080) == L"500"; }));
-        Fotografa(p, "10042");
-        Comando(p, IDCANCEL);
-    });
-    EXPECT_FALSE(fatta);
-    EXPECT_FALSE(digit.IsCalibrato());
 }
 
 // "&Limiti" takes two corners pressed on the tablet; "&Prova" then shows the
@@ -233,7 +169,6 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
         HWND l = Attendi(L"Limiti tavoletta");
         ASSERT_TRUE(l);
         EXPECT_EQ(Testo(l, 2240), L"il punto inferiore a sinistra");
-        Fotografa(l, "10045");
         Premi(digit, 1, 100, 200);
         EXPECT_TRUE(AttendiFinche([&] { return Testo(l, 2240) == L"il punto superiore a destra"; }));
         Premi(digit, 1, 20100, 15200);
@@ -263,7 +198,6 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
         EXPECT_EQ(Pixel(cornice, R - 3, 1), croce) << "painted again from the canvas";
         EXPECT_EQ(Pixel(cornice, 1, B - 3), faccia);
         Premi(digit, 0, 10100, 7700);
-        Fotografa(p, "10046");
         Clic(p, 2);
         ASSERT_TRUE(AttendiChiuso(p));
         ASSERT_TRUE(Attendi(L"Scelta tavoletta"));
