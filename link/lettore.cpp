@@ -1,6 +1,7 @@
 // The reader's loop, the delivery gate and the resume of delivery, the same
 // on every platform: only the waits, the purge, the lines and the wake-up
 // belong to the platform's layer.
+#include <algorithm>
 #include <chrono>
 #include <mutex>
 
@@ -16,6 +17,8 @@ std::mutex cancello;                       // the delivery gate
 std::atomic<std::thread::id> idLettore{};  // the reader thread while it runs
 
 constexpr int pausaGuasto = 20;  // ms the reader pauses on a port that gives no bytes
+
+int PausaVuota(int attesaQuiete) { return attesaQuiete < 0 ? pausaGuasto : std::min(pausaGuasto, attesaQuiete); }
 
 // The reader's own clock for the pauses of the line: real time, whatever
 // tick the host or a test puts behind GetTickCount.
@@ -71,9 +74,10 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
         }
         Quiete(d, link);
         // A port that woke the reader and then gave nothing, or reports a
-        // fault, would have it spin: it pauses, unless woken meanwhile.
+        // fault, would have it spin: it pauses, unless woken meanwhile, and
+        // no longer than the line has left to be found quiet.
         if (esito == TAttesaLettore::byte || esito == TAttesaLettore::guasto)
-            attesa.AttendiSveglia(pausaGuasto);
+            attesa.AttendiSveglia(PausaVuota(AttesaQuiete(link, Orologio())));
     }
     idLettore = std::thread::id{};
     return 1;

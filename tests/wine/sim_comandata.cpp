@@ -5,6 +5,7 @@
 //   modello N       play model N from now on; what the host sent is forgotten,
 //                   and the line is raw again, as a fresh terminal is
 //   stato X Y B     show that pointer state as the model does: "ok"
+//   uno X Y B       send one report of that state, and no more: "ok"
 //   invia HEX       send these bytes as they are: "ok"
 //   ricevuti        once the line has been quiet a while, what the host sent
 //                   since the last time, in hex ("-" for nothing)
@@ -16,6 +17,7 @@
 #include <sstream>
 #include <string>
 
+#include "sim/codifica_report.h"
 #include "sim/tavoletta_pty.h"
 
 namespace {
@@ -49,6 +51,8 @@ std::string Esegui(TTavolettaPty& sim, int& tipo, const std::string& riga)
     }
     TStatoPuntatore s{};
     if (comando == "stato" && in >> s.x >> s.y >> s.bottone) return sim.Gioca(tipo, s) ? "ok" : "errore";
+    if (comando == "uno" && in >> s.x >> s.y >> s.bottone)
+        return sim.Invia(CodificaReport(tipo, s.x, s.y, s.bottone)) ? "ok" : "errore";
     if (comando == "invia") {
         std::string byte;
         for (unsigned v; in >> std::hex >> v;) byte += static_cast<char>(v);
