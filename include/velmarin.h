@@ -60,9 +60,13 @@ VELMARIN_API void VELMARIN_CALL velmarin_close(velmarin_tablet* tablet);
  * untouched for another model or a null `out`. */
 VELMARIN_API int VELMARIN_CALL velmarin_model_setup(int model, TDataDigit* out);
 
-/* Port COMn (1..255) opens `device`; a null or empty device restores the
- * platform's own (on Linux /dev/ttyS<n-1>). 1, or 0 for a port outside
- * 1..255. On Windows COMn is always the system's own port. */
+/* Port COMn (1..255; the record's port is one byte, though the library's
+ * dialogs offer COM1..COM4) opens `device` from now on, on every platform;
+ * a null or empty device restores the platform's own: /dev/ttyS<n-1> on
+ * Linux, COMn on Windows (\\.\COMn above 9). `device` is any name the
+ * platform opens as a serial line: "/dev/ttyUSB0", a pseudo-terminal, or on
+ * Windows "\\.\COM12" or another driver's device name. 1, or 0 for a port
+ * outside 1..255. */
 VELMARIN_API int VELMARIN_CALL velmarin_map_port(int port, const char* device);
 
 /* Copies the tablet's record out, and a record in. A new record reaches the
