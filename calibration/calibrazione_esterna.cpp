@@ -4,8 +4,11 @@
 // map that was in force is put back, where the procedure leaves none.
 #include "calibration/calibrazione_esterna.h"
 
+#include <string>
+
 #include "calibration/finiti.h"
 #include "digit.h"
+#include "link/ultimo_errore.h"
 #include "tablet/tabelle.h"
 
 namespace {
@@ -13,11 +16,31 @@ namespace {
 constexpr int minPunti = 3;   // an affine map has three unknowns per axis
 constexpr int maxPunti = 21;  // as many as the sparse-point procedure takes
 
+bool Rifiuto(const std::string& perche)
+{
+    RegistraErrore(perche);
+    return false;
+}
+
+// False, with the reason recorded, for a grid that cannot be fitted.
 bool GrigliaAccettabile(const TGrigliaDigitalizzata& g)
 {
     const double terreno[] = {g.iniEst, g.iniNord, g.passoEst, g.passoNord};
-    return g.numQuadEst >= 1 && g.numQuadEst <= maxQuadrati && g.numQuadNord >= 1 &&
-           g.numQuadNord <= maxQuadrati && g.x && g.y && TuttiFiniti(terreno, 4);
+    if (g.numQuadEst < 1 || g.numQuadEst > maxQuadrati || g.numQuadNord < 1 || g.numQuadNord > maxQuadrati)
+        return Rifiuto("a grid has 1 to 21 squares each way, not " + std::to_string(g.numQuadEst) + " by " +
+                       std::to_string(g.numQuadNord));
+    if (!g.x || !g.y) return Rifiuto("a grid fit needs its nodes' x and y; one is null");
+    if (!TuttiFiniti(terreno, 4)) return Rifiuto("the grid's origin and steps must be finite");
+    return true;
+}
+
+bool PuntiAccettabili(int n, const std::int32_t* x, const std::int32_t* y, const double* est, const double* nord)
+{
+    if (n < minPunti || n > maxPunti)
+        return Rifiuto("a sparse fit takes 3 to 21 points, not " + std::to_string(n));
+    if (!x || !y || !est || !nord) return Rifiuto("a sparse fit needs x, y, east and north; one is null");
+    if (!TuttiFiniti(est, n) || !TuttiFiniti(nord, n)) return Rifiuto("a ground coordinate is not finite");
+    return true;
 }
 
 }  // namespace
@@ -86,8 +109,7 @@ void TCalibrazioneEsterna::MemorizzaNodi(CDigit& d, const TGrigliaDigitalizzata&
 bool TCalibrazioneEsterna::PuntiSparsi(CDigit& d, int n, const std::int32_t* x,
                                        const std::int32_t* y, const double* est, const double* nord)
 {
-    if (n < minPunti || n > maxPunti || !x || !y || !est || !nord) return false;
-    if (!TuttiFiniti(est, n) || !TuttiFiniti(nord, n)) return false;
+    if (!PuntiAccettabili(n, x, y, est, nord)) return false;
     double px[maxPunti], py[maxPunti], pe[maxPunti], pn[maxPunti];
     for (int k = 0; k < n; ++k) {
         px[k] = x[k];
@@ -100,7 +122,7 @@ bool TCalibrazioneEsterna::PuntiSparsi(CDigit& d, int n, const std::int32_t* x,
     d.statoCalibr = calibNessuna;
     if (d.CalcoloCoefficientiPtSparsi(px, py, pe, pn, n)) return true;
     d.statoCalibr = stato;
-    return false;
+    return Rifiuto("the points give no map: they lie on one line, or their values overflow the fit");
 }
 
 bool TCalibrazioneEsterna::Griglia(CDigit& d, const TGrigliaDigitalizzata& g)
@@ -112,5 +134,5 @@ bool TCalibrazioneEsterna::Griglia(CDigit& d, const TGrigliaDigitalizzata& g)
     MemorizzaNodi(d, g, terrenoEst.t, terrenoNord.t);
     if (d.CalcoloCoefficientiOmog(d.angoliX, d.angoliY, terrenoEst.t, terrenoNord.t)) return true;
     Ripristina(d, prima);
-    return false;
+    return Rifiuto("a cell gives no map: its corners lie on one line, or its values overflow the fit");
 }

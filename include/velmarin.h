@@ -182,6 +182,18 @@ VELMARIN_API const char* VELMARIN_CALL velmarin_model_name(int model);
 VELMARIN_API const char* VELMARIN_CALL velmarin_function_name(int code);
 VELMARIN_API const char* VELMARIN_CALL velmarin_version(void);
 
+/* Why the last call that failed on this thread failed, in English, for a
+ * developer's log: the port and its device, the system's own reason, the
+ * setting or the argument refused ("COM1 (/dev/ttyUSB0): cannot be opened:
+ * Permission denied"). Each thread has its own; a call that succeeds leaves
+ * it as it was, so read it only after a failure. The text stays valid until
+ * the thread's next failing call. "" before any failure. The user's boxes
+ * keep the library's Italian texts.
+ *
+ * After a refused open, and after the library's box, the thread's errno (on
+ * Windows its GetLastError()) holds the system's code of the failure. */
+VELMARIN_API const char* VELMARIN_CALL velmarin_last_error(void);
+
 #ifdef __cplusplus
 }
 #endif

@@ -72,6 +72,11 @@ std::string PercorsoPorta(int porta);
 // The platform's own device for a port number in 1..255.
 std::string PercorsoPredefinito(int porta);
 
+// For the reason of a refusal: "COM1 (/dev/pts/3)", and the line settings
+// of the record, "9600 baud, 7 data bits, parity even, 1 stop bit".
+std::string PortaEDispositivo(int porta);
+std::string DescrizioneLinea(const TIODevInfo& d);
+
 // Write time limit per byte, in milliseconds, at a baud rate: 19200 / rate.
 inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / velocita; }
 
@@ -79,6 +84,10 @@ inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / veloc
 // exclusively, set up and configure the port, start the reader, then raise
 // DTR and RTS. 1 when the reader runs; 0 with the port closed again.
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
+
+// Lowers DTR and RTS, drops both queues, puts back the settings the port had
+// before the open, and closes it; nothing when no port is open.
+void ChiudiLinea(TIODevInfo& d);
 
 // The platform's primitives under the shared resume of delivery.
 void SvuotaCode(const TIODevInfo& d);      // drops both queues and any transfer under way

@@ -44,11 +44,17 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_posix.h"
+#include "link/ultimo_errore.h"
 #include "reports/digit_link.h"
 
 namespace {
 
 constexpr int attesaLettura = 1000;  // ms a read of queued bytes may wait to complete
+
+// The line's settings as this open found them, put back at close, so that
+// the next program finds the line as it was.
+termios termiosOriginale{};
+bool originaleLetto = false;
 
 int Fd(std::intptr_t oggetto) { return static_cast<int>(oggetto); }
 
@@ -124,16 +130,36 @@ int FuoriDaiFlussiStandard(int fd)
     return alto;
 }
 
-// Opens the port of the record exclusively; -1 when it cannot be had.
+// Closes a descriptor that cannot serve and records why; -1.
+int Rifiuta(int fd, const TIODevInfo& d, const char* perche, int codice)
+{
+    close(fd);
+    RegistraErroreSistema(PortaEDispositivo(d.porta) + ": " + perche, static_cast<unsigned long>(codice));
+    return -1;
+}
+
+// Opens the port of the record exclusively; -1 when it cannot be had, with
+// the reason recorded.
 int ApriEsclusivo(const TIODevInfo& d)
 {
     const std::string percorso = PercorsoPorta(d.porta);
-    if (percorso.empty()) return -1;
-    const int fd = FuoriDaiFlussiStandard(open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    if (fd < 0) return -1;
-    if (flock(fd, LOCK_EX | LOCK_NB) != 0 || ioctl(fd, TIOCEXCL) != 0 || !isatty(fd)) {
-        close(fd);
+    if (percorso.empty()) {
+        RegistraErrore(NomePorta(d.porta) + ": no such port; the ports are COM1 to COM255");
         return -1;
+    }
+    const int fd = FuoriDaiFlussiStandard(open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    if (fd < 0) {
+        RegistraErroreSistema(PortaEDispositivo(d.porta) + ": cannot be opened", CodiceSistema());
+        return -1;
+    }
+    if (!isatty(fd)) return Rifiuta(fd, d, "not a serial line", ENOTTY);
+    if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        const int codice = errno;
+        return Rifiuta(fd, d, "another process holds it (flock)", codice);
+    }
+    if (ioctl(fd, TIOCEXCL) != 0) {
+        const int codice = errno;
+        return Rifiuta(fd, d, "cannot be had exclusively (TIOCEXCL)", codice);
     }
     return fd;
 }
@@ -152,14 +178,18 @@ void SvegliaLettore(const TIODevInfo& d)
 
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
-    if (d.hCom >= 0) return 0;  // already open: the exclusive open fails
+    if (d.hCom >= 0) {  // already open: the exclusive open fails
+        RegistraErrore(NomePorta(d.porta) + ": a connection of this process is open already");
+        return 0;
+    }
     const int fd = ApriEsclusivo(d);
     if (fd < 0) return 0;
     d.hCom = fd;
+    originaleLetto = tcgetattr(fd, &termiosOriginale) == 0;
     Svuota(fd, TCIOFLUSH);
     if (IODevConfigure() == 0) {
         d.attivo = 0;
-        ChiudiPorta(d);
+        ChiudiLinea(d);
         return 0;
     }
     // The reader's wake object. If it cannot be made the reader ends at its
@@ -168,7 +198,9 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     d.attivo = 1;  // before the thread exists, so that it finds it set
     try {
         d.hThread = std::thread(IODevThread, &link);
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& e) {
+        RegistraErroreSistema(NomePorta(d.porta) + ": the reader thread cannot start",
+                              static_cast<unsigned long>(e.code().value()));
         d.attivo = 0;
         ChiudiSveglia(d);
         ChiudiPorta(d);
@@ -193,7 +225,13 @@ int IODevConfigure()
     termios t{};
     const int fd = Fd(devInfo->hCom);
     const bool letto = tcgetattr(fd, &t) == 0;
-    const int esito = letto && TermiosDelRecord(*devInfo, t) && ImpostaLinea(fd, t);
+    const bool preso = letto && TermiosDelRecord(*devInfo, t);
+    const int esito = preso && ImpostaLinea(fd, t);
+    if (!esito) {
+        const std::string rifiuto = PortaEDispositivo(devInfo->porta) + ": the line refused " + DescrizioneLinea(*devInfo);
+        if (letto && !preso) RegistraErrore(rifiuto + ": a port takes 5 to 8 data bits", EINVAL);
+        else RegistraErroreSistema(rifiuto, CodiceSistema());
+    }
     devInfo->abilitato = 1;  // whatever the port answered
     return esito;
 }
@@ -204,6 +242,8 @@ void ChiudiLinea(TIODevInfo& d)
     Linea(Fd(d.hCom), TIOCM_DTR, false);
     Linea(Fd(d.hCom), TIOCM_RTS, false);
     Svuota(Fd(d.hCom), TCIOFLUSH);
+    if (originaleLetto) (void)tcsetattr(Fd(d.hCom), TCSANOW, &termiosOriginale);
+    originaleLetto = false;
     ChiudiPorta(d);
 }
 

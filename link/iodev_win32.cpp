@@ -41,12 +41,21 @@
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
 #include "link/servizi_comm_win32.h"
+#include "link/ultimo_errore.h"
 #include "reports/digit_link.h"
 
 namespace {
 
 OVERLAPPED ovLettura{};    // completion block of all reads
 OVERLAPPED ovScrittura{};  // completion block of all writes
+// The port's settings as this open found them, put back at close: the next
+// program, or the next open, finds the port as it was. Under Wine on a
+// pseudo-terminal that is what lets the next open set its parity at all:
+// the terminal cannot keep a parity bit, and a set-up that changes nothing
+// else is refused as invalid (EINVAL from tcsetattr), so that a second open
+// of a line left with the same settings would fail.
+DCB dcbOriginale{};
+bool originaleLetto = false;
 std::mutex turnoScrittura;
 
 constexpr DWORD dimCoda = 4096;
@@ -173,21 +182,35 @@ void SvegliaLettore(const TIODevInfo& d)
 
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
-    if (d.hCom != nessunOggetto) return 0;  // already open: the exclusive open fails
+    if (d.hCom != nessunOggetto) {  // already open: the exclusive open fails
+        RegistraErrore(NomePorta(d.porta) + ": a connection of this process is open already", ERROR_BUSY);
+        return 0;
+    }
     const std::string nome = PercorsoPorta(d.porta);
-    if (nome.empty()) return 0;
+    if (nome.empty()) {
+        RegistraErrore(NomePorta(d.porta) + ": no such port; the ports are COM1 to COM255", ERROR_FILE_NOT_FOUND);
+        return 0;
+    }
     const HANDLE porta = CreateFileA(nome.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                                      FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr);
-    if (porta == INVALID_HANDLE_VALUE) return 0;
+    if (porta == INVALID_HANDLE_VALUE) {
+        RegistraErroreSistema(PortaEDispositivo(d.porta) + ": cannot be opened", GetLastError());
+        return 0;
+    }
     d.hCom = N(porta);
+    dcbOriginale = DCB{};
+    dcbOriginale.DCBlength = sizeof dcbOriginale;
+    originaleLetto = GetCommState(porta, &dcbOriginale) != 0;
     SetCommMask(porta, EV_RXCHAR);
     SetupComm(porta, dimCoda, dimCoda);
     PurgeComm(porta, tutteLeCode);
     COMMTIMEOUTS limiti = LimitiPorta(d);
     SetCommTimeouts(porta, &limiti);
     if (IODevConfigure() == 0) {
+        const DWORD codice = GetLastError();
         d.attivo = 0;
-        Chiudi(d.hCom);
+        ChiudiLinea(d);
+        SetLastError(codice);
         return 0;
     }
     // The reader's wake object. If it cannot be made the reader ends at its
@@ -196,6 +219,7 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     d.attivo = 1;  // before the thread exists, so that it finds it set
     const HANDLE thread = CreateThread(nullptr, 0, AvvioLettore, &link, 0, nullptr);
     if (!thread) {
+        RegistraErroreSistema(NomePorta(d.porta) + ": the reader thread cannot start", GetLastError());
         d.attivo = 0;
         Chiudi(d.sveglia);
         Chiudi(d.hCom);
@@ -234,6 +258,9 @@ int IODevConfigure()
     GetCommState(Porta(), &dcb);
     DcbDelRecord(*devInfo, dcb);
     const BOOL esito = SetCommState(Porta(), &dcb);
+    if (!esito)
+        RegistraErroreSistema(PortaEDispositivo(devInfo->porta) + ": the line refused " + DescrizioneLinea(*devInfo),
+                              GetLastError());
     devInfo->abilitato = 1;  // whatever the port answered
     return esito ? 1 : 0;
 }
@@ -244,6 +271,8 @@ void ChiudiLinea(TIODevInfo& d)
     EscapeCommFunction(H(d.hCom), CLRDTR);
     EscapeCommFunction(H(d.hCom), CLRRTS);
     PurgeComm(H(d.hCom), tutteLeCode);
+    if (originaleLetto) SetCommState(H(d.hCom), &dcbOriginale);
+    originaleLetto = false;
     Chiudi(d.hCom);
 }
 

@@ -33,6 +33,21 @@ TIODevInfo* NuovoRecord(const TDigitLink& link)
 
 std::intptr_t NuovoHandle() { return ++ultimoHandle; }
 
+std::string PortaEDispositivo(int porta)
+{
+    const std::string percorso = PercorsoPorta(porta);
+    return NomePorta(porta) + (percorso.empty() ? "" : " (" + percorso + ")");
+}
+
+std::string DescrizioneLinea(const TIODevInfo& d)
+{
+    static const char* const parita[] = {"none", "odd", "even"};
+    std::string s = std::to_string(d.velocita) + " baud, " + std::to_string(d.bitDati) + " data bits, parity " +
+                    parita[d.codiceParita % 3] + ", " + (d.codiceStop == 2 ? "2 stop bits" : "1 stop bit");
+    if (d.controlloFlusso & 0x04) s += ", XON/XOFF";
+    return s;
+}
+
 std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
 
 int IODevOpen(TDigitLink& link)

@@ -25,6 +25,7 @@
 #include "digit.h"
 
 #include "link/iodev.h"
+#include "link/ultimo_errore.h"
 #include "platform/toldeko/gwnd.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
@@ -90,6 +91,7 @@ CDigit::~CDigit()
 bool CDigit::Init(GWnd* owner)
 {
     if (ConnessioneAltrui(hPorta)) {
+        RegistraErrore("the connection belongs to another tablet object, which opened it since this one did");
         BoxPortaNonConfigurata(owner);
         return false;
     }
@@ -104,7 +106,10 @@ bool CDigit::Init(GWnd* owner)
     AzzeraDigitLink(digitLink);  // no reader runs here
     ImpostazioniLink(dati, digitLink);
 
-    if (IODevCreate(digitLink) != 1) BoxErrore(HandleDi(owner), idsCreazione);
+    if (IODevCreate(digitLink) != 1) {
+        RegistraErrore("no memory for the connection's record");
+        BoxErrore(HandleDi(owner), idsCreazione);
+    }
     if (IODevOpen(digitLink) != 1) {
         BoxPortaNonConfigurata(owner);
         return false;

@@ -14,12 +14,14 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "calibration/calibrazione_esterna.h"
 #include "dialogs/dialogo_funzioni_bottoni.h"
 #include "digit.h"
 #include "link/iodev.h"
+#include "link/ultimo_errore.h"
 #include "tablet/catalogo.h"
 #include "tablet/modulo.h"
 
@@ -52,7 +54,8 @@ R SenzaEccezioni(F&& f, R fallimento) noexcept
 {
     try {
         return f();
-    } catch (...) {
+    } catch (...) {  // nothing but want of memory throws below
+        RegistraErrore("out of memory");
         return fallimento;
     }
 }
@@ -91,6 +94,37 @@ const std::array<std::string, codiciFunzione>& NomiFunzioni()
 
 int Esito(bool b) { return b ? 1 : 0; }
 
+// Records why `funzione` refused its arguments or could not serve; 0, the
+// failure result.
+int Rifiuta(const char* funzione, const char* perche) noexcept
+{
+    char testo[256];
+    std::snprintf(testo, sizeof testo, "%s: %s", funzione, perche);
+    RegistraErrore(testo);
+    return 0;
+}
+
+int RifiutaNumero(const char* funzione, const char* perche, long numero) noexcept
+{
+    char testo[128];
+    std::snprintf(testo, sizeof testo, perche, numero);
+    return Rifiuta(funzione, testo);
+}
+
+// 1 for a tablet, 0 with the refusal recorded for a null one.
+int Tavoletta(const velmarin_tablet* t, const char* funzione) noexcept
+{
+    return t ? 1 : Rifiuta(funzione, "the tablet is null");
+}
+
+// A failure of the library below, whose reason it recorded: the thread's
+// errno or last error is put back as the failure left it.
+int Fallito() noexcept
+{
+    RipristinaCodiceSistema();
+    return 0;
+}
+
 }  // namespace
 
 velmarin_tablet* velmarin_open(const TDataDigit* setup)
@@ -109,14 +143,19 @@ void velmarin_close(velmarin_tablet* t)
 
 int velmarin_model_setup(int model, TDataDigit* out)
 {
-    if (!out || model < 1 || model >= numTipiDigit) return 0;
+    if (!out) return Rifiuta("velmarin_model_setup", "`out` is null");
+    if (model < 1 || model >= numTipiDigit) return RifiutaNumero("velmarin_model_setup", "model %ld: the models are 1 to 8", model);
     TDataDigit d = DatiPredefiniti();
     ImpostaDaCatalogo(d, model);
     *out = d;
     return 1;
 }
 
-int velmarin_map_port(int port, const char* device) { return IODevMapPort(port, device); }
+int velmarin_map_port(int port, const char* device)
+{
+    if (IODevMapPort(port, device)) return 1;
+    return RifiutaNumero("velmarin_map_port", "port %ld: the ports are 1 to 255", port);
+}
 
 void velmarin_get_setup(const velmarin_tablet* t, TDataDigit* out)
 {
@@ -130,9 +169,9 @@ void velmarin_set_setup(velmarin_tablet* t, const TDataDigit* setup)
 
 int velmarin_init(velmarin_tablet* t)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_init")) return 0;
     return SenzaEccezioni([&] {
-        if (!t->digit.Init(nullptr)) return 0;
+        if (!t->digit.Init(nullptr)) return Fallito();
         t->connessione = IODevHandleAperto();
         return 1;
     }, 0);
@@ -157,12 +196,13 @@ void velmarin_send_reset(velmarin_tablet* t)
 
 int velmarin_listen(velmarin_tablet* t, velmarin_move_fn on_move, velmarin_button_fn on_button, void* user)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_listen")) return 0;
     t->digit.StopCommNotification();  // whoever listened: no callback runs past here
     t->mossa = on_move;
     t->bottone = on_button;
     t->utente = user;
-    return t->digit.SetCommNotificationTo(t) != 0 ? 1 : 0;
+    if (t->digit.SetCommNotificationTo(t) != 0) return 1;
+    return Rifiuta("velmarin_listen", "no port of this tablet is open; the functions hear a later connection");
 }
 
 void velmarin_stop(velmarin_tablet* t)
@@ -185,11 +225,13 @@ int velmarin_is_calibrated(const velmarin_tablet* t) { return t && t->digit.IsCa
 
 int velmarin_to_ground(const velmarin_tablet* t, int32_t x, int32_t y, double* east, double* north)
 {
-    if (!t || !east || !north) return 0;
+    if (!Tavoletta(t, "velmarin_to_ground")) return 0;
+    if (!east || !north) return Rifiuta("velmarin_to_ground", "`east` or `north` is null");
     // The map itself gives infinities where a cell's denominator is 0; a
     // host here gets a refusal instead.
     double e = 0, n = 0;
-    if (!t->digit.CalcoloCoordTrasfCalibrFine(x, y, e, n) || !std::isfinite(e) || !std::isfinite(n)) return 0;
+    if (!t->digit.CalcoloCoordTrasfCalibrFine(x, y, e, n)) return Rifiuta("velmarin_to_ground", "no calibration in force");
+    if (!std::isfinite(e) || !std::isfinite(n)) return Rifiuta("velmarin_to_ground", "the map gives no finite value there");
     *east = e;
     *north = n;
     return 1;
@@ -198,40 +240,44 @@ int velmarin_to_ground(const velmarin_tablet* t, int32_t x, int32_t y, double* e
 int velmarin_calibrated_area(const velmarin_tablet* t, int whole, double* east1, double* north1,
                              double* east2, double* north2)
 {
-    if (!t || !east1 || !north1 || !east2 || !north2) return 0;
-    if (whole) return Esito(t->digit.GetMaxAreaCalibrata(*east1, *north1, *east2, *north2));
-    return Esito(t->digit.GetSoloAreaCalibrata(*east1, *north1, *east2, *north2));
+    if (!Tavoletta(t, "velmarin_calibrated_area")) return 0;
+    if (!east1 || !north1 || !east2 || !north2) return Rifiuta("velmarin_calibrated_area", "a result pointer is null");
+    if (whole ? t->digit.GetMaxAreaCalibrata(*east1, *north1, *east2, *north2)
+              : t->digit.GetSoloAreaCalibrata(*east1, *north1, *east2, *north2))
+        return 1;
+    return Rifiuta("velmarin_calibrated_area", whole ? "no calibration or no limits" : "no grid calibration");
 }
 
 int velmarin_configure(velmarin_tablet* t, TDataDigit* setup)
 {
-    if (!t || !setup) return 0;
+    if (!Tavoletta(t, "velmarin_configure")) return 0;
+    if (!setup) return Rifiuta("velmarin_configure", "`setup` is null");
     return SenzaEccezioni([&] { return configDigit(nullptr, &t->digit, *setup); }, 0);
 }
 
 int velmarin_calibrate_points(velmarin_tablet* t)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_calibrate_points")) return 0;
     return SenzaEccezioni([&] { return Esito(t->digit.CalibraPtSparsi(nullptr)); }, 0);
 }
 
 int velmarin_calibrate_grid(velmarin_tablet* t)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_calibrate_grid")) return 0;
     return SenzaEccezioni([&] { return Esito(t->digit.CalibraGriglia(nullptr)); }, 0);
 }
 
 int velmarin_fit_points(velmarin_tablet* t, int n, const int32_t* x, const int32_t* y, const double* east,
                         const double* north)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_fit_points")) return 0;
     return Esito(TCalibrazioneEsterna::PuntiSparsi(t->digit, n, x, y, east, north));
 }
 
 int velmarin_fit_grid(velmarin_tablet* t, int squares_east, int squares_north, double east0, double north0,
                       double step_east, double step_north, const int32_t* node_x, const int32_t* node_y)
 {
-    if (!t) return 0;
+    if (!Tavoletta(t, "velmarin_fit_grid")) return 0;
     const TGrigliaDigitalizzata g{squares_east, squares_north, east0, north0, step_east, step_north, node_x, node_y};
     return SenzaEccezioni([&] { return Esito(TCalibrazioneEsterna::Griglia(t->digit, g)); }, 0);
 }
@@ -251,3 +297,5 @@ const char* velmarin_function_name(int code)
 }
 
 const char* velmarin_version(void) { return VELMARIN_VERSIONE; }
+
+const char* velmarin_last_error(void) { return TestoUltimoErrore(); }

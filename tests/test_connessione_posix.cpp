@@ -1,8 +1,12 @@
 // The tablet connection: Init and its boxes, the destructor, the one target
 // shared by all objects, the delivery gate, and one tablet at a time.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -73,6 +77,43 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
     ASSERT_TRUE(sim.LeggiImpostazioni(t));
     EXPECT_EQ(cfgetospeed(&t), B19200);
     EXPECT_NE(t.c_cflag & CSTOPB, 0u);
+}
+
+// Every refused open says why through velmarin_last_error, with the port,
+// its device and the system's reason, and leaves errno as the failure set it
+// even after the library's box.
+TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
+{
+    const std::string pty = sim.PercorsoSlave();
+    const int tenuto = open(pty.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(tenuto, 0);
+    struct TCaso {
+        std::string dispositivo;
+        int bitDati;
+        std::string perche;
+        int codice;
+    };
+    const TCaso casi[] = {
+        {"/nonexistent/velmarin-tty", 8, "COM4 (/nonexistent/velmarin-tty): cannot be opened: No such file or directory", ENOENT},
+        {"/dev/null", 8, "COM4 (/dev/null): not a serial line", ENOTTY},
+        {pty, 8, "COM4 (" + pty + "): another process holds it (flock)", EWOULDBLOCK},
+        {pty, 9, "COM4 (" + pty + "): the line refused 9600 baud, 9 data bits, parity odd, 1 stop bit: a port takes 5 to 8 data bits", EINVAL},
+    };
+    for (const TCaso& c : casi) {
+        SCOPED_TRACE(c.perche);
+        IODevMapPort(portaProva, c.dispositivo.c_str());
+        ASSERT_EQ(flock(tenuto, c.codice == EWOULDBLOCK ? LOCK_EX : LOCK_UN), 0);
+        TDataDigit dati = Dati(1);
+        dati.bitDati = c.bitDati;
+        velmarin_tablet* t = velmarin_open(&dati);
+        errno = 0;
+        EXPECT_EQ(velmarin_connect(t), 0);
+        EXPECT_EQ(errno, c.codice);
+        EXPECT_EQ(std::string(velmarin_last_error()).substr(0, c.perche.size()), c.perche);
+        velmarin_close(t);
+    }
+    close(tenuto);
+    EXPECT_EQ(ui.Messaggi().size(), std::size(casi)) << "each with the user's box too";
 }
 
 // A pseudo-terminal drops parity; every later open of the same line must
@@ -178,6 +219,7 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone
     ASSERT_EQ(ui.Messaggi().size(), 1u);
     EXPECT_EQ(ui.Messaggi()[0].testo, "ERRORE\nPorta non configurata");
     EXPECT_EQ(A::HPorta(secondo), 0);
+    EXPECT_EQ(std::string(velmarin_last_error()).rfind("the connection belongs to another tablet object", 0), 0u);
     const std::uint32_t prima = tick.Adesso();
     secondo.SendInitString();
     secondo.SendResetSeScelto();

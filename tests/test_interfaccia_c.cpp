@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -46,23 +47,29 @@ TEST(InterfacciaCTest, ARefusedFitLeavesTheMapInForce)
     const double e[] = {1, 2, 3, 4}, nn[] = {5, 6, 7, 8}, nordNaN[] = {1, std::nan(""), 3};
     const std::int32_t qx[] = {0, 1000, 0, 1000}, qy[] = {0, 0, 1000, 1000};
     const double enorme[] = {2, 1e308, 3, 1e308};
-    const std::vector<std::pair<const char*, std::function<int()>>> rifiuti = {
-        {"two points", [&] { return velmarin_fit_points(t, 2, px, py, e, nn); }},
-        {"22 points", [&] { return velmarin_fit_points(t, 22, px, py, e, nn); }},
-        {"collinear points", [&] { return velmarin_fit_points(t, 4, px, py, e, nn); }},
-        {"no x", [&] { return velmarin_fit_points(t, 3, nullptr, py, e, nn); }},
-        {"a NaN North", [&] { return velmarin_fit_points(t, 3, px, py, e, nordNaN); }},
-        {"an East that overflows the fit", [&] { return velmarin_fit_points(t, 4, qx, qy, enorme, nn); }},
-        {"a grid that overflows its cells", [&] { return velmarin_fit_grid(t, 2, 1, 1e308, 200, 50, 25, nx.data(), ny.data()); }},
-        {"0 squares", [&] { return velmarin_fit_grid(t, 0, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
-        {"22 squares", [&] { return velmarin_fit_grid(t, 22, 1, 100, 200, 50, 25, nx.data(), ny.data()); }},
-        {"no nodes", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nullptr, ny.data()); }},
-        {"an infinite step", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, INFINITY, 25, nx.data(), ny.data()); }},
-        {"a degenerate second cell", [&] { return velmarin_fit_grid(t, 2, 1, 0, 0, 1, 1, ax.data(), ay.data()); }},
+    struct TRifiuto {
+        const char* caso;
+        std::function<int()> chiamata;
+        const char* perche;  // what velmarin_last_error says
     };
-    for (const auto& [caso, rifiuto] : rifiuti) {
+    const TRifiuto rifiuti[] = {
+        {"two points", [&] { return velmarin_fit_points(t, 2, px, py, e, nn); }, "a sparse fit takes 3 to 21 points, not 2"},
+        {"22 points", [&] { return velmarin_fit_points(t, 22, px, py, e, nn); }, "a sparse fit takes 3 to 21 points, not 22"},
+        {"collinear points", [&] { return velmarin_fit_points(t, 4, px, py, e, nn); }, "the points give no map"},
+        {"no x", [&] { return velmarin_fit_points(t, 3, nullptr, py, e, nn); }, "a sparse fit needs x, y, east and north"},
+        {"a NaN North", [&] { return velmarin_fit_points(t, 3, px, py, e, nordNaN); }, "a ground coordinate is not finite"},
+        {"an East that overflows the fit", [&] { return velmarin_fit_points(t, 4, qx, qy, enorme, nn); }, "the points give no map"},
+        {"a grid that overflows its cells", [&] { return velmarin_fit_grid(t, 2, 1, 1e308, 200, 50, 25, nx.data(), ny.data()); }, "a cell gives no map"},
+        {"0 squares", [&] { return velmarin_fit_grid(t, 0, 1, 100, 200, 50, 25, nx.data(), ny.data()); }, "a grid has 1 to 21 squares each way, not 0 by 1"},
+        {"22 squares", [&] { return velmarin_fit_grid(t, 22, 1, 100, 200, 50, 25, nx.data(), ny.data()); }, "a grid has 1 to 21 squares each way, not 22 by 1"},
+        {"no nodes", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, 50, 25, nullptr, ny.data()); }, "a grid fit needs its nodes' x and y"},
+        {"an infinite step", [&] { return velmarin_fit_grid(t, 2, 1, 100, 200, INFINITY, 25, nx.data(), ny.data()); }, "the grid's origin and steps must be finite"},
+        {"a degenerate second cell", [&] { return velmarin_fit_grid(t, 2, 1, 0, 0, 1, 1, ax.data(), ay.data()); }, "a cell gives no map"},
+    };
+    for (const auto& [caso, rifiuto, perche] : rifiuti) {
         SCOPED_TRACE(caso);
         EXPECT_EQ(rifiuto(), 0);
+        EXPECT_EQ(std::string(velmarin_last_error()).rfind(perche, 0), 0u) << velmarin_last_error();
         EXPECT_EQ(Campioni(t), prima);
         double a[4] = {0, 0, 0, 0};
         EXPECT_EQ(velmarin_calibrated_area(t, 0, &a[0], &a[1], &a[2], &a[3]), 1);
@@ -106,6 +113,7 @@ TEST(InterfacciaCTest, ANullTabletIsRefused)
         velmarin_fit_points(nullptr, 3, x, x, v, v), velmarin_fit_grid(nullptr, 1, 1, 0, 0, 1, 1, nulla, nulla),
         velmarin_to_ground(t, 1, 1, nullptr, &v[1]),
     };
+    EXPECT_STREQ(velmarin_last_error(), "velmarin_to_ground: `east` or `north` is null");
     velmarin_close(t);
     for (int r : risposte) EXPECT_EQ(r, 0);
     velmarin_get_setup(nullptr, &d);

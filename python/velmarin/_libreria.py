@@ -71,6 +71,7 @@ _PROTOTIPI = {
     "velmarin_model_name": (ctypes.c_char_p, [_i]),
     "velmarin_function_name": (ctypes.c_char_p, [_i]),
     "velmarin_version": (ctypes.c_char_p, []),
+    "velmarin_last_error": (ctypes.c_char_p, []),
 }
 
 

@@ -15,8 +15,12 @@ class VelmarinError(Exception):
     """The library refused: a port that does not open, points that give no map."""
 
 
+def _rifiuto():
+    """The library's reason for the call that just failed on this thread."""
+    return VelmarinError(lib.velmarin_last_error().decode(errors="replace"))
+
+
 _CAMPI = dict(TDataDigit._fields_)
-_dispositivi = {}  # port -> device, as map_port last set it: for the messages
 
 
 def _intero(nome, valore, minimo, massimo):
@@ -31,7 +35,6 @@ def map_port(port, device):
     """Port COM<port> (1..255) opens `device`; None restores the platform's own."""
     _intero("port", port, 1, 255)
     lib.velmarin_map_port(port, None if device is None else os.fsencode(device))
-    _dispositivi[port] = device
 
 
 def model_name(model):
@@ -135,10 +138,7 @@ class Tablet:
     def connect(self):
         """Opens the port and programs the tablet; VelmarinError if the port is refused."""
         if lib.velmarin_connect(self._h()) != 1:
-            porta = self.port
-            dispositivo = _dispositivi.get(porta)
-            raise VelmarinError("COM%d could not be opened%s" % (
-                porta, " (device %s)" % dispositivo if dispositivo else ""))
+            raise _rifiuto()
 
     def send_reset(self):
         lib.velmarin_send_reset(self._h())
@@ -207,7 +207,7 @@ class Tablet:
         x, y = _conteggi([p[0] for p in punti], "x"), _conteggi([p[1] for p in punti], "y")
         est, nord = _reali([p[2] for p in punti], "east"), _reali([p[3] for p in punti], "north")
         if lib.velmarin_fit_points(self._h(), len(punti), x, y, est, nord) != 1:
-            raise VelmarinError("the points lie on one line: they give no map")
+            raise _rifiuto()
 
     def fit_grid(self, squares_east, squares_north, east0, north0, step_east, step_north, nodes):
         """One projective map per cell, as the grid calibration makes it.
@@ -225,7 +225,7 @@ class Tablet:
         terreno = _reali([east0, north0, step_east, step_north], "the grid's start and steps")
         x, y = _conteggi([n[0] for n in nodi], "x"), _conteggi([n[1] for n in nodi], "y")
         if lib.velmarin_fit_grid(self._h(), squares_east, squares_north, *terreno, x, y) != 1:
-            raise VelmarinError("a cell of the grid has its corners on one line: no map")
+            raise _rifiuto()
 
 
 def _conteggi(valori, nome):

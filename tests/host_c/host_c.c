@@ -145,7 +145,7 @@ static int ascolta_tavoletta(ascolto* a, const opzioni* o)
 {
     int esito = 0;
     if (!velmarin_connect(a->tavoletta)) {
-        fprintf(stderr, "host_c: COM%d refused\n", o->porta);
+        fprintf(stderr, "host_c: COM%d refused: %s\n", o->porta, velmarin_last_error());
         return 1;
     }
     printf("connected\n");

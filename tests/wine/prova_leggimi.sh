@@ -1,0 +1,65 @@
+#!/bin/bash
+# The README's lines for a C host on Windows, run as written: the MinGW line
+# of this build's architecture builds the sample host, and in the 64-bit
+# build the Wine lines run it against a simulated tablet, twice on the same
+# line. The lines run in a scratch tree laid out as the README assumes:
+# include/ and tests/ of the sources, build/win32 or build/win64 this build,
+# build/default a Linux build of the tree (without one the Wine part is
+# skipped).
+#
+# usage: prova_leggimi.sh SOURCES BUILD ARCHITECTURE LINUX_BUILD
+set -u
+sorgenti=$(realpath "$1") build=$(realpath "$2") architettura=$3 linux=$(realpath -m "$4")
+case "$architettura" in
+    i686) cartella=win32 ;;
+    *) cartella=win64 ;;
+esac
+temp=$(mktemp -d)
+pid_sim=""
+trap '[ -n "$pid_sim" ] && kill -- -"$pid_sim" 2>/dev/null; WINEPREFIX=$temp/wine wineserver -k 2>/dev/null; rm -rf "$temp"' EXIT
+mkdir -p "$temp/build"
+ln -s "$sorgenti/include" "$sorgenti/tests" "$temp/"
+ln -s "$build" "$temp/build/$cartella"
+ln -s "$linux" "$temp/build/default"
+cd "$temp" || exit 1
+
+# The fenced block after the README's marker line.
+blocco() {
+    awk -v segno="<!-- $1 -->" '
+        $0 == segno { dentro = 1; next }
+        dentro && /^```/ { if (aperto) exit; aperto = 1; next }
+        dentro && aperto { print }' "$sorgenti/README.md"
+}
+
+righe=$(blocco "host C per Windows" | grep -F -- "$architettura-w64-mingw32-gcc")
+[ -n "$righe" ] || { echo "FAIL the README has no build line for $architettura"; exit 1; }
+echo "+ $righe"
+bash -e -c "$righe" || { echo "FAIL the README's build line"; exit 1; }
+[ -f "build/$cartella/host_c_mingw.exe" ] || { echo "FAIL no host_c_mingw.exe"; exit 1; }
+rm -f "build/$cartella/host_c_mingw.exe"
+bash -e -c "$righe"  # again, for the Wine run below
+
+if [ "$cartella" = win32 ]; then echo "built; no 32-bit Wine here to run it"; exit 0; fi
+[ -x "$linux/tools/velmarin-sim" ] || { echo "no Linux build with velmarin-sim: skipped"; exit 77; }
+export WINEPREFIX="$temp/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+
+# The Wine block runs in one shell of its own process group, its simulated
+# tablet on fd 3; the host's line runs a second time on the same line. The
+# group goes when the shell ends: the tablet would play on, and Wine's
+# server would hold the output.
+wine_righe=$(blocco "host C sotto Wine")
+ospite=$(printf '%s\n' "$wine_righe" | tail -n 1)
+printf '+ %s\n' "$wine_righe"
+setsid bash -e -c "$wine_righe
+$ospite" >uscita.txt 2>&1 </dev/null &
+pid_sim=$!
+wait "$pid_sim"
+esito=$?
+kill -- -"$pid_sim" 2>/dev/null
+pid_sim=""
+uscita=$(tr -d '\r' <uscita.txt)  # Wine's console ends lines with CR LF
+printf '%s\n' "$uscita"
+[ "$esito" = 0 ] || { echo "FAIL the README's Wine lines ended with $esito"; exit 1; }
+corse=$(printf '%s\n' "$uscita" | grep -c '^stopped: [0-9]* moves, 2 presses$')
+[ "$corse" = 2 ] || { echo "FAIL two runs should hear two presses each, $corse did"; exit 1; }
+echo "both runs heard their presses"
