@@ -48,7 +48,9 @@ VELMARIN_API velmarin_tablet* VELMARIN_CALL velmarin_open(const TDataDigit* setu
 /* Ends the tablet's connection as the C++ destructor does, and frees it. The
  * reset, if chosen, reaches the line only while delivery is on, that is
  * while someone listens. A tablet that listens on a connection it did not
- * open stops listening first. When it returns no callback of this tablet
+ * open stops listening first; one that listens on its own drops the host's
+ * functions before the reset, so that no callback runs during the close.
+ * When it returns no callback of this tablet
  * runs or will run, except the one it is called from: from inside one of
  * this tablet's callbacks it stops delivery at once, and the library's
  * reader ends and closes the port when that callback returns. */

@@ -37,5 +37,5 @@ const char* TestoUltimoErrore() noexcept
 
 void RipristinaCodiceSistema() noexcept
 {
-    if (ultimo.codice != 0) ImpostaCodiceSistema(ultimo.codice);
+    ImpostaCodiceSistema(ultimo.codice);
 }

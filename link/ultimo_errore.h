@@ -19,8 +19,8 @@ void RegistraErrore(const std::string& testo, unsigned long codiceSistema = 0) n
 void RegistraErroreSistema(const std::string& testo, unsigned long codiceSistema) noexcept;
 const char* TestoUltimoErrore() noexcept;
 // Puts the recorded code back as the thread's errno or last error, which the
-// clean-up after the failure and the library's box may have changed; nothing
-// for a code of 0.
+// clean-up after the failure and the library's box may have changed; 0 for a
+// failure the system had no part in.
 void RipristinaCodiceSistema() noexcept;
 
 // The platform's side: the thread's current code, its description, and

@@ -136,8 +136,12 @@ velmarin_tablet* velmarin_open(const TDataDigit* setup)
 void velmarin_close(velmarin_tablet* t)
 {
     if (!t) return;
-    if (t->Ascolta() && (t->connessione == 0 || IODevHandleAperto() != t->connessione))
-        t->digit.StopCommNotification();
+    const bool propria = t->connessione != 0 && IODevHandleAperto() == t->connessione;
+    if (t->Ascolta() && !propria) t->digit.StopCommNotification();
+    // On its own connection delivery must stay on for the reset to reach
+    // the line; the host's functions go first, so that none of them runs
+    // while the tablet is being closed.
+    if (t->Ascolta() && propria && !IODevSulLettore()) velmarin_listen(t, nullptr, nullptr, nullptr);
     delete t;
 }
 

@@ -125,6 +125,44 @@ class SuUnaLinea(unittest.TestCase):
         self.assertIn("RuntimeError: bad move 30 40", scritto)
         self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
 
+    def test_close_runs_no_callback_during_the_reset(self):
+        # Model 2's reset holds the close one second while the tablet goes on
+        # reporting every 20 ms. Only a callback already running when the
+        # close began may end during it.
+        self.tavoletta.close()
+        a = self.ascolto
+        chiudendo = threading.Event()
+        t = velmarin.Tablet(model=2, port=self.PORTA, reset=2)
+        fine = threading.Event()
+
+        def riporta():  # a move to a new place each time
+            x = 0
+            while not fine.is_set():
+                x += 1
+                self.pty.mostra(x, 8, 0)
+                fine.wait(0.02)
+        flusso = threading.Thread(target=riporta)
+        try:
+            t.connect()
+            t.listen(on_move=lambda x, y: a.aggiungi(a.eventi, (chiudendo.is_set(), t.to_ground(x, y))),
+                     on_error=lambda e: a.aggiungi(a.errori, e))
+            flusso.start()
+            self.assertTrue(a.attendi(lambda: len(a.eventi) >= 3))
+            chiudendo.set()
+        finally:
+            t.close()
+            fine.set()
+            if flusso.is_alive():
+                flusso.join()
+        self.assertEqual(a.errori, [])
+        self.assertLessEqual(sum(1 for durante, _ in a.eventi if durante), 1)
+
+    def test_settings_read_back_as_given(self):
+        with velmarin.Tablet(model=2, parita="E") as t:
+            self.assertEqual(t.setup.parita, "E")
+        self.assertEqual(velmarin.Tablet(model=1).setup.parita, "O")
+        self.assertEqual(velmarin.__version__, velmarin.version())
+
     def test_a_line_that_goes_away_is_told_and_connect_opens_it_again(self):
         a, t = self.ascolto, self.tavoletta
         t.listen(on_button=lambda b, x, y: a.aggiungi(a.eventi, ("button", b, x, y)))
@@ -148,8 +186,10 @@ class SenzaLinea(unittest.TestCase):
         velmarin.map_port(3, "/nonexistent/tty-velmarin")
         try:
             with velmarin.Tablet(model=5, port=3) as t:
-                with self.assertRaisesRegex(velmarin.VelmarinError, r"COM3 \(/nonexistent/tty-velmarin\): cannot be opened: No such file"):
+                with self.assertRaisesRegex(OSError, r"COM3 \(/nonexistent/tty-velmarin\): cannot be opened: No such file") as e:
                     t.connect()
+                self.assertIsInstance(e.exception, velmarin.PortError)
+                self.assertEqual(e.exception.errno, 2)
         finally:
             velmarin.map_port(3, None)
 

@@ -8,8 +8,10 @@ C interface over ctypes.
 """
 
 from ._libreria import TDataDigit
-from ._tavoletta import (Tablet, VelmarinError, function_name, map_port, model_name,
+from ._tavoletta import (PortError, Tablet, VelmarinError, function_name, map_port, model_name,
                          version)
 
-__all__ = ["Tablet", "TDataDigit", "VelmarinError", "function_name", "map_port", "model_name",
-           "version"]
+__version__ = version()
+
+__all__ = ["PortError", "Tablet", "TDataDigit", "VelmarinError", "function_name", "map_port",
+           "model_name", "version", "__version__"]

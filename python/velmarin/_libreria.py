@@ -20,7 +20,7 @@ class TDataDigit(ctypes.Structure):
         ("tipo", ctypes.c_int16),
         ("porta", ctypes.c_int16),
         ("velocita", ctypes.c_int16),
-        ("parita", ctypes.c_int16),
+        ("_parita", ctypes.c_int16),  # read and set as `parita`
         ("bitDati", ctypes.c_int16),
         ("bitStop", ctypes.c_int16),
         ("reset", ctypes.c_int16),
@@ -33,6 +33,18 @@ class TDataDigit(ctypes.Structure):
         ("xMax", ctypes.c_int32),
         ("yMax", ctypes.c_int32),
     ]
+
+
+    @property
+    def parita(self):
+        """The parity as the record is given it: 'N', 'E' or 'O' (another code
+        as its number)."""
+        codice = self._parita
+        return chr(codice) if codice in (78, 69, 79) else codice
+
+    @parita.setter
+    def parita(self, valore):
+        self._parita = ord(valore) if isinstance(valore, str) and len(valore) == 1 else valore
 
 
 assert ctypes.sizeof(TDataDigit) == 52, "TDataDigit keeps its exported layout"
@@ -89,7 +101,7 @@ def _carica():
     tentativi = []
     for percorso in _percorsi():
         try:
-            lib = ctypes.CDLL(percorso)
+            lib = ctypes.CDLL(percorso, use_errno=True, use_last_error=sys.platform == "win32")
         except OSError as errore:
             tentativi.append("%s (%s)" % (percorso, errore))
             continue

@@ -15,12 +15,31 @@ class VelmarinError(Exception):
     """The library refused: a port that does not open, points that give no map."""
 
 
-def _rifiuto():
+class PortError(VelmarinError, OSError):
+    """A port that could not be opened or set up. The message names the port,
+    its device and the system's reason; errno (on Windows winerror) holds the
+    system's code."""
+
+
+def _motivo():
     """The library's reason for the call that just failed on this thread."""
-    return VelmarinError(lib.velmarin_last_error().decode(errors="replace"))
+    return lib.velmarin_last_error().decode(errors="replace")
+
+
+def _rifiuto():
+    return VelmarinError(_motivo())
+
+
+def _rifiuto_porta():
+    # A code of 0: the system had no part in it (the port is another
+    # tablet's, say).
+    if sys.platform == "win32":
+        return PortError(None, _motivo(), None, ctypes.get_last_error() or None)
+    return PortError(ctypes.get_errno() or None, _motivo())
 
 
 _CAMPI = dict(TDataDigit._fields_)
+_CAMPI["parita"] = _CAMPI.pop("_parita")
 
 
 def _intero(nome, valore, minimo, massimo):
@@ -50,6 +69,7 @@ def function_name(code):
 
 
 def version():
+    """The library's version, "major.minor.patch"."""
     return lib.velmarin_version().decode()
 
 
@@ -71,8 +91,12 @@ def _imposta(dati, nome, valore):
         setattr(dati, nome, _intero(nome, valore, -2**(bit - 1), 2**(bit - 1) - 1))
 
 
-def _chiudi(maniglia, richiami):
+def _chiudi(maniglia, richiami, chiusa):
+    # The tablet counts as closed only once the library has closed it: a
+    # callback may run until the library drops the functions, and it still
+    # finds its tablet whole.
     lib.velmarin_close(maniglia)
+    chiusa.set()
     richiami.clear()  # only now may the collector free them
 
 
@@ -91,7 +115,8 @@ class Tablet:
         if not self._maniglia:
             raise MemoryError("velmarin: no tablet could be made")
         self._richiami = []
-        self._fine = weakref.finalize(self, _chiudi, self._maniglia, self._richiami)
+        self._chiusa = threading.Event()
+        self._fine = weakref.finalize(self, _chiudi, self._maniglia, self._richiami, self._chiusa)
         if port is not None:
             settings["porta"] = _intero("port", port, 1, 255)
         if settings:
@@ -106,8 +131,9 @@ class Tablet:
 
     # The object's life.
     def close(self):
-        """Stops listening, ends the connection and frees the tablet. Not
-        from inside a callback."""
+        """Stops listening, sends the model's reset if the setup chooses it,
+        ends the connection and frees the tablet. No callback runs during the
+        close or after it. Not from inside a callback."""
         if _in_un_richiamo():
             raise VelmarinError("a tablet is closed outside its callbacks")
         self._fine()
@@ -119,7 +145,7 @@ class Tablet:
         self.close()
 
     def _h(self):
-        if not self._fine.alive:
+        if self._chiusa.is_set():
             raise VelmarinError("the tablet is closed")
         return self._maniglia
 
@@ -136,9 +162,10 @@ class Tablet:
 
     # The connection.
     def connect(self):
-        """Opens the port and programs the tablet; VelmarinError if the port is refused."""
+        """Opens the port and programs the tablet; PortError (an OSError) with
+        the device and the system's reason if the port is refused."""
         if lib.velmarin_connect(self._h()) != 1:
-            raise _rifiuto()
+            raise _rifiuto_porta()
 
     def send_reset(self):
         lib.velmarin_send_reset(self._h())
