@@ -199,6 +199,8 @@ class SenzaLinea(unittest.TestCase):
             (TypeError, "unknown tablet setting 'colore'", lambda: velmarin.Tablet(model=1, colore=2)),
             (ValueError, "velocita must be", lambda: velmarin.Tablet(model=1, velocita=99999)),
             (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
+            (ValueError, r"point 1 must be \(x, y, east, north\), not 3 values",
+             lambda: velmarin.Tablet(model=1).fit_points([(0, 0, 1, 1), (1, 0, 2), (0, 1, 1, 2)])),
         ]
         for eccezione, testo, chiamata in casi:
             with self.subTest(testo):

@@ -229,8 +229,11 @@ class Tablet:
         sparse-point calibration fits it; VelmarinError, with the map left as
         it was, when they lie on one line."""
         punti = [tuple(p) for p in points]
-        if not 3 <= len(punti) <= 21 or any(len(p) != 4 for p in punti):
+        if not 3 <= len(punti) <= 21:
             raise ValueError("fit_points takes 3 to 21 points (x, y, east, north), not %d" % len(punti))
+        for numero, p in enumerate(punti):
+            if len(p) != 4:
+                raise ValueError("point %d must be (x, y, east, north), not %d values" % (numero, len(p)))
         x, y = _conteggi([p[0] for p in punti], "x"), _conteggi([p[1] for p in punti], "y")
         est, nord = _reali([p[2] for p in punti], "east"), _reali([p[3] for p in punti], "north")
         if lib.velmarin_fit_points(self._h(), len(punti), x, y, est, nord) != 1:
