@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "calibration/calibrazione_in_vigore.h"
 #include "calibration/finiti.h"
 
 namespace {
@@ -50,5 +51,6 @@ bool CDigit::CalcoloCoefficientiPtSparsi(double* x, double* y, double* est, doub
         coefCelle[1][1][k] = coefNord[k];
     }
     statoCalibr.store(calibPtSparsi, std::memory_order_release);
+    TCalibrazioneInVigore::RicordaSparsi(*this, x, y, est, nord, n);
     return true;
 }

@@ -127,6 +127,7 @@ public:
 private:
     friend class CDigitTestAccess;  // the test suite's one way in
     friend struct TCalibrazioneEsterna;  // calibration from points a host gives
+    friend struct TCalibrazioneInVigore;  // the points behind the map, for its report
 
     void doConstruct();
     void Ritarda(std::int32_t ms) const;

@@ -176,6 +176,83 @@ VELMARIN_API int VELMARIN_CALL velmarin_fit_grid(velmarin_tablet* tablet, int sq
                                                  double step_east, double step_north,
                                                  const int32_t* node_x, const int32_t* node_y);
 
+/* The report of the tablet's calibration in force, however it was made (the
+ * library's dialogs or velmarin_fit_*): how well the control points (a
+ * grid's nodes) fit one least-squares affine map. All in ground units.
+ * - residual: the point's ground coordinates as given minus the affine map
+ *   of all the points at its counts; leave-one-out: minus the map fitted
+ *   without that point (NaN for three points, or where the others give no
+ *   map);
+ * - rms: sqrt(sum(dE^2 + dN^2) / n); std_dev, the standard deviation of unit
+ *   weight: sqrt(sum(dE^2 + dN^2) / (2n - 6)), NaN for n = 3;
+ * - worst: the 0-based indices of the two longest residuals;
+ * - predicted_worst: the standard error of the fitted position at the worst
+ *   corner of the limits (of the points' box without limits): std_dev *
+ *   sqrt(2 h), h the fit's leverage there, 1/n + (p - m)' S^-1 (p - m) with
+ *   m the points' mean and S their scatter in counts. NaN for three points
+ *   and for a grid, whose map passes through every node (its residuals
+ *   measure the sheet's departure from an affine map);
+ * - warnings: VELMARIN_WARN_* bits, thresholds as named.
+ * A grid's nodes come East index fastest. The sums are taken on data
+ * centred on their means, so UTM-sized coordinates keep their digits. */
+#define VELMARIN_FIT_SPARSE 1
+#define VELMARIN_FIT_GRID 2
+#define VELMARIN_WARN_CLUSTERED 0x01u  /* the points' box covers under 1/4 of the limits */
+#define VELMARIN_WARN_COLLINEAR 0x02u  /* smaller spread of the counts under 1/10 of the larger */
+#define VELMARIN_WARN_BLUNDER 0x04u    /* 5 points or more; a leave-one-out residual over 3 times the median */
+#define VELMARIN_WARN_NO_REDUNDANCY 0x08u  /* three points: nothing checks them */
+#define VELMARIN_WARN_NODE_OUT_OF_PLACE 0x10u  /* a grid node off its row and its column by 1/5 of a spacing */
+
+typedef struct velmarin_fit_summary {
+    int kind; /* VELMARIN_FIT_SPARSE or VELMARIN_FIT_GRID */
+    int points;
+    double rms;
+    double std_dev;
+    int worst[2];
+    double predicted_worst;
+    unsigned warnings;
+} velmarin_fit_summary;
+
+typedef struct velmarin_point_residual {
+    int32_t x, y;
+    double east, north;
+    double residual_east, residual_north;
+    double loo_east, loo_north;
+} velmarin_point_residual;
+
+/* Their layout, checked as TDataDigit's is (dati_digit.h): every field at a
+ * multiple of its own size, as MSVC (/Zp8), Delphi ({$A8}) and .NET
+ * (Sequential) place it on 32-bit and 64-bit Windows alike. The summary's
+ * size is 48 there; only the Linux i386 ABI aligns a double to 4 and ends
+ * it at 44. */
+#if defined(__cplusplus)
+#define VELMARIN_FORMA(condizione, nome) static_assert(condizione, "the C interface keeps its layout")
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
+#define VELMARIN_FORMA(condizione, nome) _Static_assert(condizione, "the C interface keeps its layout")
+#else
+#define VELMARIN_FORMA(condizione, nome) typedef char nome[(condizione) ? 1 : -1]
+#endif
+#if defined(__i386__) && !defined(_WIN32)
+VELMARIN_FORMA(sizeof(velmarin_fit_summary) == 44, velmarin_forma_sommario);
+#else
+VELMARIN_FORMA(sizeof(velmarin_fit_summary) == 48, velmarin_forma_sommario);
+#endif
+VELMARIN_FORMA(offsetof(velmarin_fit_summary, rms) == 8, velmarin_forma_rms);
+VELMARIN_FORMA(offsetof(velmarin_fit_summary, worst) == 24, velmarin_forma_peggiori);
+VELMARIN_FORMA(offsetof(velmarin_fit_summary, predicted_worst) == 32, velmarin_forma_previsto);
+VELMARIN_FORMA(offsetof(velmarin_fit_summary, warnings) == 40, velmarin_forma_avvisi);
+VELMARIN_FORMA(sizeof(velmarin_point_residual) == 56, velmarin_forma_residuo);
+VELMARIN_FORMA(offsetof(velmarin_point_residual, east) == 8, velmarin_forma_est);
+VELMARIN_FORMA(offsetof(velmarin_point_residual, loo_north) == 48, velmarin_forma_loo);
+#undef VELMARIN_FORMA
+
+/* Fills `summary` (if not null) and the first max_points entries of
+ * `points` (if not null); returns the number of points, which may exceed
+ * max_points, or 0 when the tablet has no calibration in force (summary and
+ * points then untouched). */
+VELMARIN_API int VELMARIN_CALL velmarin_fit_report(const velmarin_tablet* tablet, velmarin_fit_summary* summary,
+                                                   velmarin_point_residual* points, int max_points);
+
 /* Names, in static storage. The model's name without the padding of the
  * selection list ("Summa MicroGrid 3"), null outside 1..8. The label of a
  * button function code as the button dialog shows it ("Conferma"), null for

@@ -24,6 +24,7 @@
 //   the reader ends and closes the port once the notification returns.
 #include "digit.h"
 
+#include "calibration/calibrazione_in_vigore.h"
 #include "link/iodev.h"
 #include "link/ultimo_errore.h"
 #include "platform/toldeko/gwnd.h"
@@ -83,6 +84,7 @@ CDigit::~CDigit()
         if (IODevClose() != 1) BoxErrore(nullptr, idsDisconnessione);
         if (IODevDestroy() != 1) BoxErrore(nullptr, idsDeallocazione);
     }
+    TCalibrazioneInVigore::Dimentica(*this);
     LiberaTabella(coefCelle);
     LiberaTabella(angoliX);
     LiberaTabella(angoliY);

@@ -5,6 +5,7 @@
 
 #include "link/iodev.h"
 #include "reports/digit_link.h"
+#include "calibration/calibrazione_in_vigore.h"
 #include "tablet/catalogo.h"
 #include "tablet/tabelle.h"
 
@@ -68,6 +69,7 @@ CDigit& CDigit::operator=(const CDigit& other)
     CopiaTabella(angoliX, other.angoliX, angoliPerCella);
     CopiaTabella(angoliY, other.angoliY, angoliPerCella);
     CopiaIndiceCelle(other);
+    TCalibrazioneInVigore::Copia(other, *this);
     statoCalibr.store(other.statoCalibr.load(std::memory_order_acquire), std::memory_order_release);
     return *this;
 }

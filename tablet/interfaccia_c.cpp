@@ -18,6 +18,7 @@
 #include <string>
 
 #include "calibration/calibrazione_esterna.h"
+#include "calibration/rapporto_calibrazione.h"
 #include "dialogs/dialogo_funzioni_bottoni.h"
 #include "digit.h"
 #include "link/iodev.h"
@@ -284,6 +285,24 @@ int velmarin_fit_grid(velmarin_tablet* t, int squares_east, int squares_north, d
     if (!Tavoletta(t, "velmarin_fit_grid")) return 0;
     const TGrigliaDigitalizzata g{squares_east, squares_north, east0, north0, step_east, step_north, node_x, node_y};
     return SenzaEccezioni([&] { return Esito(TCalibrazioneEsterna::Griglia(t->digit, g)); }, 0);
+}
+
+int velmarin_fit_report(const velmarin_tablet* t, velmarin_fit_summary* summary, velmarin_point_residual* points,
+                        int max_points)
+{
+    if (!Tavoletta(t, "velmarin_fit_report")) return 0;
+    TRapportoCalibrazione r;
+    if (!SenzaEccezioni([&] { return RapportoDi(t->digit, r); }, false))
+        return Rifiuta("velmarin_fit_report", "no calibration in force, or its points are not known");
+    const int n = static_cast<int>(r.punti.size());
+    if (summary)
+        *summary = {r.tipo, n, r.rms, r.deviazione, {r.peggiori[0], r.peggiori[1]}, r.peggiorePrevisto, r.avvisi};
+    for (int k = 0; points && k < n && k < max_points; ++k) {
+        const TResiduoPunto& q = r.punti[static_cast<std::size_t>(k)];
+        points[k] = {q.punto.x, q.punto.y, q.punto.est, q.punto.nord, q.residuoEst, q.residuoNord,
+                     q.lasciaFuoriEst, q.lasciaFuoriNord};
+    }
+    return n;
 }
 
 const char* velmarin_model_name(int model)

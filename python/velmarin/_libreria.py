@@ -49,6 +49,35 @@ class TDataDigit(ctypes.Structure):
 
 assert ctypes.sizeof(TDataDigit) == 52, "TDataDigit keeps its exported layout"
 
+class SommarioAdattamento(ctypes.Structure):
+    """velmarin_fit_summary."""
+
+    _fields_ = [
+        ("kind", ctypes.c_int),
+        ("points", ctypes.c_int),
+        ("rms", ctypes.c_double),
+        ("std_dev", ctypes.c_double),
+        ("worst", ctypes.c_int * 2),
+        ("predicted_worst", ctypes.c_double),
+        ("warnings", ctypes.c_uint),
+    ]
+
+
+class ResiduoPunto(ctypes.Structure):
+    """velmarin_point_residual."""
+
+    _fields_ = [
+        ("x", ctypes.c_int32),
+        ("y", ctypes.c_int32),
+        ("east", ctypes.c_double),
+        ("north", ctypes.c_double),
+        ("residual_east", ctypes.c_double),
+        ("residual_north", ctypes.c_double),
+        ("loo_east", ctypes.c_double),
+        ("loo_north", ctypes.c_double),
+    ]
+
+
 MOSSA = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32)
 BOTTONE = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32, ctypes.c_int32)
 
@@ -84,6 +113,7 @@ _PROTOTIPI = {
     "velmarin_function_name": (ctypes.c_char_p, [_i]),
     "velmarin_version": (ctypes.c_char_p, []),
     "velmarin_last_error": (ctypes.c_char_p, []),
+    "velmarin_fit_report": (_i, [_p, ctypes.POINTER(SommarioAdattamento), ctypes.POINTER(ResiduoPunto), _i]),
 }
 
 

@@ -8,6 +8,7 @@ import threading
 import traceback
 import weakref
 
+from . import _rapporto
 from ._libreria import BOTTONE, MOSSA, TDataDigit, lib
 
 
@@ -223,6 +224,12 @@ class Tablet:
         if lib.velmarin_calibrated_area(self._h(), 1 if whole else 0, *map(ctypes.byref, valori)) != 1:
             return None
         return tuple(v.value for v in valori)
+
+    def fit_report(self):
+        """The report of the calibration in force, however it was made (the
+        library's dialogs, fit_points or fit_grid): a FitReport, or None
+        without a calibration."""
+        return _rapporto.rapporto(self._h())
 
     def fit_points(self, points):
         """The affine map of 3 to 21 points (x, y, east, north), as the

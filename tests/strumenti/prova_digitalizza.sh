@@ -76,7 +76,7 @@ for formato in gpkg geojson; do
     tmux send-keys -t "$sessione" Escape
     verifica "$formato: the calibration is reported" attendi "calibration report: 4 sparse points"
     verifica "$formato: with exact residuals" attendi "RMS [0-9.e-]* = sqrt"
-    verifica "$formato: the report is written beside the file" contiene "$temp/carta.calibration.json" '"matches_library": true'
+    verifica "$formato: the report is written beside the file" contiene "$temp/carta.calibration.json" '"calibration": "sparse points"'
     verifica "$formato: digitizing starts" attendi "digitizing into $uscita"
 
     premi 20000 20000 1

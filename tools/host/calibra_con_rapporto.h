@@ -1,5 +1,5 @@
-// A calibration by the library's own procedure, with the host listening in
-// (registro_calibrazione.h) to report on it afterwards.
+// A calibration by the library's own procedure, with the library's report
+// of it afterwards.
 #ifndef VELMARIN_HOST_CALIBRA_CON_RAPPORTO_H
 #define VELMARIN_HOST_CALIBRA_CON_RAPPORTO_H
 

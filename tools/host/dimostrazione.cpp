@@ -5,6 +5,7 @@
 #include <mutex>
 #include <thread>
 
+#include "calibration/rapporto_calibrazione.h"
 #include "dialogs/dialogo_digitalizza.h"
 #include "dialogs/dialogo_limiti.h"
 #include "dialogs/dialogo_punti_sparsi.h"
@@ -32,11 +33,6 @@ struct TAngolo {
 };
 // The tablet's working area, lower left first.
 constexpr TAngolo angoli[] = {{0, 0}, {10000, 10000}};
-
-struct TPuntoControllo {
-    std::int32_t x, y;  // tablet counts
-    double est, nord;   // ground, metres
-};
 
 // Four corners of a sheet, on the ground a square of 800 m whose tablet
 // image is 8000 counts a side: a tenth of a metre a count.

@@ -1,0 +1,258 @@
+// The calibration report against the same figures computed another way: the
+// least-squares map from the uncentred normal equations, solved in long
+// double, and the leverage from the inverse of their matrix.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "calibration/rapporto_calibrazione.h"
+#include "velmarin.h"
+
+namespace {
+
+using TPunti = std::vector<TPuntoControllo>;
+using L = long double;
+
+// The normal matrix of the design [1 x y] of the points but one, inverted by
+// Gauss-Jordan in long double.
+std::array<std::array<L, 3>, 3> InversaNormale(const TPunti& p, int escluso)
+{
+    L a[3][6] = {};
+    for (int k = 0; k < static_cast<int>(p.size()); ++k) {
+        if (k == escluso) continue;
+        const L r[3] = {1, L(p[k].x), L(p[k].y)};
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j) a[i][j] += r[i] * r[j];
+    }
+    for (int i = 0; i < 3; ++i) a[i][3 + i] = 1;
+    for (int c = 0; c < 3; ++c) {
+        int perno = c;
+        for (int i = c + 1; i < 3; ++i)
+            if (std::fabs(a[i][c]) > std::fabs(a[perno][c])) perno = i;
+        for (int j = 0; j < 6; ++j) std::swap(a[c][j], a[perno][j]);
+        for (int i = 0; i < 3; ++i) {
+            if (i == c) continue;
+            const L f = a[i][c] / a[c][c];
+            for (int j = 0; j < 6; ++j) a[i][j] -= f * a[c][j];
+        }
+    }
+    std::array<std::array<L, 3>, 3> inv{};
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) inv[i][j] = a[i][3 + j] / a[i][i];
+    return inv;
+}
+
+struct TAttesa {
+    std::vector<L> dE, dN, looE, looN;
+    L rms = 0, sigma = 0, leva = 0;  // leva: the largest over the zone's corners
+};
+
+// The map of the points but one at point k, minus what was given there.
+std::array<L, 2> Residuo(const TPunti& p, int escluso, int k)
+{
+    const auto inv = InversaNormale(p, escluso);
+    L be[3] = {}, bn[3] = {};
+    for (int q = 0; q < static_cast<int>(p.size()); ++q) {
+        if (q == escluso) continue;
+        const L r[3] = {1, L(p[q].x), L(p[q].y)};
+        for (int i = 0; i < 3; ++i) be[i] += r[i] * p[q].est, bn[i] += r[i] * p[q].nord;
+    }
+    L e = 0, n = 0;
+    const L r[3] = {1, L(p[k].x), L(p[k].y)};
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) e += r[i] * inv[i][j] * be[j], n += r[i] * inv[i][j] * bn[j];
+    return {p[k].est - e, p[k].nord - n};
+}
+
+TAttesa Attesa(const TPunti& p, const TLimiti& zona)
+{
+    TAttesa a;
+    const int n = static_cast<int>(p.size());
+    for (int k = 0; k < n; ++k) {
+        const auto r = Residuo(p, -1, k), l = Residuo(p, k, k);
+        a.dE.push_back(r[0]), a.dN.push_back(r[1]), a.looE.push_back(l[0]), a.looN.push_back(l[1]);
+        a.rms += r[0] * r[0] + r[1] * r[1];
+    }
+    a.sigma = std::sqrt(a.rms / (2 * n - 6));
+    a.rms = std::sqrt(a.rms / n);
+    const auto inv = InversaNormale(p, -1);
+    for (double x : {zona.x1, zona.x2})
+        for (double y : {zona.y1, zona.y2}) {
+            const L r[3] = {1, x, y};
+            L h = 0;
+            for (int i = 0; i < 3; ++i)
+                for (int j = 0; j < 3; ++j) h += r[i] * inv[i][j] * r[j];
+            a.leva = std::max(a.leva, h);
+        }
+    return a;
+}
+
+// Points of East 1520000 + 0.1 x + 0.002 y, North 5030000 - 0.001 x + 0.1 y
+// (UTM-sized), with the given errors added to East and North.
+TPunti Punti(const std::vector<std::array<std::int32_t, 2>>& xy, const std::vector<std::array<double, 2>>& errori)
+{
+    TPunti p;
+    for (std::size_t k = 0; k < xy.size(); ++k) {
+        const double x = xy[k][0], y = xy[k][1];
+        p.push_back({xy[k][0], xy[k][1], 1520000 + 0.1 * x + 0.002 * y + errori[k][0],
+                     5030000 - 0.001 * x + 0.1 * y + errori[k][1]});
+    }
+    return p;
+}
+
+const TLimiti limiti{true, 0, 0, 40000, 30000};
+
+TEST(RapportoCalibrazione, SparseFiguresAgreeWithLongDoubleAtUtmCoordinates)
+{
+    const TPunti p = Punti({{1000, 1200}, {39000, 800}, {38500, 29000}, {1500, 28500}, {20000, 15000}, {9000, 21000}, {30000, 7000}},
+                           {{0.03, -0.02}, {-0.05, 0.01}, {0.02, 0.04}, {0.01, -0.03}, {-0.04, 0.02}, {0.05, 0.0}, {-0.02, -0.02}});
+    TRapportoCalibrazione r;
+    ASSERT_TRUE(RapportoSparsi(p, limiti, r));
+    const TAttesa a = Attesa(p, limiti);
+    ASSERT_EQ(r.punti.size(), p.size());
+    constexpr double tol = 1e-8;  // metres, at coordinates of 5e6
+    for (std::size_t k = 0; k < p.size(); ++k) {
+        SCOPED_TRACE(k);
+        EXPECT_NEAR(r.punti[k].residuoEst, double(a.dE[k]), tol);
+        EXPECT_NEAR(r.punti[k].residuoNord, double(a.dN[k]), tol);
+        EXPECT_NEAR(r.punti[k].lasciaFuoriEst, double(a.looE[k]), tol);
+        EXPECT_NEAR(r.punti[k].lasciaFuoriNord, double(a.looN[k]), tol);
+    }
+    EXPECT_NEAR(r.rms, double(a.rms), tol);
+    EXPECT_NEAR(r.deviazione, double(a.sigma), tol);
+    EXPECT_NEAR(r.peggiorePrevisto, double(a.sigma * std::sqrt(2 * a.leva)), tol);
+    std::vector<double> lunghezze;
+    for (std::size_t k = 0; k < p.size(); ++k) lunghezze.push_back(double(std::hypot(a.dE[k], a.dN[k])));
+    std::vector<double> ordinate = lunghezze;
+    std::sort(ordinate.rbegin(), ordinate.rend());
+    EXPECT_EQ(lunghezze[r.peggiori[0]], ordinate[0]);
+    EXPECT_EQ(lunghezze[r.peggiori[1]], ordinate[1]);
+    EXPECT_EQ(r.avvisi, 0u);
+}
+
+// Each warning, and only it, for the set that earns it.
+TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
+{
+    const std::vector<std::array<double, 2>> piccoli(8, {0.0, 0.0});
+    std::vector<std::array<double, 2>> errori = {{0.02, -0.01}, {-0.03, 0.02}, {0.01, 0.03}, {-0.02, -0.02},
+                                                 {0.03, 0.01}, {0.0, -0.03}, {-0.01, 0.0}, {0.02, 0.02}};
+    const std::vector<std::array<std::int32_t, 2>> sparsi = {{1000, 1000}, {39000, 1000}, {39000, 29000}, {1000, 29000},
+                                                             {20000, 15000}, {10000, 22000}, {30000, 8000}, {25000, 26000}};
+    auto bloccoErrato = errori;
+    bloccoErrato[5][0] += 5;  // a point pressed 5 m off
+    const struct {
+        const char* caso;
+        TPunti punti;
+        unsigned avvisi;
+    } casi[] = {
+        {"spread, redundant", Punti(sparsi, errori), 0},
+        {"a blunder", Punti(sparsi, bloccoErrato), avvisoGrossolano},
+        {"three points", Punti({{1000, 1000}, {39000, 1000}, {1000, 29000}}, piccoli), avvisoSenzaRidondanza},
+        {"in a corner", Punti({{1000, 1000}, {9000, 1000}, {9000, 7000}, {1000, 7000}, {5000, 3000}}, errori),
+         avvisoRaggruppati},
+        {"nearly in a line", Punti({{1000, 1000}, {13000, 10100}, {26000, 20000}, {39000, 29500}}, errori),
+         avvisoAllineati},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.caso);
+        TRapportoCalibrazione r;
+        ASSERT_TRUE(RapportoSparsi(c.punti, limiti, r));
+        EXPECT_EQ(r.avvisi, c.avvisi);
+        if (c.avvisi == avvisoGrossolano) {
+            EXPECT_EQ(r.peggiori[0], 5);
+        }
+        if (c.avvisi == avvisoSenzaRidondanza) {
+            EXPECT_TRUE(std::isnan(r.deviazione) && std::isnan(r.peggiorePrevisto));
+            EXPECT_TRUE(std::isnan(r.punti[0].lasciaFuoriEst));
+        }
+    }
+    TRapportoCalibrazione r;
+    EXPECT_FALSE(RapportoSparsi(Punti({{0, 0}, {100, 100}, {200, 200}, {300, 300}}, piccoli), limiti, r));
+    EXPECT_EQ(r.tipo, TRapportoCalibrazione::nessuna);
+}
+
+// A 3 by 2 grid of 1000-count squares, a little sheared; node 5 (East 1,
+// North 1) pressed 300 counts off, or in place.
+TPunti Griglia(int spostamento)
+{
+    TPunti nodi;
+    for (int j = 0; j <= 2; ++j)
+        for (int i = 0; i <= 3; ++i)
+            nodi.push_back({1000 * i + 20 * j + (i == 1 && j == 1 ? spostamento : 0), 1000 * j,
+                            500000 + 100.0 * i, 4000000 + 100.0 * j});
+    return nodi;
+}
+
+TEST(RapportoCalibrazione, AGridNodeOutOfPlaceIsNamedAndResidualsAgree)
+{
+    for (int spostamento : {0, 300}) {
+        SCOPED_TRACE(spostamento);
+        const TPunti nodi = Griglia(spostamento);
+        TRapportoCalibrazione r;
+        ASSERT_TRUE(RapportoGriglia(nodi, 3, 2, limiti, r));
+        EXPECT_EQ(r.tipo, TRapportoCalibrazione::griglia);
+        EXPECT_TRUE(std::isnan(r.peggiorePrevisto));
+        EXPECT_EQ(r.nodiFuoriPosto, spostamento ? std::vector<int>{5} : std::vector<int>{});
+        EXPECT_EQ(r.avvisi, spostamento ? avvisoNodoFuoriPosto : 0u);
+        const TAttesa a = Attesa(nodi, limiti);
+        for (std::size_t k = 0; k < nodi.size(); ++k) {
+            EXPECT_NEAR(r.punti[k].residuoEst, double(a.dE[k]), 1e-9);
+            EXPECT_NEAR(r.punti[k].lasciaFuoriNord, double(a.looN[k]), 1e-9);
+        }
+    }
+    TRapportoCalibrazione r;
+    EXPECT_FALSE(RapportoGriglia(Griglia(0), 2, 2, limiti, r)) << "12 nodes are no 2 by 2 grid";
+}
+
+// Through the C interface, the report of the map in force, however it was
+// fitted: the sparse points as given, the grid's nodes from its own tables.
+TEST(RapportoCalibrazione, TheCInterfaceReportsTheMapInForce)
+{
+    TDataDigit d;
+    ASSERT_EQ(velmarin_model_setup(5, &d), 1);
+    d.limitiDefiniti = true, d.xMin = 0, d.yMin = 0, d.xMax = 40000, d.yMax = 30000;
+    velmarin_tablet* t = velmarin_open(&d);
+    velmarin_fit_summary s{};
+    EXPECT_EQ(velmarin_fit_report(t, &s, nullptr, 0), 0) << "not calibrated";
+
+    const TPunti p = Punti({{1000, 1000}, {39000, 1000}, {39000, 29000}, {1000, 29000}, {20000, 15000}},
+                           {{0.02, -0.01}, {-0.03, 0.02}, {0.01, 0.03}, {-0.02, -0.02}, {0.03, 0.01}});
+    std::vector<std::int32_t> x, y;
+    std::vector<double> e, n;
+    for (const auto& q : p) x.push_back(q.x), y.push_back(q.y), e.push_back(q.est), n.push_back(q.nord);
+    ASSERT_EQ(velmarin_fit_points(t, 5, x.data(), y.data(), e.data(), n.data()), 1);
+    TRapportoCalibrazione atteso;
+    ASSERT_TRUE(RapportoSparsi(p, limiti, atteso));
+    velmarin_point_residual v[5];
+    ASSERT_EQ(velmarin_fit_report(t, &s, v, 2), 5) << "the count, beyond the room given";
+    EXPECT_EQ(s.kind, VELMARIN_FIT_SPARSE);
+    EXPECT_EQ(s.points, 5);
+    EXPECT_EQ(s.rms, atteso.rms);
+    EXPECT_EQ(s.predicted_worst, atteso.peggiorePrevisto);
+    EXPECT_EQ(s.worst[0], atteso.peggiori[0]);
+    ASSERT_EQ(velmarin_fit_report(t, nullptr, v, 5), 5);
+    EXPECT_EQ(v[4].x, 20000);
+    EXPECT_EQ(v[4].north, p[4].nord);
+    EXPECT_EQ(v[4].loo_east, atteso.punti[4].lasciaFuoriEst);
+
+    const TPunti nodi = Griglia(300);
+    x.clear(), y.clear();
+    for (const auto& q : nodi) x.push_back(q.x), y.push_back(q.y);
+    ASSERT_EQ(velmarin_fit_grid(t, 3, 2, 500000, 4000000, 100, 100, x.data(), y.data()), 1);
+    velmarin_point_residual g[12];
+    ASSERT_EQ(velmarin_fit_report(t, &s, g, 12), 12);
+    EXPECT_EQ(s.kind, VELMARIN_FIT_GRID);
+    EXPECT_EQ(s.warnings, VELMARIN_WARN_NODE_OUT_OF_PLACE);
+    for (int k = 0; k < 12; ++k) {
+        EXPECT_EQ(g[k].x, nodi[k].x);
+        EXPECT_EQ(g[k].y, nodi[k].y);
+        EXPECT_EQ(g[k].east, nodi[k].est);
+        EXPECT_EQ(g[k].north, nodi[k].nord);
+    }
+    velmarin_close(t);
+}
+
+}  // namespace
