@@ -33,8 +33,10 @@ bool TCalibrazioneInVigore::Leggi(const CDigit& d, TPuntiInVigore& p)
     p = TPuntiInVigore{};
     p.limiti = {d.dati.limitiDefiniti, double(d.dati.xMin), double(d.dati.yMin), double(d.dati.xMax),
                 double(d.dati.yMax)};
-    if (!d.IsCalibrato()) return false;
-    if (d.IsCalibratoGriglia()) {
+    // The map in force, whether or not a model is chosen: a host may fit one
+    // before it chooses.
+    const std::int32_t stato = d.statoCalibr.load(std::memory_order_acquire);
+    if (stato == calibGriglia) {
         p.numEst = d.numQuadEst, p.numNord = d.numQuadNord;
         for (int j = 0; j <= d.numQuadNord; ++j)
             for (int i = 0; i <= d.numQuadEst; ++i)
@@ -43,6 +45,7 @@ bool TCalibrazioneInVigore::Leggi(const CDigit& d, TPuntiInVigore& p)
                                    j * d.passoNord + d.iniNord});
         return true;
     }
+    if (stato != calibPtSparsi) return false;
     std::lock_guard<std::mutex> g(mutexSparsi);
     const auto trovati = sparsi.find(&d);
     if (trovati == sparsi.end()) return false;

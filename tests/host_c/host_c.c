@@ -117,12 +117,17 @@ static int leggi_opzioni(int argc, char** argv, opzioni* o)
     return i == argc && o->modello != 0 && o->secondi > 0;
 }
 
-/* Ground East = x / 10 + 500 and North = y / 10 + 200, from three points. */
+/* Ground East = x / 10 + 500 and North = y / 10 + 200, from four points;
+ * then the library's report of the fit. */
 static int calibra(velmarin_tablet* t)
 {
-    const int32_t x[] = {0, 10000, 0}, y[] = {0, 0, 10000};
-    const double est[] = {500, 1500, 500}, nord[] = {200, 200, 1200};
-    return velmarin_fit_points(t, 3, x, y, est, nord);
+    const int32_t x[] = {0, 10000, 0, 10000}, y[] = {0, 0, 10000, 10000};
+    const double est[] = {500, 1500, 500, 1500}, nord[] = {200, 200, 1200, 1200};
+    velmarin_fit_summary s;
+    if (!velmarin_fit_points(t, 4, x, y, est, nord) || velmarin_fit_report(t, &s, NULL, 0) != 4) return 0;
+    printf("calibration: %d points, rms %.3f, standard deviation %.3f, warnings 0x%x\n", s.points, s.rms,
+           s.std_dev, s.warnings);
+    return 1;
 }
 
 /* Waits until the callbacks have heard the presses and a move. */
