@@ -253,6 +253,28 @@ VELMARIN_FORMA(offsetof(velmarin_point_residual, loo_north) == 48, velmarin_form
 VELMARIN_API int VELMARIN_CALL velmarin_fit_report(const velmarin_tablet* tablet, velmarin_fit_summary* summary,
                                                    velmarin_point_residual* points, int max_points);
 
+/* The serial ports of the machine, for a host's own port choice. On Linux:
+ * the adapters of /dev/serial/by-id (by their stable names), the ttyS
+ * devices that are real UARTs, other ttyUSB and ttyACM devices; on Windows
+ * every COM port the system lists, with its friendly name; on both every
+ * port mapped with velmarin_map_port. `port` is the COMn number that opens
+ * the device (mapped, or the platform's own), 0 where none does; `busy` is
+ * 1 when another process holds the device, with its name and pid in
+ * `holder` on Linux (Windows does not tell, and `holder` stays ""). Texts
+ * are cut to their arrays and always end with a null. Fills the first `max`
+ * entries of `out` (which may be null for max 0) and returns the count of
+ * ports, which may exceed max; sorted by port number, ports without one
+ * last. */
+typedef struct velmarin_port_info {
+    int port;
+    char device[256];
+    char description[128];
+    int busy;
+    char holder[64];
+} velmarin_port_info;
+
+VELMARIN_API int VELMARIN_CALL velmarin_list_ports(velmarin_port_info* out, int max);
+
 /* Names, in static storage. The model's name without the padding of the
  * selection list ("Summa MicroGrid 3"), null outside 1..8. The label of a
  * button function code as the button dialog shows it ("Conferma"), null for

@@ -15,6 +15,8 @@
 #include <cstdint>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 struct TDigitLink;
 
@@ -71,6 +73,8 @@ std::string NomePorta(int porta);
 std::string PercorsoPorta(int porta);
 // The platform's own device for a port number in 1..255.
 std::string PercorsoPredefinito(int porta);
+// The ports mapped by IODevMapPort, by number, with their devices.
+std::vector<std::pair<int, std::string>> PorteMappate();
 
 // For the reason of a refusal: "COM1 (/dev/pts/3)", and the line settings
 // of the record, "9600 baud, 7 data bits, parity even, 1 stop bit".

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdio>
 #include <mutex>
+#include <utility>
+#include <vector>
 
 #include "digit.h"
 #include "link/iodev_info.h"
@@ -42,4 +44,13 @@ std::string PercorsoPorta(int porta)
         if (!mappato.empty()) return mappato;
     }
     return PercorsoPredefinito(porta);
+}
+
+std::vector<std::pair<int, std::string>> PorteMappate()
+{
+    std::vector<std::pair<int, std::string>> mappate;
+    std::lock_guard<std::mutex> g(mutexMappa);
+    for (int porta = 1; porta <= maxPorta; ++porta)
+        if (!mappa[static_cast<std::size_t>(porta)].empty()) mappate.emplace_back(porta, mappa[static_cast<std::size_t>(porta)]);
+    return mappate;
 }

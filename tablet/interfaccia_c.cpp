@@ -16,11 +16,13 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "calibration/calibrazione_esterna.h"
 #include "calibration/rapporto_calibrazione.h"
 #include "dialogs/dialogo_funzioni_bottoni.h"
 #include "digit.h"
+#include "link/elenco_porte.h"
 #include "link/iodev.h"
 #include "link/ultimo_errore.h"
 #include "tablet/catalogo.h"
@@ -303,6 +305,22 @@ int velmarin_fit_report(const velmarin_tablet* t, velmarin_fit_summary* summary,
                      q.lasciaFuoriEst, q.lasciaFuoriNord};
     }
     return n;
+}
+
+int velmarin_list_ports(velmarin_port_info* out, int max)
+{
+    std::vector<TPortaElencata> porte;
+    if (!SenzaEccezioni([&] { return porte = ElencoPorte(), true; }, false)) return 0;
+    for (int k = 0; out && k < max && k < static_cast<int>(porte.size()); ++k) {
+        const TPortaElencata& p = porte[static_cast<std::size_t>(k)];
+        velmarin_port_info& i = out[k];
+        i.port = p.porta;
+        i.busy = p.occupata ? 1 : 0;
+        std::snprintf(i.device, sizeof i.device, "%s", p.dispositivo.c_str());
+        std::snprintf(i.description, sizeof i.description, "%s", p.descrizione.c_str());
+        std::snprintf(i.holder, sizeof i.holder, "%s", p.occupante.c_str());
+    }
+    return static_cast<int>(porte.size());
 }
 
 const char* velmarin_model_name(int model)

@@ -127,3 +127,27 @@ TEST(InterfacciaCTest, ANullTabletIsRefused)
 }
 
 }  // namespace
+
+namespace {
+
+// On every platform a mapped port is in the list, whatever the system
+// lists beside it, and the texts are cut to their arrays.
+TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
+{
+    const std::string lungo = "velmarin-nessun-dispositivo-" + std::string(300, 'x');
+    ASSERT_EQ(velmarin_map_port(9, lungo.c_str()), 1);
+    std::vector<velmarin_port_info> porte(static_cast<std::size_t>(velmarin_list_ports(nullptr, 0)));
+    ASSERT_EQ(velmarin_list_ports(porte.data(), static_cast<int>(porte.size())), static_cast<int>(porte.size()));
+    velmarin_map_port(9, nullptr);
+    int trovate = 0;
+    for (const auto& p : porte) {
+        if (p.port != 9) continue;
+        ++trovate;
+        EXPECT_EQ(std::string(p.device), lungo.substr(0, sizeof p.device - 1));
+        EXPECT_STREQ(p.description, "COM9, mapped");
+        EXPECT_EQ(p.busy, 0);
+    }
+    EXPECT_EQ(trovate, 1);
+}
+
+}  // namespace

@@ -126,6 +126,11 @@ class SuUnaLinea(unittest.TestCase):
         self.assertIn("RuntimeError: bad move 30 40", scritto)
         self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
 
+    def test_the_mapped_line_is_in_the_port_list(self):
+        porte = {p.device: p for p in velmarin.list_ports()}
+        self.assertEqual(porte[self.pty.dispositivo],
+                         velmarin.PortInfo(self.PORTA, self.pty.dispositivo, "COM%d, mapped" % self.PORTA, False, None))
+
     def test_close_runs_no_callback_during_the_reset(self):
         # Model 2's reset holds the close one second while the tablet goes on
         # reporting every 20 ms. Only a callback already running when the

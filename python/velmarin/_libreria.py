@@ -78,6 +78,18 @@ class ResiduoPunto(ctypes.Structure):
     ]
 
 
+class InfoPorta(ctypes.Structure):
+    """velmarin_port_info."""
+
+    _fields_ = [
+        ("port", ctypes.c_int),
+        ("device", ctypes.c_char * 256),
+        ("description", ctypes.c_char * 128),
+        ("busy", ctypes.c_int),
+        ("holder", ctypes.c_char * 64),
+    ]
+
+
 MOSSA = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32)
 BOTTONE = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32, ctypes.c_int32)
 
@@ -113,6 +125,7 @@ _PROTOTIPI = {
     "velmarin_function_name": (ctypes.c_char_p, [_i]),
     "velmarin_version": (ctypes.c_char_p, []),
     "velmarin_last_error": (ctypes.c_char_p, []),
+    "velmarin_list_ports": (_i, [ctypes.POINTER(InfoPorta), _i]),
     "velmarin_fit_report": (_i, [_p, ctypes.POINTER(SommarioAdattamento), ctypes.POINTER(ResiduoPunto), _i]),
 }
 

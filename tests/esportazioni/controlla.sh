@@ -30,7 +30,7 @@ echo "$(wc -l <"$trovati") exported names as expected"
 if [ "$tipo" = pe ]; then
   # The C++ runtime and winpthreads are linked in: only system DLLs remain.
   estranee=$("$objdump" -p "$libreria" | awk '/DLL Name:/ {print $3}' |
-    grep -viE '^(kernel32|user32|gdi32|advapi32|msvcrt)\.dll$' || true)
+    grep -viE '^(kernel32|user32|gdi32|advapi32|setupapi|msvcrt)\.dll$' || true)
   if [ -n "$estranee" ]; then
     echo "$libreria imports from DLLs that are not Windows' own:" $estranee >&2
     exit 1

@@ -11,7 +11,7 @@
 #include <cstring>
 
 #include "digit.h"
-#include "occupanti_porta.h"
+#include "link/elenco_porte.h"
 #include "record_predefiniti.h"
 
 namespace {
@@ -56,12 +56,29 @@ bool VerificaDispositivo(const std::string& percorso, std::string& errore)
     return ok;
 }
 
+namespace {
+
+// The library's open keeps out later opens, not a program that had the
+// device open already: a modem manager or a forgotten terminal program goes
+// on reading and takes the tablet's bytes, and the tablet seems silent.
+void AvvisaOccupante(const std::string& percorso)
+{
+    TPortaElencata p;
+    p.dispositivo = percorso;
+    Occupazione(p);
+    if (p.occupata)
+        std::fprintf(stderr, "velmarin-host: warning: %s is also held open by %s, which may take the tablet's bytes\n",
+                     percorso.c_str(), p.occupante.c_str());
+}
+
+}  // namespace
+
 bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds p, std::string& errore)
 {
     passo = p;
     if (!o.dispositivo.empty()) {
         if (!VerificaDispositivo(o.dispositivo, errore)) return false;
-        AvvisaOccupanti(o.dispositivo, stderr);
+        AvvisaOccupante(o.dispositivo);
         IODevMapPort(o.porta, o.dispositivo.c_str());
         dispositivo = o.dispositivo;
         portaDispositivo = o.porta;
