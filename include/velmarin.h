@@ -275,6 +275,67 @@ typedef struct velmarin_port_info {
 
 VELMARIN_API int VELMARIN_CALL velmarin_list_ports(velmarin_port_info* out, int max);
 
+/* Digitizing: the tablet's presses, by their buttons' functions, turned into
+ * features in ground coordinates by the calibration in force.
+ * - confirm (1) makes a point, or adds a vertex to the open line;
+ * - line and polyline "Fine Ent." (4, 6) end the open feature and open a
+ *   line or polyline at the press, one vertex per press after it; a line is
+ *   one segment and ends at its second vertex;
+ * - line and polyline "Dis. Lib." (2, 5) open one drawn freely: a vertex each
+ *   time the puck has gone the free-drawing distance from the last;
+ * - cancel (8) ends the open feature; with none open it ends the session
+ *   (session_ended), which then hears nothing more;
+ * - a polyline that ends with its last vertex within the closing tolerance
+ *   of its first, and three vertices besides, ends as a polygon whose last
+ *   vertex is the first; a line or polyline of one vertex is dropped.
+ * The session is the tablet's listener (velmarin_listen) until it ends; its
+ * callbacks run on the library's reader thread, one at a time, and the
+ * feature they get, with its vertices, is valid only during the call. End a
+ * session before its tablet is closed. */
+#define VELMARIN_POINT 1
+#define VELMARIN_LINE 2
+#define VELMARIN_POLYLINE 3
+#define VELMARIN_POLYGON 4
+
+typedef struct velmarin_feature {
+    int kind;       /* VELMARIN_POINT .. VELMARIN_POLYGON */
+    int function;   /* of the button that opened it */
+    int button;
+    int32_t x, y;   /* counts of the press that opened it */
+    int vertex_count;
+    const double* vertices; /* east, north, east, north, ... */
+} velmarin_feature;
+
+typedef struct velmarin_session_callbacks {
+    void(VELMARIN_CALL* feature_started)(void* user, const velmarin_feature* feature);
+    void(VELMARIN_CALL* vertex_added)(void* user, const velmarin_feature* feature);
+    /* undone; with no vertex left the feature is gone */
+    void(VELMARIN_CALL* vertex_removed)(void* user, const velmarin_feature* feature);
+    void(VELMARIN_CALL* feature_finished)(void* user, const velmarin_feature* feature);
+    void(VELMARIN_CALL* puck_moved)(void* user, double east, double north);
+    void(VELMARIN_CALL* session_ended)(void* user);
+} velmarin_session_callbacks;
+
+typedef struct velmarin_session velmarin_session;
+
+/* Starts a session on a tablet with a model, its limits and a calibration
+ * in force, whose connection is open (velmarin_connect). Any callback may be
+ * null. Null, with the reason in velmarin_last_error, otherwise. */
+VELMARIN_API velmarin_session* VELMARIN_CALL velmarin_digitize(velmarin_tablet* tablet,
+                                                               const velmarin_session_callbacks* callbacks,
+                                                               void* user);
+/* The free-drawing distance (above 0) and the closing tolerance (0 or more,
+ * 0 never closes), ground units; 1 and 0.5 until set. 0, and nothing
+ * changed, for other values. */
+VELMARIN_API int VELMARIN_CALL velmarin_session_set(velmarin_session* session, double free_distance,
+                                                    double closing_tolerance);
+/* Takes back the open feature's last vertex: 1, or 0 with none open. */
+VELMARIN_API int VELMARIN_CALL velmarin_session_undo(velmarin_session* session);
+/* Stops listening, ends the open feature (feature_finished) and the session
+ * (session_ended, unless it had ended), and frees it. Not from inside the
+ * session's own callbacks, where it is refused. */
+VELMARIN_API void VELMARIN_CALL velmarin_session_end(velmarin_session* session);
+
 /* Names, in static storage. The model's name without the padding of the
  * selection list ("Summa MicroGrid 3"), null outside 1..8. The label of a
  * button function code as the button dialog shows it ("Conferma"), null for
