@@ -1,5 +1,5 @@
-// Digitizing: what the buttons draw, and the GIS file it goes to, read back
-// with GDAL in each format the host is tried with.
+// Digitizing into a GIS file, read back with GDAL in each format the host
+// is tried with.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +9,6 @@
 
 #include "digit.h"
 #include "support/cartella_temporanea.h"
-#include "tracciatore.h"
 #include "uscita_gis.h"
 
 #ifdef VELMARIN_CON_GDAL
@@ -18,42 +17,6 @@
 #endif
 
 namespace {
-
-// Sessions of presses of a button of function `funzione`, or (-1) moves, at
-// ground (e, n); each feature made is p, l or P (polyline) and its vertex count.
-TEST(TracciatoreTest, TheButtonsDrawTheFeatures)
-{
-    constexpr int mossa = -1;
-    struct TPasso { int funzione; double e, n; };
-    const struct { std::vector<TPasso> passi; std::string attesi; int scartati; } sessioni[] = {
-        // Conferma with nothing open is a point; a move draws nothing but in
-        // free drawing; another opening function ends the open feature;
-        // Annulla on one vertex drops it.
-        {{{mossa, 0, 0}, {funzConferma, 5, 5}, {funzNessuna, 3, 3}, {funzPolilineaFineEnt, 0, 0}, {funzConferma, 1, 0},
-          {mossa, 9, 9}, {funzLineaFineEnt, 7, 7}, {funzAnnulla, 0, 0}, {funzAnnulla, 0, 0}},
-         "p1P2", 1},
-        // Free drawing takes a vertex each unit the pointer goes; Conferma
-        // adds one where it is pressed.
-        {{{funzPolilineaDisLib, 0, 0}, {mossa, 0.5, 0}, {mossa, 1.0, 0}, {mossa, 1.5, 0}, {mossa, 2.2, 0},
-          {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}},
-         "P4l2", 0}};
-    for (const auto& sessione : sessioni) {
-        std::string fatti;
-        int scartati = 0;
-        TTracciatore t(1.0, [&](const TElementoGis& e) {
-            fatti += e.genere == TGenere::punto ? "p" : e.genere == TGenere::linea ? "l" : "P";
-            fatti += std::to_string(e.vertici.size());
-            EXPECT_EQ(e.x, static_cast<int>(e.vertici.front().est)) << "the counts of the first vertex";
-        }, [&](const std::string& a) { scartati += a.find("dropped") != std::string::npos; });
-        for (const TPasso& p : sessione.passi) {
-            if (p.funzione < 0) t.Mossa({p.e, p.n});
-            else t.Pressione(1, p.funzione, static_cast<int>(p.e), static_cast<int>(p.n), {p.e, p.n}, "t");
-        }
-        t.Chiudi();
-        EXPECT_EQ(fatti, sessione.attesi);
-        EXPECT_EQ(scartati, sessione.scartati) << sessione.attesi;
-    }
-}
 
 #ifdef VELMARIN_CON_GDAL
 

@@ -26,9 +26,9 @@ std::string Adesso()
 }  // namespace
 
 TDigitalizzatore::TDigitalizzatore(CDigit& d, TUscitaGis& u, double passo, std::FILE* o)
-    : digit(d), uscita(u), out(o),
-      tracciatore(passo, [this](const TElementoGis& e) { Finito(e); }, [this](const std::string& t) { Avviso(t); })
+    : digit(d), uscita(u), out(o), sessione(*this)
 {
+    sessione.Imposta(passo, TSessioneDigitalizzazione::tolleranzaPredefinita);
 }
 
 void TDigitalizzatore::NotifyMove(std::int32_t x, std::int32_t y)
@@ -36,7 +36,7 @@ void TDigitalizzatore::NotifyMove(std::int32_t x, std::int32_t y)
     double est = 0, nord = 0;
     if (!digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord)) return;
     std::lock_guard<std::mutex> g(mutex);
-    tracciatore.Mossa({est, nord});
+    sessione.Mossa({est, nord});
 }
 
 void TDigitalizzatore::NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y)
@@ -45,13 +45,20 @@ void TDigitalizzatore::NotifyButton(std::int32_t button, std::int32_t x, std::in
     if (!digit.CalcoloCoordTrasfCalibrFine(x, y, est, nord)) return;
     const int funzione = digit.GetFunzButt(button);
     std::lock_guard<std::mutex> g(mutex);
-    tracciatore.Pressione(button, funzione, x, y, {est, nord}, Adesso());
+    if (funzione == funzNessuna) Avviso("button " + std::to_string(button) + " has no function");
+    sessione.Pressione(button, funzione, x, y, {est, nord});
 }
 
 void TDigitalizzatore::Chiudi()
 {
     std::lock_guard<std::mutex> g(mutex);
-    tracciatore.Chiudi();
+    sessione.Termina();
+}
+
+bool TDigitalizzatore::Finita() const
+{
+    std::lock_guard<std::mutex> g(mutex);
+    return finita;
 }
 
 int TDigitalizzatore::Scritti() const
@@ -60,10 +67,32 @@ int TDigitalizzatore::Scritti() const
     return scritti;
 }
 
-// Called with the lock held.
-void TDigitalizzatore::Finito(const TElementoGis& e)
+void TDigitalizzatore::Iniziato(const TElemento& e)
 {
-    coda.push_back(e);
+    oraInizio = Adesso();
+    if (e.genere == TGenere::punto) return;
+    char dove[96];
+    std::snprintf(dove, sizeof dove, " open at %.3f %.3f", e.vertici[0].est, e.vertici[0].nord);
+    Avviso(NomeGenere(e.genere) + std::string(dove));
+}
+
+void TDigitalizzatore::Finito(const TElemento& e)
+{
+    TElementoGis g;
+    static_cast<TElemento&>(g) = e;
+    g.ora = oraInizio;
+    coda.push_back(std::move(g));
+    finiti.notify_one();
+}
+
+void TDigitalizzatore::Scartato(const TElemento& e)
+{
+    Avviso(std::string("a ") + NomeGenere(e.genere) + " of one vertex is dropped");
+}
+
+void TDigitalizzatore::SessioneFinita()
+{
+    finita = true;
     finiti.notify_one();
 }
 
@@ -72,7 +101,7 @@ void TDigitalizzatore::ScriviFiniti(int ms)
     std::vector<TElementoGis> daScrivere;
     {
         std::unique_lock<std::mutex> g(mutex);
-        finiti.wait_for(g, std::chrono::milliseconds(ms), [this] { return !coda.empty(); });
+        finiti.wait_for(g, std::chrono::milliseconds(ms), [this] { return !coda.empty() || finita; });
         daScrivere.swap(coda);
     }
     for (const TElementoGis& e : daScrivere) {
@@ -133,7 +162,7 @@ bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* 
     std::fprintf(out, "digitizing into %s (%s)\nfeatures follow with East North; q, Escape or Ctrl-C stops\n",
                  o.percorso.c_str(), uscita.Descrizione().c_str());
     std::fflush(out);
-    while (!fermato) {
+    while (!fermato && !digitalizzatore.Finita()) {
         if (terminale && terminale->Attivo()) {
             digitalizzatore.ScriviFiniti(0);
             const TLettura t = terminale->LeggiTasto(50);
