@@ -126,6 +126,45 @@ class SuUnaLinea(unittest.TestCase):
         self.assertIn("RuntimeError: bad move 30 40", scritto)
         self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
 
+    def test_a_digitizing_session_makes_features_from_the_presses(self):
+        self.tavoletta.close()
+        a = self.ascolto
+        mosse = []
+        # East = x, North = y; buttons: 1 confirm, 2 polyline by end of entity, 4 cancel.
+        with velmarin.Tablet(model=2, port=self.PORTA, reset=1, funzBott=[1, 6, 0, 8], limitiDefiniti=True,
+                             xMin=0, yMin=0, xMax=1000, yMax=1000) as t:
+            t.fit_points([(0, 0, 0, 0), (1000, 0, 1000, 0), (0, 1000, 0, 1000)])
+            t.connect()
+            with self.assertRaisesRegex(ValueError, "free_distance must be above 0"):
+                t.digitize(free_distance=0)
+
+            def premi(x, y, b, n):
+                self.pty.mostra(x, y, 0)
+                self.assertTrue(a.attendi(lambda: (x, y) in mosse), "no move to %d,%d" % (x, y))
+                self.pty.mostra(x, y, b)
+                self.assertTrue(a.attendi(lambda: len(a.eventi) >= n), "%d events, not %d" % (len(a.eventi), n))
+
+            with t.digitize(on_feature=lambda f: a.aggiungi(a.eventi, ("finished", f.kind, f.vertices)),
+                            on_change=lambda e, f: a.aggiungi(a.eventi, (e, f.kind, len(f.vertices))),
+                            on_move=lambda e, n: a.aggiungi(mosse, (round(e), round(n))),
+                            on_end=lambda: a.aggiungi(a.eventi, ("end",)), on_error=lambda e: a.aggiungi(a.errori, e),
+                            closing_tolerance=2) as s:
+                premi(10, 20, 1, 2)
+                premi(0, 0, 2, 3)
+                premi(100, 0, 1, 4)
+                premi(100, 100, 1, 5)
+                premi(50, 50, 1, 6)
+                self.assertTrue(s.undo())
+                premi(1, 0, 1, 8)
+                premi(2, 2, 4, 9)
+                self.assertFalse(s.undo())
+                premi(3, 3, 4, 10)
+        self.assertEqual(a.eventi[:2], [("started", "point", 1), ("finished", "point", [(10.0, 20.0)])])
+        self.assertEqual(a.eventi[6], ("vertex_removed", "polyline", 3))
+        self.assertEqual(a.eventi[8], ("finished", "polygon", [(0, 0), (100, 0), (100, 100), (0, 0)]))
+        self.assertEqual(a.eventi[9], ("end",))
+        self.assertEqual(a.errori, [])
+
     def test_the_mapped_line_is_in_the_port_list(self):
         porte = {p.device: p for p in velmarin.list_ports()}
         self.assertEqual(porte[self.pty.dispositivo],

@@ -10,10 +10,12 @@ C interface over ctypes.
 from ._libreria import TDataDigit
 from ._porte import PortInfo, list_ports
 from ._rapporto import WARNINGS, FitReport, PointResidual
+from ._sessione import Feature, Session
 from ._tavoletta import (PortError, Tablet, VelmarinError, function_name, map_port, model_name,
                          version)
 
 __version__ = version()
 
-__all__ = ["FitReport", "PointResidual", "PortError", "PortInfo", "TDataDigit", "Tablet", "VelmarinError",
-           "WARNINGS", "function_name", "list_ports", "map_port", "model_name", "version", "__version__"]
+__all__ = ["Feature", "FitReport", "PointResidual", "PortError", "PortInfo", "Session", "TDataDigit", "Tablet",
+           "VelmarinError", "WARNINGS", "function_name", "list_ports", "map_port", "model_name", "version",
+           "__version__"]

@@ -90,6 +90,38 @@ class InfoPorta(ctypes.Structure):
     ]
 
 
+class Elemento(ctypes.Structure):
+    """velmarin_feature."""
+
+    _fields_ = [
+        ("kind", ctypes.c_int),
+        ("function", ctypes.c_int),
+        ("button", ctypes.c_int),
+        ("x", ctypes.c_int32),
+        ("y", ctypes.c_int32),
+        ("vertex_count", ctypes.c_int),
+        ("vertices", ctypes.POINTER(ctypes.c_double)),
+    ]
+
+
+ELEMENTO = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.POINTER(Elemento))
+PUCK = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_double, ctypes.c_double)
+FINE = ctypes.CFUNCTYPE(None, ctypes.c_void_p)
+
+
+class RichiamiSessione(ctypes.Structure):
+    """velmarin_session_callbacks."""
+
+    _fields_ = [
+        ("feature_started", ELEMENTO),
+        ("vertex_added", ELEMENTO),
+        ("vertex_removed", ELEMENTO),
+        ("feature_finished", ELEMENTO),
+        ("puck_moved", PUCK),
+        ("session_ended", FINE),
+    ]
+
+
 MOSSA = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32)
 BOTTONE = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32, ctypes.c_int32)
 
@@ -125,6 +157,10 @@ _PROTOTIPI = {
     "velmarin_function_name": (ctypes.c_char_p, [_i]),
     "velmarin_version": (ctypes.c_char_p, []),
     "velmarin_last_error": (ctypes.c_char_p, []),
+    "velmarin_digitize": (_p, [_p, ctypes.POINTER(RichiamiSessione), _p]),
+    "velmarin_session_set": (_i, [_p, _d, _d]),
+    "velmarin_session_undo": (_i, [_p]),
+    "velmarin_session_end": (None, [_p]),
     "velmarin_list_ports": (_i, [ctypes.POINTER(InfoPorta), _i]),
     "velmarin_fit_report": (_i, [_p, ctypes.POINTER(SommarioAdattamento), ctypes.POINTER(ResiduoPunto), _i]),
 }

@@ -8,7 +8,7 @@ import threading
 import traceback
 import weakref
 
-from . import _rapporto
+from . import _rapporto, _sessione
 from ._libreria import BOTTONE, MOSSA, TDataDigit, lib
 
 
@@ -159,6 +159,7 @@ class Tablet:
 
     @property
     def port(self):
+        """The COM port number of the setup."""
         return self.setup.porta
 
     # The connection.
@@ -169,6 +170,7 @@ class Tablet:
             raise _rifiuto_porta()
 
     def send_reset(self):
+        """Sends the model's reset, if the setup chooses it (reset other than 1)."""
         lib.velmarin_send_reset(self._h())
 
     def listen(self, on_move=None, on_button=None, on_error=None):
@@ -203,11 +205,14 @@ class Tablet:
         return ("closed", "open", "lost")[lib.velmarin_line_state(self._h())]
 
     def button_function(self, button):
+        """The function code of `button` (from 1): 0 none, 1 confirm, 2 and 4
+        line, 5 and 6 polyline, 8 cancel; 0 without a model."""
         return lib.velmarin_button_function(self._h(), _intero("button", button, -2**31, 2**31 - 1))
 
     # Calibration and ground coordinates.
     @property
     def is_calibrated(self):
+        """True with a model, its limits and a calibration in force."""
         return lib.velmarin_is_calibrated(self._h()) == 1
 
     def to_ground(self, x, y):
@@ -220,10 +225,42 @@ class Tablet:
         return est.value, nord.value
 
     def calibrated_area(self, whole=True):
+        """(east1, north1, east2, north2): with whole the images of the
+        setup's limits, else the grid's area with a margin of a quarter
+        interval; None when there is none."""
         valori = [ctypes.c_double() for _ in range(4)]
         if lib.velmarin_calibrated_area(self._h(), 1 if whole else 0, *map(ctypes.byref, valori)) != 1:
             return None
         return tuple(v.value for v in valori)
+
+    def digitize(self, on_feature=None, on_move=None, on_change=None, on_end=None, on_error=None,
+                 free_distance=1.0, closing_tolerance=0.5):
+        """A digitizing session on this connected, calibrated tablet (with a
+        model and its limits), as a context manager: its exit ends it.
+
+        confirm makes a point or adds a vertex to the open line; the line
+        and polyline functions open one, "Fine Ent." a vertex per press (a
+        line ends at its second), "Dis. Lib." a vertex every free_distance
+        ground units as the puck moves; cancel ends the open feature, and
+        with none open the session (on_end). A polyline that ends within
+        closing_tolerance of its first vertex, with three vertices besides,
+        is a polygon. on_feature(Feature) hears each finished feature,
+        on_move(east, north) the puck, on_change(event, Feature) the
+        'started', 'vertex_added' and 'vertex_removed' events; all on the
+        library's reader thread, their exceptions going to on_error as in
+        listen. The session takes the tablet's listener."""
+        for nome, f in (("on_feature", on_feature), ("on_move", on_move), ("on_change", on_change),
+                        ("on_end", on_end), ("on_error", on_error)):
+            if f is not None and not callable(f):
+                raise TypeError("%s must be callable, not %r" % (nome, f))
+        s = _sessione.sessione(self._h(), on_feature, on_move, on_change, on_end,
+                               on_error or _su_errore_standard, _protetto, _rifiuto)
+        try:
+            s.set(free_distance, closing_tolerance)
+        except (TypeError, ValueError):
+            s.end()
+            raise
+        return s
 
     def fit_report(self):
         """The report of the calibration in force, however it was made (the

@@ -1,0 +1,26 @@
+#!/bin/bash
+# The README's lines that install the Python module into a virtual
+# environment, run as written in a scratch tree laid out as the README
+# assumes: a copy of python/ (pip builds in its tree), build/default this
+# build. The last line must print the library's version.
+# usage: prova_venv.sh SOURCES BUILD
+set -u
+sorgenti=$(realpath "$1") build=$(realpath "$2")
+temp=$(mktemp -d)
+trap 'rm -rf "$temp"' EXIT
+mkdir -p "$temp/build"
+cp -r "$sorgenti/python" "$temp/python"
+ln -s "$build" "$temp/build/default"
+cd "$temp" || exit 1
+righe=$(awk '$0 == "<!-- Python in un ambiente virtuale -->" { dentro = 1; next }
+             dentro && /^```/ { if (aperto) exit; aperto = 1; next }
+             dentro && aperto { print }' "$sorgenti/README.md")
+[ -n "$righe" ] || { echo "FAIL the README has no Python install lines"; exit 1; }
+printf '+ %s\n' "$righe"
+uscita=$(env -u PYTHONPATH -u VELMARIN_LIBRARY bash -e -c "$righe" 2>&1)
+esito=$?
+printf '%s\n' "$uscita"
+[ "$esito" = 0 ] || { echo "FAIL the lines ended with $esito"; exit 1; }
+versione=$(sed -n 's/^project(velmarin VERSION \([0-9.]*\).*/\1/p' "$sorgenti/CMakeLists.txt")
+[ "$(printf '%s\n' "$uscita" | tail -n 1)" = "$versione" ] || { echo "FAIL the module does not say $versione"; exit 1; }
+echo "installed; the module says $versione"
