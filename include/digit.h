@@ -202,4 +202,15 @@ VELMARIN_API int dialogGetPnt(GWnd* parent, const char* titolo, CDigit* digit, d
 // success, 0 for a port number outside 1..255.
 VELMARIN_API int IODevMapPort(int porta, const char* path);
 
+// ---------------------------------------------------------------------------
+// The report of the calibration in force on `digit`, however it was made:
+// the figures of velmarin_fit_report (velmarin.h, which defines them), for a
+// host of this interface. Fills the summary (if not null) and the first
+// max_points points (if not null); returns the count of points, 0 without a
+// calibration in force.
+struct velmarin_fit_summary;
+struct velmarin_point_residual;
+VELMARIN_API int RapportoCalibrazione(const CDigit& digit, velmarin_fit_summary* summary,
+                                      velmarin_point_residual* points, int max_points);
+
 #endif

@@ -19,7 +19,6 @@
 #include <vector>
 
 #include "calibration/calibrazione_esterna.h"
-#include "calibration/rapporto_calibrazione.h"
 #include "dialogs/dialogo_funzioni_bottoni.h"
 #include "digit.h"
 #include "link/elenco_porte.h"
@@ -293,17 +292,8 @@ int velmarin_fit_report(const velmarin_tablet* t, velmarin_fit_summary* summary,
                         int max_points)
 {
     if (!Tavoletta(t, "velmarin_fit_report")) return 0;
-    TRapportoCalibrazione r;
-    if (!SenzaEccezioni([&] { return RapportoDi(t->digit, r); }, false))
-        return Rifiuta("velmarin_fit_report", "no calibration in force, or its points are not known");
-    const int n = static_cast<int>(r.punti.size());
-    if (summary)
-        *summary = {r.tipo, n, r.rms, r.deviazione, {r.peggiori[0], r.peggiori[1]}, r.peggiorePrevisto, r.avvisi};
-    for (int k = 0; points && k < n && k < max_points; ++k) {
-        const TResiduoPunto& q = r.punti[static_cast<std::size_t>(k)];
-        points[k] = {q.punto.x, q.punto.y, q.punto.est, q.punto.nord, q.residuoEst, q.residuoNord,
-                     q.lasciaFuoriEst, q.lasciaFuoriNord};
-    }
+    const int n = RapportoCalibrazione(t->digit, summary, points, max_points);
+    if (n == 0) Rifiuta("velmarin_fit_report", "no calibration in force, or its points are not known");
     return n;
 }
 

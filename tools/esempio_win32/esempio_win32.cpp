@@ -1,7 +1,9 @@
 // velmarin's sample host for Windows: a window whose menu lets the user choose
 // and set up the tablet and calibrate it, and whose list shows the last
 // presses: the tablet counts, the button's function and, once calibrated,
-// East and North. It uses only the DLL's exported interface, digit.h.
+// East and North, and after a calibration the library's report of it. It
+// uses only the DLL's exported interface: digit.h, and the report's records
+// from velmarin.h.
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
@@ -15,6 +17,7 @@
 
 #include "comandi.h"
 #include "digit.h"
+#include "velmarin.h"
 
 namespace {
 
@@ -192,6 +195,40 @@ void Configura(TEsempio& e)
     Collega(e);
 }
 
+// A figure of the report, or "none" where it has none (three points).
+std::wstring Cifra(double v)
+{
+    if (v != v) return L"none";
+    wchar_t b[32];
+    std::swprintf(b, 32, L"%.4g", v);
+    return b;
+}
+
+// The library's report of the calibration just made, in a box.
+void MostraRapporto(TEsempio& e)
+{
+    velmarin_fit_summary s{};
+    if (RapportoCalibrazione(e.digit, &s, nullptr, 0) == 0) return;
+    static const struct { unsigned bit; const wchar_t* testo; } avvisi[] = {
+        {VELMARIN_WARN_CLUSTERED, L"\n- the points cover little of the limits"},
+        {VELMARIN_WARN_COLLINEAR, L"\n- the points lie nearly in a line"},
+        {VELMARIN_WARN_BLUNDER, L"\n- the worst point is probably wrong: digitize it again"},
+        {VELMARIN_WARN_NO_REDUNDANCY, L"\n- three points: nothing checks them"},
+        {VELMARIN_WARN_NODE_OUT_OF_PLACE, L"\n- a grid node departs from its row and column"},
+    };
+    std::wstring avviso;
+    for (const auto& a : avvisi)
+        if (s.warnings & a.bit) avviso += a.testo;
+    wchar_t testo[600];
+    std::swprintf(testo, 600,
+                  L"%d %ls, in ground units:\nRMS %ls\nStandard deviation %ls\nLargest residuals: %d and %d\n"
+                  L"Predicted worst error %ls%ls%ls",
+                  s.points, s.kind == VELMARIN_FIT_GRID ? L"grid nodes" : L"points", Cifra(s.rms).c_str(),
+                  Cifra(s.std_dev).c_str(), s.worst[0] + 1, s.worst[1] + 1, Cifra(s.predicted_worst).c_str(),
+                  avviso.empty() ? L"" : L"\n\nWarnings:", avviso.c_str());
+    MessageBoxW(e.finestra, testo, L"Calibration report", MB_OK | (s.warnings ? MB_ICONWARNING : MB_ICONINFORMATION));
+}
+
 void Calibra(TEsempio& e, bool griglia)
 {
     if (!e.digit.IsScelto()) {
@@ -199,7 +236,9 @@ void Calibra(TEsempio& e, bool griglia)
                     L"velmarin sample", MB_OK | MB_ICONINFORMATION);
         return;
     }
-    DialogoLibreria(e, [&] { griglia ? e.digit.CalibraGriglia(nullptr) : e.digit.CalibraPtSparsi(nullptr); });
+    bool calibrato = false;
+    DialogoLibreria(e, [&] { calibrato = griglia ? e.digit.CalibraGriglia(nullptr) : e.digit.CalibraPtSparsi(nullptr); });
+    if (calibrato && e.digit.IsCalibrato()) MostraRapporto(e);
     Ascolta(e);
 }
 
