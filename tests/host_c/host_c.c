@@ -130,6 +130,17 @@ static int calibra(velmarin_tablet* t)
     return 1;
 }
 
+/* The machine's port list's line for COM<porta>, if it has one. */
+static void stampa_porta(int porta)
+{
+    velmarin_port_info porte[64];
+    int n = velmarin_list_ports(porte, 64), i;
+    for (i = 0; i < n && i < 64; ++i)
+        if (porte[i].port == porta)
+            printf("port: COM%d %s, %s%s%s\n", porta, porte[i].device, porte[i].description,
+                   porte[i].busy ? ", held by " : "", porte[i].busy ? porte[i].holder : "");
+}
+
 /* Waits until the callbacks have heard the presses and a move. */
 static int attendi(ascolto* a, const opzioni* o)
 {
@@ -180,6 +191,7 @@ int main(int argc, char** argv)
     printf("velmarin %s, model %d %s on COM%d\n", velmarin_version(), o.modello, velmarin_model_name(o.modello),
            o.porta);
     if (o.dispositivo && *o.dispositivo && !velmarin_map_port(o.porta, o.dispositivo)) return 2;
+    stampa_porta(o.porta);
     velmarin_model_setup(o.modello, &dati);
     dati.porta = (int16_t)o.porta;
     dati.reset = 1; /* a reset would only add its wait */

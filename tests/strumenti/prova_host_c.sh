@@ -29,6 +29,7 @@ for voce in "2 SummaGraph.MM ASCII" "5 Summa MicroGrid 3"; do
     ospite $m
     verifica "model $m: the host ends with 0" test $? -eq 0
     verifica "model $m: it names the model" contiene "$temp/out" "model $voce on COM"
+    verifica "model $m: its port is in the port list" contiene "$temp/out" "port: COM3 $dispositivo, COM3, mapped"
     verifica "model $m: it reports its calibration" contiene "$temp/out" \
         "calibration: 4 points, rms 0.000, standard deviation 0.000, warnings 0x0"
     verifica "model $m: it heard a move" grep -Eq '^move [0-9]+ [0-9]+$' "$temp/out"
