@@ -57,6 +57,9 @@ timeout 20 "$HOST" --device "$dispositivo" --model 2 watch --count 1 </dev/null 
 verifica "a device held open without a lock is still watched" test $? -eq 0
 verifica "the host names the process that holds the device open" \
     contiene "$temp/out" "$dispositivo is also held open by sleep (pid $tenitore)"
+"$HOST" --device "$dispositivo" --port 3 ports >"$temp/porte" 2>&1
+verifica "the port list shows the mapped device and who holds it" \
+    grep -Eq "^COM3 +$dispositivo +COM3, mapped, held by sleep \(pid $tenitore\)$" "$temp/porte"
 kill "$tenitore"
 
 # Free, it is watched: the figure presses button 1 at each corner.

@@ -18,6 +18,8 @@ const char* const usoHost =
     "  demo              a scripted demonstration on a simulated model 5 that ends\n"
     "                    by itself: set up, calibrated by four points, 100 presses\n"
     "                    printed as ground coordinates\n"
+    "  ports             list the serial ports and who holds them (alone; --device\n"
+    "                    maps the --port to it first)\n"
     "Options:\n"
     "  --device PATH     a real tablet's serial device (needs --model)\n"
     "  --model N         tablet model 1 to 8 (default 5, Summa MicroGrid 3):\n"
@@ -140,6 +142,8 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             o.comandi.push_back(TComando::digitalizza);
         } else if (s == "demo") {
             o.comandi.push_back(TComando::demo);
+        } else if (s == "ports") {
+            o.comandi.push_back(TComando::porte);
         } else if (s == "calibrate") {
             const std::string tipo = valore ? a[++i] : "";
             if (tipo == "points") o.comandi.push_back(TComando::calibraPunti);
@@ -153,7 +157,12 @@ bool AnalizzaArgomenti(const std::vector<std::string>& a, TOpzioniHost& o, std::
             return false;
         }
     }
-    if (!o.dispositivo.empty() && !o.tipoDato) {
+    const bool porte = !o.comandi.empty() && o.comandi.front() == TComando::porte;
+    if (porte && o.comandi.size() > 1) {
+        errore = "ports runs alone";
+        return false;
+    }
+    if (!o.dispositivo.empty() && !o.tipoDato && !porte) {
         errore = "--device needs --model: the host cannot tell which tablet is on " + o.dispositivo;
         return false;
     }

@@ -7,7 +7,7 @@
 
 #include "argomenti_gis.h"
 
-enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo, digitalizza };
+enum class TComando { menu, config, calibraPunti, calibraGriglia, osserva, demo, digitalizza, porte };
 
 struct TOpzioniHost {
     std::string dispositivo;  // empty: the built-in simulated tablet

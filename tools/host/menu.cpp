@@ -71,7 +71,8 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
     case TComando::menu:
         return true;
     case TComando::demo:
-        return false;  // runs on its own, never on a host's tablet
+    case TComando::porte:
+        return false;  // run on their own, never on a host's tablet
     }
     return false;
 }

@@ -15,6 +15,7 @@
 #include "guida.h"
 #include "impostazioni_host.h"
 #include "interfaccia_terminale.h"
+#include "link/elenco_porte.h"
 #include "menu.h"
 #include "terminale.h"
 
@@ -25,6 +26,20 @@ bool VuoleTerminale(const std::vector<TComando>& comandi)
     for (TComando c : comandi)
         if (c != TComando::osserva && c != TComando::digitalizza) return true;
     return false;
+}
+
+// The library's port list, one port a line.
+int ElencaPorte(const TOpzioniHost& o, std::FILE* out)
+{
+    if (!o.dispositivo.empty()) IODevMapPort(o.porta, o.dispositivo.c_str());
+    const std::vector<TPortaElencata> porte = ElencoPorte();
+    for (const TPortaElencata& p : porte) {
+        const std::string porta = p.porta ? "COM" + std::to_string(p.porta) : "-";
+        std::fprintf(out, "%-6s %-40s %s%s%s\n", porta.c_str(), p.dispositivo.c_str(), p.descrizione.c_str(),
+                     p.occupata ? ", held by " : "", p.occupata ? (p.occupante.empty() ? "another process" : p.occupante.c_str()) : "");
+    }
+    if (porte.empty()) std::fprintf(out, "no serial ports\n");
+    return 0;
 }
 
 }  // namespace
@@ -43,6 +58,7 @@ int main(int argc, char** argv)
         return 0;
     }
     if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
+    if (o.comandi.front() == TComando::porte) return ElencaPorte(o, stdout);
 
     TTerminale terminale;
     if (VuoleTerminale(o.comandi) && !terminale.Attivo()) {
