@@ -3,12 +3,15 @@
  * coordinates, stops after the presses it was told to wait for, and closes.
  *
  * usage: host_c --model N [--port P] [--device PATH] [--presses K] [--seconds S]
+ *               [--mode listen|digitize]
  *
  * The port is COMn (default 1), mapped to the device if one is given, else
  * the platform's own.
  * It prints "move X Y" and "button B X Y function NAME ground E N" per event,
- * then "stopped: M moves, P presses". Exit codes: 0 done, 1 the port was
- * refused or the presses did not come in time, 2 bad options, 3 the
+ * then "stopped: M moves, P presses"; with --mode digitize, through the
+ * library's digitizing session, "feature KIND, N vertices, first E N" per
+ * feature, then "stopped: M moves, F features". Exit codes: 0 done, 1 the
+ * port was refused or the presses did not come in time, 2 bad options, 3 the
  * interface refused the tablet or its map. */
 #if !defined(_WIN32)
 #define _POSIX_C_SOURCE 200809L
@@ -75,10 +78,34 @@ static void VELMARIN_CALL su_bottone(void* utente, int32_t bottone, int32_t x, i
 }
 
 typedef struct {
-    int modello, porta, pressioni;
+    int modello, porta, pressioni, digitalizza;
     double secondi;
     const char* dispositivo;
 } opzioni;
+
+/* A digitizing session's finished feature; a press of a confirm button is a
+ * point. */
+static void VELMARIN_CALL su_elemento(void* utente, const velmarin_feature* f)
+{
+    static const char* const generi[] = {"?", "point", "line", "polyline", "polygon"};
+    ascolto* a = (ascolto*)utente;
+    printf("feature %s, %d vertices, first %.3f %.3f\n", generi[f->kind >= 1 && f->kind <= 4 ? f->kind : 0],
+           f->vertex_count, f->vertices[0], f->vertices[1]);
+    fflush(stdout);
+    blocco_prendi(&a->b);
+    a->pressioni++;
+    blocco_lascia(&a->b);
+}
+
+static void VELMARIN_CALL su_puck(void* utente, double est, double nord)
+{
+    ascolto* a = (ascolto*)utente;
+    (void)est;
+    (void)nord;
+    blocco_prendi(&a->b);
+    a->mosse++;
+    blocco_lascia(&a->b);
+}
 
 static int intero(const char* s, long minimo, long massimo, int* valore)
 {
@@ -97,6 +124,7 @@ static int leggi_opzioni(int argc, char** argv, opzioni* o)
     o->pressioni = 2;
     o->secondi = 20;
     o->dispositivo = NULL;
+    o->digitalizza = 0;
     for (i = 1; i + 1 < argc; i += 2) {
         const char* a = argv[i];
         const char* v = argv[i + 1];
@@ -110,6 +138,9 @@ static int leggi_opzioni(int argc, char** argv, opzioni* o)
             if (!intero(v, 1, 1000, &o->pressioni)) return 0;
         } else if (strcmp(a, "--seconds") == 0) {
             o->secondi = atof(v);
+        } else if (strcmp(a, "--mode") == 0) {
+            if (strcmp(v, "digitize") == 0) o->digitalizza = 1;
+            else if (strcmp(v, "listen") != 0) return 0;
         } else {
             return 0;
         }
@@ -156,6 +187,32 @@ static int attendi(ascolto* a, const opzioni* o)
     return 0;
 }
 
+/* Connects, digitizes until the features came, ends the session. */
+static int digitalizza_tavoletta(ascolto* a, const opzioni* o)
+{
+    const velmarin_session_callbacks c = {NULL, NULL, NULL, su_elemento, su_puck, NULL};
+    velmarin_session* s;
+    int esito = 0;
+    if (!velmarin_connect(a->tavoletta)) {
+        fprintf(stderr, "host_c: COM%d refused: %s\n", o->porta, velmarin_last_error());
+        return 1;
+    }
+    printf("connected\n");
+    fflush(stdout);
+    s = velmarin_digitize(a->tavoletta, &c, a);
+    if (!s) {
+        fprintf(stderr, "host_c: no session: %s\n", velmarin_last_error());
+        return 3;
+    }
+    if (!attendi(a, o)) {
+        fprintf(stderr, "host_c: no %d features and a move within %g s\n", o->pressioni, o->secondi);
+        esito = 1;
+    }
+    velmarin_session_end(s);
+    printf("stopped: %d moves, %d features\n", a->mosse, a->pressioni);
+    return esito;
+}
+
 /* Connects, listens until the presses came, stops. */
 static int ascolta_tavoletta(ascolto* a, const opzioni* o)
 {
@@ -185,7 +242,8 @@ int main(int argc, char** argv)
     int esito;
 
     if (!leggi_opzioni(argc, argv, &o)) {
-        fprintf(stderr, "usage: host_c --model N [--port P] [--device PATH] [--presses K] [--seconds S]\n");
+        fprintf(stderr, "usage: host_c --model N [--port P] [--device PATH] [--presses K] [--seconds S]"
+                        " [--mode listen|digitize]\n");
         return 2;
     }
     printf("velmarin %s, model %d %s on COM%d\n", velmarin_version(), o.modello, velmarin_model_name(o.modello),
@@ -195,11 +253,18 @@ int main(int argc, char** argv)
     velmarin_model_setup(o.modello, &dati);
     dati.porta = (int16_t)o.porta;
     dati.reset = 1; /* a reset would only add its wait */
+    if (o.digitalizza) { /* a session needs the tablet's limits */
+        dati.limitiDefiniti = 1;
+        dati.xMin = dati.yMin = 0;
+        dati.xMax = dati.yMax = 10000;
+    }
 
     blocco_crea(&a.b);
     a.mosse = a.pressioni = 0;
     a.tavoletta = velmarin_open(&dati);
-    esito = a.tavoletta && calibra(a.tavoletta) ? ascolta_tavoletta(&a, &o) : 3;
+    esito = !a.tavoletta || !calibra(a.tavoletta) ? 3
+            : o.digitalizza                     ? digitalizza_tavoletta(&a, &o)
+                                                : ascolta_tavoletta(&a, &o);
     velmarin_close(a.tavoletta);
     blocco_distruggi(&a.b);
     return esito;

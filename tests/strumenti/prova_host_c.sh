@@ -43,4 +43,14 @@ for voce in "2 SummaGraph.MM ASCII" "5 Summa MicroGrid 3"; do
     verifica "model $m: the summary counts every event" contiene "$temp/out" "stopped: $mosse moves, $pressioni presses"
     kill "$(echo $figli | awk '{print $NF}')" 2>/dev/null
 done
+
+# Digitizing through the library's session: each corner's press of the
+# confirm button is a point feature.
+avvia_sim --model 5 --step 20 --seconds 60 || exit 1
+timeout 40 "$HOST" --model 5 --port 3 --device "$dispositivo" --presses $pressioni --mode digitize \
+    >"$temp/out" 2>"$temp/err"
+verifica "digitizing: the host ends with 0" test $? -eq 0
+punti=$(grep -Ec '^feature point, 1 vertices, first (600|1400)\.000 (300|1100)\.000$' "$temp/out")
+verifica "digitizing: $pressioni points at the corners, in ground coordinates" test "$punti" -ge $pressioni
+verifica "digitizing: the session ends" grep -Eq '^stopped: [0-9]+ moves, [0-9]+ features$' "$temp/out"
 fine
