@@ -25,17 +25,23 @@ verifica() {  # verifica DESCRIPTION CONDITION...
 
 contiene() { grep -q -- "$2" "$1"; }
 
-# Waits up to 30 s (a sanitizer build is slow) until what the command $1
-# prints shows the text $2; keeps the print in $temp/$1, and shows it when
-# the text never comes.
+# Waits up to $VELMARIN_ATTESA seconds (15; ctest gives a sanitizer or
+# emulated build more) until what the command $1 prints shows the text $2;
+# keeps the print in $temp/$1, and shows it when the text never comes. In a
+# test under tmux the first screen that never comes ends the test there:
+# every later step starts from that screen, and would only wait in vain.
 aspetta() {
-    for _ in $(seq 300); do
+    for _ in $(seq $((${VELMARIN_ATTESA:-15} * 10))); do
         "$1" >"$temp/$1" 2>/dev/null
         grep -q -- "$2" "$temp/$1" && return 0
         sleep 0.1
     done
     echo "--- $1 does not show: $2"
     cat "$temp/$1"
+    if [ -n "${sessione:-}" ]; then
+        echo "FAIL the screen above never showed: $2; the test stops here"
+        exit 1
+    fi
     return 1
 }
 # The tmux screen of $sessione, wrapped lines joined.
