@@ -99,7 +99,8 @@ typedef void(VELMARIN_CALL* velmarin_button_fn)(void* user, int32_t button, int3
  * such events are dropped. A listener already set, this tablet's or
  * another's, is stopped first. 1 when a port is there to deliver (after
  * velmarin_init or velmarin_connect), 0 otherwise; the functions are held all
- * the same and hear the reports of a later connection. */
+ * the same and hear the reports of a later velmarin_init or velmarin_connect
+ * of this tablet, until velmarin_stop. */
 VELMARIN_API int VELMARIN_CALL velmarin_listen(velmarin_tablet* tablet, velmarin_move_fn on_move,
                                                velmarin_button_fn on_button, void* user);
 /* Holds delivery and drops the listener. Returns only when no callback is

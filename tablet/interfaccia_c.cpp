@@ -13,6 +13,7 @@
 #include "velmarin.h"
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -47,6 +48,9 @@ struct velmarin_tablet final : CDigitNtfy {
     velmarin_button_fn bottone = nullptr;
     void* utente = nullptr;
     std::intptr_t connessione = 0;  // the port as this tablet's last Init opened it
+    // Listening was asked for and not stopped: an Init clears the link's
+    // target, and the connection it opens is heard all the same.
+    std::atomic<bool> ascoltoChiesto{false};
 };
 
 namespace {
@@ -179,6 +183,7 @@ int velmarin_init(velmarin_tablet* t)
     return SenzaEccezioni([&] {
         if (!t->digit.Init(nullptr)) return Fallito();
         t->connessione = IODevHandleAperto();
+        if (t->ascoltoChiesto) t->digit.SetCommNotificationTo(t);
         return 1;
     }, 0);
 }
@@ -207,13 +212,16 @@ int velmarin_listen(velmarin_tablet* t, velmarin_move_fn on_move, velmarin_butto
     t->mossa = on_move;
     t->bottone = on_button;
     t->utente = user;
+    t->ascoltoChiesto = true;
     if (t->digit.SetCommNotificationTo(t) != 0) return 1;
     return Rifiuta("velmarin_listen", "no port of this tablet is open; the functions hear a later connection");
 }
 
 void velmarin_stop(velmarin_tablet* t)
 {
-    if (t) t->digit.StopCommNotification();
+    if (!t) return;
+    t->digit.StopCommNotification();
+    t->ascoltoChiesto = false;
 }
 
 int velmarin_line_state(const velmarin_tablet* t)

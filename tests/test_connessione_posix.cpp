@@ -116,6 +116,23 @@ TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
     EXPECT_EQ(ui.Messaggi().size(), std::size(casi)) << "each with the user's box too";
 }
 
+// Through the C interface a listener set before the connection is refused,
+// held all the same, and hears the connection made after it.
+TEST_F(ConnessioneTest, AListenerSetBeforeConnectHearsTheConnection)
+{
+    struct TContatore {
+        std::atomic<int> mosse{0};
+        static void Mossa(void* u, std::int32_t, std::int32_t) { ++static_cast<TContatore*>(u)->mosse; }
+    } contatore;
+    const TDataDigit dati = Dati(5);
+    velmarin_tablet* t = velmarin_open(&dati);
+    EXPECT_EQ(velmarin_listen(t, &TContatore::Mossa, nullptr, &contatore), 0);
+    EXPECT_STREQ(velmarin_last_error(), "velmarin_listen: no port of this tablet is open; the functions hear a later connection");
+    ASSERT_EQ(velmarin_connect(t), 1);
+    EXPECT_TRUE(RipetiFinche([&] { return contatore.mosse > 0; }, [&] { sim.InviaStato(5, {321, 654, 0}, 20); }));
+    velmarin_close(t);
+}
+
 // A pseudo-terminal drops parity; every later open of the same line must
 // still take the rest of the settings and connect.
 TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)

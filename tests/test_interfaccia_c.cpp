@@ -151,3 +151,55 @@ TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
 }
 
 }  // namespace
+
+namespace {
+
+// On a calibrated tablet every null result pointer and every argument out of
+// its range is refused with its reason, and no result is written.
+TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
+{
+    TDataDigit d{};
+    ASSERT_EQ(velmarin_model_setup(5, &d), 1);
+    d.limitiDefiniti = true, d.xMin = 0, d.yMin = 0, d.xMax = 1000, d.yMax = 1000;
+    velmarin_tablet* t = velmarin_open(&d);
+    const std::int32_t x[] = {0, 1000, 0}, y[] = {0, 0, 1000};
+    const double e[] = {10, 20, 10}, n[] = {30, 30, 40};
+    ASSERT_EQ(velmarin_fit_points(t, 3, x, y, e, n), 1);
+    ASSERT_EQ(velmarin_is_calibrated(t), 1);
+    double v[4] = {7, 7, 7, 7};
+    TDataDigit fuori{};
+    fuori.tipo = 42;
+    const struct {
+        const char* perche;
+        std::function<int()> chiamata;
+    } casi[] = {
+        {"velmarin_to_ground: `east` or `north` is null", [&] { return velmarin_to_ground(t, 5, 5, nullptr, &v[1]); }},
+        {"velmarin_to_ground: `east` or `north` is null", [&] { return velmarin_to_ground(t, 5, 5, &v[0], nullptr); }},
+        {"velmarin_calibrated_area: a result pointer is null", [&] { return velmarin_calibrated_area(t, 1, nullptr, &v[1], &v[2], &v[3]); }},
+        {"velmarin_calibrated_area: a result pointer is null", [&] { return velmarin_calibrated_area(t, 1, &v[0], nullptr, &v[2], &v[3]); }},
+        {"velmarin_calibrated_area: a result pointer is null", [&] { return velmarin_calibrated_area(t, 1, &v[0], &v[1], nullptr, &v[3]); }},
+        {"velmarin_calibrated_area: a result pointer is null", [&] { return velmarin_calibrated_area(t, 1, &v[0], &v[1], &v[2], nullptr); }},
+        {"velmarin_calibrated_area: no grid calibration", [&] { return velmarin_calibrated_area(t, 0, &v[0], &v[1], &v[2], &v[3]); }},
+        {"velmarin_model_setup: model 0: the models are 1 to 8", [&] { return velmarin_model_setup(0, &fuori); }},
+        {"velmarin_model_setup: model 9: the models are 1 to 8", [&] { return velmarin_model_setup(9, &fuori); }},
+        {"velmarin_model_setup: `out` is null", [&] { return velmarin_model_setup(5, nullptr); }},
+        {"velmarin_map_port: port 0: the ports are 1 to 255", [&] { return velmarin_map_port(0, "x"); }},
+        {"velmarin_map_port: port 256: the ports are 1 to 255", [&] { return velmarin_map_port(256, "x"); }},
+        {"velmarin_configure: `setup` is null", [&] { return velmarin_configure(t, nullptr); }},
+        {"velmarin_digitize: the tablet is null", [&] { return velmarin_digitize(nullptr, nullptr, nullptr) ? 1 : 0; }},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.perche);
+        EXPECT_EQ(c.chiamata(), 0);
+        EXPECT_STREQ(velmarin_last_error(), c.perche);
+    }
+    for (double r : v) EXPECT_EQ(r, 7);
+    EXPECT_EQ(fuori.tipo, 42);
+    EXPECT_EQ(velmarin_model_name(0), nullptr);
+    EXPECT_EQ(velmarin_model_name(9), nullptr);
+    EXPECT_EQ(velmarin_function_name(3), nullptr);
+    EXPECT_EQ(velmarin_function_name(9), nullptr);
+    velmarin_close(t);
+}
+
+}  // namespace
