@@ -113,18 +113,32 @@ class SuUnaLinea(unittest.TestCase):
         self.assertEqual(a.errori, ["bad move 10 20"])
         self.assertEqual(a.eventi[-1], ("button", 1, 10, 20))
 
-        # With no on_error the report goes to standard error.
-        errori, sys.stderr = sys.stderr, io.StringIO()
-        try:
-            self.tavoletta.listen(on_move=mossa, on_button=bottone)
-            self.mostra_e_attendi(30, 40, 0, 3)
-            self.mostra_e_attendi(30, 40, 3, 4)
-            self.tavoletta.stop()
-            scritto = sys.stderr.getvalue()
-        finally:
-            sys.stderr = errori
-        self.assertIn("RuntimeError: bad move 30 40", scritto)
-        self.assertEqual(a.eventi[-1], ("button", 3, 30, 40))
+        # With no on_error, or one that raises itself, the report goes to
+        # standard error, and the reader goes on all the same.
+        def errore_che_solleva(e):
+            raise ValueError("on_error failed too")
+
+        for n, (x, y, su_errore) in enumerate([(30, 40, None), (50, 60, errore_che_solleva)]):
+            with self.subTest(on_error=su_errore):
+                errori, sys.stderr = sys.stderr, io.StringIO()
+                try:
+                    self.tavoletta.listen(on_move=mossa, on_button=bottone, on_error=su_errore)
+                    self.mostra_e_attendi(x, y, 0, 3 + 2 * n)
+                    self.mostra_e_attendi(x, y, 3, 4 + 2 * n)
+                    self.tavoletta.stop()
+                    scritto = sys.stderr.getvalue()
+                finally:
+                    sys.stderr = errori
+                self.assertIn("RuntimeError: bad move %d %d" % (x, y), scritto)
+                self.assertEqual(a.eventi[-1], ("button", 3, x, y))
+
+    def test_callbacks_that_are_not_callable_are_refused(self):
+        for nome in ("on_move", "on_button", "on_error"):
+            with self.subTest(nome), self.assertRaisesRegex(TypeError, "%s must be callable, not 5" % nome):
+                self.tavoletta.listen(**{nome: 5})
+        for nome in ("on_feature", "on_move", "on_change", "on_end", "on_error"):
+            with self.subTest(nome), self.assertRaisesRegex(TypeError, "%s must be callable, not 5" % nome):
+                self.tavoletta.digitize(**{nome: 5})
 
     def test_a_digitizing_session_makes_features_from_the_presses(self):
         self.tavoletta.close()
