@@ -11,8 +11,8 @@ from ._libreria import TDataDigit
 from ._porte import PortInfo, list_ports
 from ._rapporto import WARNINGS, FitReport, PointResidual
 from ._sessione import Feature, Session
-from ._tavoletta import (PortError, Tablet, VelmarinError, function_name, map_port, model_name,
-                         version)
+from ._errori import PortError, VelmarinError
+from ._tavoletta import Tablet, function_name, map_port, model_name, version
 
 __version__ = version()
 

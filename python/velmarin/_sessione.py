@@ -5,7 +5,9 @@ import collections
 import ctypes
 import math
 
+from ._errori import rifiuto
 from ._libreria import ELEMENTO, FINE, PUCK, RichiamiSessione, lib
+from ._richiami import protetto, su_errore_standard
 
 Feature = collections.namedtuple("Feature", "kind function button x y vertices")
 Feature.__doc__ = """A feature: kind 'point', 'line', 'polyline' or 'polygon'; the
@@ -26,11 +28,11 @@ class Session:
     """A digitizing session, from Tablet.digitize; a context manager whose
     exit ends it. Its callbacks run on the library's reader thread."""
 
-    def __init__(self, maniglia, richiami, protetto):
+    def __init__(self, maniglia, richiami):
         self._richiami = richiami  # held while the library may call them
         self._sessione = lib.velmarin_digitize(maniglia, ctypes.byref(richiami), None)
         if not self._sessione:
-            raise protetto()
+            raise rifiuto()
 
     def set(self, free_distance=1.0, closing_tolerance=0.5):
         """The free-drawing distance (above 0) and the closing tolerance (0 or
@@ -59,8 +61,9 @@ class Session:
         self.end()
 
 
-def sessione(maniglia, on_feature, on_move, on_change, on_end, riporta, protetto, rifiuto):
-    """The session's C callbacks around the host's functions."""
+def sessione(maniglia, on_feature, on_move, on_change, on_end, on_error):
+    """A session whose C callbacks wrap the host's functions."""
+    riporta = on_error or su_errore_standard
     def evento(nome):
         return ELEMENTO(protetto(lambda f: on_change(nome, _elemento(f)), nome, riporta)) if on_change else ELEMENTO()
     richiami = RichiamiSessione(
@@ -68,4 +71,4 @@ def sessione(maniglia, on_feature, on_move, on_change, on_end, riporta, protetto
         ELEMENTO(protetto(lambda f: on_feature(_elemento(f)), "on_feature", riporta)) if on_feature else ELEMENTO(),
         PUCK(protetto(on_move, "on_move", riporta)) if on_move else PUCK(),
         FINE(protetto(on_end, "on_end", riporta)) if on_end else FINE())
-    return Session(maniglia, richiami, rifiuto)
+    return Session(maniglia, richiami)

@@ -3,40 +3,13 @@
 import ctypes
 import math
 import os
-import sys
 import threading
-import traceback
 import weakref
 
 from . import _rapporto, _sessione
+from ._errori import VelmarinError, rifiuto, rifiuto_porta
 from ._libreria import BOTTONE, MOSSA, TDataDigit, lib
-
-
-class VelmarinError(Exception):
-    """The library refused: a port that does not open, points that give no map."""
-
-
-class PortError(VelmarinError, OSError):
-    """A port that could not be opened or set up. The message names the port,
-    its device and the system's reason; errno (on Windows winerror) holds the
-    system's code."""
-
-
-def _motivo():
-    """The library's reason for the call that just failed on this thread."""
-    return lib.velmarin_last_error().decode(errors="replace")
-
-
-def _rifiuto():
-    return VelmarinError(_motivo())
-
-
-def _rifiuto_porta():
-    # A code of 0: the system had no part in it (the port is another
-    # tablet's, say).
-    if sys.platform == "win32":
-        return PortError(None, _motivo(), None, ctypes.get_last_error() or None)
-    return PortError(ctypes.get_errno() or None, _motivo())
+from ._richiami import in_un_richiamo, protetto, richiamabili, su_errore_standard
 
 
 _CAMPI = dict(TDataDigit._fields_)
@@ -135,7 +108,7 @@ class Tablet:
         """Stops listening, sends the model's reset if the setup chooses it,
         ends the connection and frees the tablet. No callback runs during the
         close or after it. Not from inside a callback."""
-        if _in_un_richiamo():
+        if in_un_richiamo():
             raise VelmarinError("a tablet is closed outside its callbacks")
         self._fine()
 
@@ -167,7 +140,7 @@ class Tablet:
         """Opens the port and programs the tablet; PortError (an OSError) with
         the device and the system's reason if the port is refused."""
         if lib.velmarin_connect(self._h()) != 1:
-            raise _rifiuto_porta()
+            raise rifiuto_porta()
 
     def send_reset(self):
         """Sends the model's reset, if the setup chooses it (reset other than 1)."""
@@ -178,14 +151,12 @@ class Tablet:
         y) every press, on the library's reader thread. An exception they
         raise goes to on_error(exception), or to standard error, and the
         reader goes on. The callables are held until stop or close."""
-        for nome, f in (("on_move", on_move), ("on_button", on_button), ("on_error", on_error)):
-            if f is not None and not callable(f):
-                raise TypeError("%s must be callable, not %r" % (nome, f))
-        riporta = on_error or _su_errore_standard
-        mossa = MOSSA(_protetto(on_move, "on_move", riporta)) if on_move else MOSSA()
-        bottone = BOTTONE(_protetto(on_button, "on_button", riporta)) if on_button else BOTTONE()
+        richiamabili(on_move=on_move, on_button=on_button, on_error=on_error)
+        riporta = on_error or su_errore_standard
+        mossa = MOSSA(protetto(on_move, "on_move", riporta)) if on_move else MOSSA()
+        bottone = BOTTONE(protetto(on_button, "on_button", riporta)) if on_button else BOTTONE()
         esito = lib.velmarin_listen(self._h(), mossa, bottone, None)
-        if _in_un_richiamo():
+        if in_un_richiamo():
             self._richiami.extend([mossa, bottone])  # the running one among the old
         else:
             self._richiami[:] = [mossa, bottone]  # the old ones run no more: listen stopped them
@@ -194,7 +165,7 @@ class Tablet:
     def stop(self):
         """Stops listening; returns when no callback is running any more."""
         lib.velmarin_stop(self._h())
-        if not _in_un_richiamo():  # else the running one is among them
+        if not in_un_richiamo():  # else the running one is among them
             self._richiami.clear()
 
     @property
@@ -249,12 +220,8 @@ class Tablet:
         'started', 'vertex_added' and 'vertex_removed' events; all on the
         library's reader thread, their exceptions going to on_error as in
         listen. The session takes the tablet's listener."""
-        for nome, f in (("on_feature", on_feature), ("on_move", on_move), ("on_change", on_change),
-                        ("on_end", on_end), ("on_error", on_error)):
-            if f is not None and not callable(f):
-                raise TypeError("%s must be callable, not %r" % (nome, f))
-        s = _sessione.sessione(self._h(), on_feature, on_move, on_change, on_end,
-                               on_error or _su_errore_standard, _protetto, _rifiuto)
+        richiamabili(on_feature=on_feature, on_move=on_move, on_change=on_change, on_end=on_end, on_error=on_error)
+        s = _sessione.sessione(self._h(), on_feature, on_move, on_change, on_end, on_error)
         try:
             s.set(free_distance, closing_tolerance)
         except (TypeError, ValueError):
@@ -281,7 +248,7 @@ class Tablet:
         x, y = _conteggi([p[0] for p in punti], "x"), _conteggi([p[1] for p in punti], "y")
         est, nord = _reali([p[2] for p in punti], "east"), _reali([p[3] for p in punti], "north")
         if lib.velmarin_fit_points(self._h(), len(punti), x, y, est, nord) != 1:
-            raise _rifiuto()
+            raise rifiuto()
 
     def fit_grid(self, squares_east, squares_north, east0, north0, step_east, step_north, nodes):
         """One projective map per cell, as the grid calibration makes it.
@@ -299,7 +266,7 @@ class Tablet:
         terreno = _reali([east0, north0, step_east, step_north], "the grid's start and steps")
         x, y = _conteggi([n[0] for n in nodi], "x"), _conteggi([n[1] for n in nodi], "y")
         if lib.velmarin_fit_grid(self._h(), squares_east, squares_north, *terreno, x, y) != 1:
-            raise _rifiuto()
+            raise rifiuto()
 
 
 def _conteggi(valori, nome):
@@ -311,31 +278,3 @@ def _reali(valori, nome):
     if not all(math.isfinite(v) for v in reali):
         raise ValueError("%s must be finite numbers" % nome)
     return (ctypes.c_double * len(reali))(*reali)
-
-
-def _su_errore_standard(eccezione):
-    print("velmarin: a callback raised an exception; the reader goes on", file=sys.stderr)
-    traceback.print_exception(type(eccezione), eccezione, eccezione.__traceback__, file=sys.stderr)
-
-
-_richiamo = threading.local()  # set on the reader thread while a callback runs
-
-
-def _in_un_richiamo():
-    return getattr(_richiamo, "attivo", False)
-
-
-def _protetto(funzione, nome, riporta):
-    def richiamo(_utente, *argomenti):
-        _richiamo.attivo = True
-        try:
-            funzione(*argomenti)
-        except Exception as eccezione:  # the reader thread must not meet it
-            try:
-                riporta(eccezione)
-            except Exception:
-                _su_errore_standard(eccezione)
-        finally:
-            _richiamo.attivo = False
-    richiamo.__name__ = nome
-    return richiamo

@@ -187,18 +187,24 @@ static int attendi(ascolto* a, const opzioni* o)
     return 0;
 }
 
-/* Connects, digitizes until the features came, ends the session. */
+/* Connects the tablet; 0, with the reason, when its port is refused. */
+static int collega(velmarin_tablet* t, const opzioni* o)
+{
+    if (!velmarin_connect(t)) {
+        fprintf(stderr, "host_c: COM%d refused: %s\n", o->porta, velmarin_last_error());
+        return 0;
+    }
+    printf("connected\n");
+    fflush(stdout);
+    return 1;
+}
+
+/* Digitizes until the features came, ends the session. */
 static int digitalizza_tavoletta(ascolto* a, const opzioni* o)
 {
     const velmarin_session_callbacks c = {NULL, NULL, NULL, su_elemento, su_puck, NULL};
     velmarin_session* s;
     int esito = 0;
-    if (!velmarin_connect(a->tavoletta)) {
-        fprintf(stderr, "host_c: COM%d refused: %s\n", o->porta, velmarin_last_error());
-        return 1;
-    }
-    printf("connected\n");
-    fflush(stdout);
     s = velmarin_digitize(a->tavoletta, &c, a);
     if (!s) {
         fprintf(stderr, "host_c: no session: %s\n", velmarin_last_error());
@@ -213,16 +219,10 @@ static int digitalizza_tavoletta(ascolto* a, const opzioni* o)
     return esito;
 }
 
-/* Connects, listens until the presses came, stops. */
+/* Listens until the presses came, stops. */
 static int ascolta_tavoletta(ascolto* a, const opzioni* o)
 {
     int esito = 0;
-    if (!velmarin_connect(a->tavoletta)) {
-        fprintf(stderr, "host_c: COM%d refused: %s\n", o->porta, velmarin_last_error());
-        return 1;
-    }
-    printf("connected\n");
-    fflush(stdout);
     if (velmarin_listen(a->tavoletta, su_mossa, su_bottone, a) != 1) esito = 3;
     else if (!attendi(a, o)) {
         fprintf(stderr, "host_c: no %d presses and a move within %g s\n", o->pressioni, o->secondi);
@@ -263,6 +263,7 @@ int main(int argc, char** argv)
     a.mosse = a.pressioni = 0;
     a.tavoletta = velmarin_open(&dati);
     esito = !a.tavoletta || !calibra(a.tavoletta) ? 3
+            : !collega(a.tavoletta, &o)         ? 1
             : o.digitalizza                     ? digitalizza_tavoletta(&a, &o)
                                                 : ascolta_tavoletta(&a, &o);
     velmarin_close(a.tavoletta);

@@ -5,6 +5,7 @@
 # build. The last line must print the library's version.
 # usage: prova_venv.sh SOURCES BUILD
 set -u
+. "$(dirname "$0")/../support/blocco_leggimi.sh"
 sorgenti=$(realpath "$1") build=$(realpath "$2")
 temp=$(mktemp -d)
 trap 'rm -rf "$temp"' EXIT
@@ -12,9 +13,7 @@ mkdir -p "$temp/build"
 cp -r "$sorgenti/python" "$temp/python"
 ln -s "$build" "$temp/build/default"
 cd "$temp" || exit 1
-righe=$(awk '$0 == "<!-- Python in un ambiente virtuale -->" { dentro = 1; next }
-             dentro && /^```/ { if (aperto) exit; aperto = 1; next }
-             dentro && aperto { print }' "$sorgenti/README.md")
+righe=$(blocco_leggimi "$sorgenti/README.md" "Python in un ambiente virtuale")
 [ -n "$righe" ] || { echo "FAIL the README has no Python install lines"; exit 1; }
 printf '+ %s\n' "$righe"
 uscita=$(env -u PYTHONPATH -u VELMARIN_LIBRARY bash -e -c "$righe" 2>&1)

@@ -9,6 +9,7 @@
 #
 # usage: prova_leggimi.sh SOURCES BUILD ARCHITECTURE LINUX_BUILD
 set -u
+. "$(dirname "$0")/../support/blocco_leggimi.sh"
 sorgenti=$(realpath "$1") build=$(realpath "$2") architettura=$3 linux=$(realpath -m "$4")
 case "$architettura" in
     i686) cartella=win32 ;;
@@ -23,15 +24,7 @@ ln -s "$build" "$temp/build/$cartella"
 ln -s "$linux" "$temp/build/default"
 cd "$temp" || exit 1
 
-# The fenced block after the README's marker line.
-blocco() {
-    awk -v segno="<!-- $1 -->" '
-        $0 == segno { dentro = 1; next }
-        dentro && /^```/ { if (aperto) exit; aperto = 1; next }
-        dentro && aperto { print }' "$sorgenti/README.md"
-}
-
-righe=$(blocco "host C per Windows" | grep -F -- "$architettura-w64-mingw32-gcc")
+righe=$(blocco_leggimi "$sorgenti/README.md" "host C per Windows" | grep -F -- "$architettura-w64-mingw32-gcc")
 [ -n "$righe" ] || { echo "FAIL the README has no build line for $architettura"; exit 1; }
 echo "+ $righe"
 bash -e -c "$righe" || { echo "FAIL the README's build line"; exit 1; }
@@ -47,7 +40,7 @@ export WINEPREFIX="$temp/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 # tablet on fd 3; the host's line runs a second time on the same line. The
 # group goes when the shell ends: the tablet would play on, and Wine's
 # server would hold the output.
-wine_righe=$(blocco "host C sotto Wine")
+wine_righe=$(blocco_leggimi "$sorgenti/README.md" "host C sotto Wine")
 ospite=$(printf '%s\n' "$wine_righe" | tail -n 1)
 printf '+ %s\n' "$wine_righe"
 setsid bash -e -c "$wine_righe
