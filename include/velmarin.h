@@ -125,6 +125,10 @@ VELMARIN_API int VELMARIN_CALL velmarin_button_function(const velmarin_tablet* t
 
 /* 1 when a model is chosen, its limits defined and a calibration in force. */
 VELMARIN_API int VELMARIN_CALL velmarin_is_calibrated(const velmarin_tablet* tablet);
+/* Puts the tablet's calibration out of force (CDigit::SetToNotCalibrato):
+ * for a host that tries fits on the tablet it listens to (a second tablet
+ * object would silence it) and then gives them up. */
+VELMARIN_API void VELMARIN_CALL velmarin_forget_calibration(velmarin_tablet* tablet);
 /* The ground coordinates of tablet counts (x, y) by the calibration in
  * force; 1, or 0 with the results untouched when there is none or when the
  * map gives no finite value there (a grid cell's vanishing line). */

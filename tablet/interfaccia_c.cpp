@@ -237,6 +237,11 @@ int velmarin_button_function(const velmarin_tablet* t, int button)
 
 int velmarin_is_calibrated(const velmarin_tablet* t) { return t && t->digit.IsCalibrato() ? 1 : 0; }
 
+void velmarin_forget_calibration(velmarin_tablet* t)
+{
+    if (t) t->digit.SetToNotCalibrato();
+}
+
 int velmarin_to_ground(const velmarin_tablet* t, int32_t x, int32_t y, double* east, double* north)
 {
     if (!Tavoletta(t, "velmarin_to_ground")) return 0;

@@ -273,6 +273,14 @@ class SenzaLinea(unittest.TestCase):
         self.assertEqual(velmarin.function_name(1), "Conferma")
         self.assertEqual(velmarin.function_name(8), "Annulla - Fine funzione")
         self.assertIsNone(velmarin.function_name(3))
+        # A model's settings, as a Tablet of that model holds them.
+        for modello in (1, 5, 8):
+            with velmarin.Tablet(modello) as t:
+                dati = t.setup
+                self.assertEqual(velmarin.model_settings(modello),
+                                 {n: getattr(dati, n) if n != "funzBott" else list(dati.funzBott)
+                                  for n in velmarin.model_settings(modello)})
+        self.assertNotEqual(velmarin.model_settings(1), velmarin.model_settings(5))
         self.assertRegex(velmarin.version(), r"^\d+\.\d+\.\d+$")
 
     def test_fit_points_then_ground(self):
@@ -293,6 +301,8 @@ class SenzaLinea(unittest.TestCase):
             with self.assertRaisesRegex(ValueError, "3 to 21 points"):
                 t.fit_points([(0, 0, 1, 1), (10, 0, 2, 2)])
             self.assertEqual(t.to_ground(250, 750), prima)
+            t.forget_calibration()
+            self.assertEqual((t.is_calibrated, t.to_ground(250, 750), t.fit_report()), (False, None, None))
 
     def test_fit_report_of_the_map_in_force(self):
         # The figures are the library's (tested there); here, their Python form.

@@ -146,6 +146,7 @@ _PROTOTIPI = {
     "velmarin_line_state": (_i, [_p]),
     "velmarin_button_function": (_i, [_p, _i]),
     "velmarin_is_calibrated": (_i, [_p]),
+    "velmarin_forget_calibration": (None, [_p]),
     "velmarin_to_ground": (_i, [_p, ctypes.c_int32, ctypes.c_int32, _pd, _pd]),
     "velmarin_calibrated_area": (_i, [_p, _i, _pd, _pd, _pd, _pd]),
     "velmarin_configure": (_i, [_p, _pdati]),

@@ -42,6 +42,15 @@ def function_name(code):
     return nome.decode("utf-8", "replace") if nome is not None else None
 
 
+def model_settings(model):
+    """The catalogue's settings of `model` (1..8), by the names Tablet takes
+    them: what the library's selection dialog gives when the user picks it."""
+    dati = TDataDigit()
+    lib.velmarin_model_setup(_intero("model", model, 1, 8), ctypes.byref(dati))
+    return {nome: (list(dati.funzBott) if nome == "funzBott" else getattr(dati, nome))
+            for nome in _CAMPI if nome not in ("tipo", "porta")}
+
+
 def version():
     """The library's version, "major.minor.patch"."""
     return lib.velmarin_version().decode()
@@ -79,7 +88,12 @@ class Tablet:
     for the model; `settings` override fields of the library's record by
     name (velocita, parita, reset, risoluzione, numBottoni, funzBott,
     limitiDefiniti, xMin, yMin, xMax, yMax). With no model it has no model,
-    as a record the user has not chosen yet."""
+    as a record the user has not chosen yet.
+
+    The library has one link: making a Tablet silences the connection of
+    any other until that one connects again. Fit trials go on the tablet in
+    use (forget_calibration gives them up), and model_settings gives a
+    model's settings without a Tablet."""
 
     def __init__(self, model=None, port=None, **settings):
         dati = TDataDigit()
@@ -185,6 +199,11 @@ class Tablet:
     def is_calibrated(self):
         """True with a model, its limits and a calibration in force."""
         return lib.velmarin_is_calibrated(self._h()) == 1
+
+    def forget_calibration(self):
+        """Puts the calibration out of force: a host that tried fits on this
+        tablet, and gives them up."""
+        lib.velmarin_forget_calibration(self._h())
 
     def to_ground(self, x, y):
         """(East, North) of tablet counts x, y; None without a calibration."""

@@ -1,0 +1,319 @@
+"""The QGIS plugin, headless, against velmarin-sim on a pseudo-terminal:
+loading and unloading, both calibrations from presses on the tablet, and
+digitizing into memory and GeoPackage layers in CRSs of their own."""
+
+import os
+import tempfile
+
+# QGIS's settings go to a folder of the test's own.
+_CASA = tempfile.mkdtemp(prefix="velmarin-qgis-")
+os.environ["XDG_CONFIG_HOME"] = os.environ["XDG_DATA_HOME"] = _CASA
+
+import unittest  # noqa: E402
+
+from ambiente import InterfacciaFinta, Simulatore, attendi, elimina_rimandati  # noqa: E402
+from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
+                       QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
+from qgis.PyQt import sip  # noqa: E402
+from qgis.PyQt.QtCore import QPoint, Qt  # noqa: E402
+from qgis.PyQt.QtTest import QTest  # noqa: E402
+from qgis.PyQt.QtWidgets import QDialogButtonBox  # noqa: E402
+
+import velmarin  # noqa: E402
+from velmarin_qgis import classFactory, impostazioni  # noqa: E402
+from velmarin_qgis.dialogo_impostazione import record_del_modello  # noqa: E402
+from velmarin_qgis.ponte import Ponte  # noqa: E402
+
+PORTA = 7
+# Buttons: 1 Confirm, 2 polyline point by point, 3 line point by point, 4 Cancel.
+FUNZIONI = [1, 6, 4, 8] + [0] * 12
+LIMITI = dict(limitiDefiniti=True, xMin=0, yMin=0, xMax=40000, yMax=40000)
+MONTE_MARIO = "EPSG:3003"  # Gauss-Boaga, west zone: East 1500000 + ..., North 5000000 + ...
+
+
+def terreno(x, y):
+    """The sheet under the tablet: 0.05 ground units per count."""
+    return 1500000 + 0.05 * x, 5000000 + 0.05 * y
+
+
+def trasforma(da, a, punto):
+    return QgsCoordinateTransform(QgsCoordinateReferenceSystem(da), QgsCoordinateReferenceSystem(a),
+                                  QgsProject.instance()).transform(QgsPointXY(*punto))
+
+
+class ConIlPlugin(unittest.TestCase):
+    """A plugin loaded into a fresh interface, its set-up on a fresh simulator."""
+
+    def setUp(self):
+        self.sim = Simulatore()
+        record = record_del_modello(5)
+        record.update(funzBott=FUNZIONI, numBottoni=16, **LIMITI)
+        impostazioni.scrivi(impostazioni.Impostazione(5, PORTA, self.sim.dispositivo, record))
+        self.iface = InterfacciaFinta()
+        self.plugin = classFactory(self.iface)
+        self.plugin.initGui()
+
+    def tearDown(self):
+        self.plugin.unload()
+        self.sim.chiudi()
+        QgsProject.instance().clear()
+        self.assertEqual(Ponte.fuori_thread, 0, "a slot was reached off QGIS's main thread")
+
+    def stato(self):
+        return self.plugin.stato.text()
+
+
+class Carica(ConIlPlugin):
+    def test_toolbar_menu_and_status_come_and_go(self):
+        barra = self.iface.finestra.findChild(type(self.plugin.barra), "velmarinTablet")
+        testi = [a.text() for a in barra.actions() if a.text()]
+        self.assertEqual(testi, ["Set Up Tablet\u2026", "Calibrate from Points\u2026", "Calibrate from Grid\u2026",
+                                 "Digitize", "Undo Last Vertex", "Stop"])
+        voci = [a.text() for a in self.iface.finestra.menuBar().actions()]
+        self.assertEqual(voci, ["&Tablet", "&Help"])
+        self.assertIn("Summa", self.stato())
+        self.assertIn("COM7", self.stato())
+        self.assertIn("not calibrated", self.stato())
+        self.assertFalse(self.plugin.azioni["ferma"].isEnabled())
+
+        self.plugin.unload()
+        elimina_rimandati()
+        self.assertEqual([a.text() for a in self.iface.finestra.menuBar().actions() if a.isVisible()], ["&Help"])
+        self.assertTrue(sip.isdeleted(barra))
+        self.plugin = classFactory(self.iface)  # tearDown's unload, of a plugin loaded again
+        self.plugin.initGui()
+
+    def test_a_refused_port_says_which_and_why(self):
+        self.sim.chiudi()
+        self.sim = Simulatore()
+        imp = impostazioni.leggi()
+        imp.dispositivo = os.path.join(_CASA, "no-such-tty")
+        self.plugin.impostazione = imp
+        self.assertIsNone(self.plugin.punti())
+        self.assertIn("no-such-tty", self.iface.barra.messaggi[-1])
+        self.assertIn("line closed", self.stato())
+
+
+class CalibraPunti(ConIlPlugin):
+    PUNTI = ((2000, 3000), (36000, 4000), (34000, 35000), (5000, 33000))
+
+    def prendi(self, dialogo, x, y, est, nord):
+        righe = len(dialogo.controllo.righe)
+        self.sim.premi(x, y, 1)
+        attendi(lambda: len(dialogo.controllo.righe) > righe or dialogo.controllo.attesa is None
+                and [x, y] in [r[:2] for r in dialogo.controllo.righe])
+        dialogo.est.setText(repr(est))
+        dialogo.nord.setText(repr(nord))
+        QTest.keyClick(dialogo.nord, Qt.Key_Return)
+
+    def test_typed_points_give_the_report_of_the_library(self):
+        QgsProject.instance().setCrs(QgsCoordinateReferenceSystem(MONTE_MARIO))
+        dialogo = self.plugin.punti()
+        self.assertIsNotNone(dialogo, self.iface.barra.messaggi)
+        self.sim.premi(1000, 1000, 4)  # a Cancel button takes no point
+        dati = [terreno(x, y) for x, y in self.PUNTI]
+        dati[2] = (dati[2][0] + 0.08, dati[2][1])  # a point given 8 cm off
+        for (x, y), (e, n) in zip(self.PUNTI, dati):
+            self.prendi(dialogo, x, y, e, n)
+        ok = dialogo.pulsanti.button(QDialogButtonBox.Ok)
+        self.assertTrue(ok.isEnabled())
+
+        atteso = velmarin.Tablet(5, **LIMITI)
+        atteso.fit_points([p + d for p, d in zip(self.PUNTI, dati)])
+        rapporto = atteso.fit_report()
+        for r, p in enumerate(rapporto.points):
+            self.assertEqual((dialogo.tabella.item(r, 0).text(), dialogo.tabella.item(r, 1).text()), (str(p.x), str(p.y)))
+            for c, v in zip(range(4, 8), (p.residual_east, p.residual_north, p.loo_east, p.loo_north)):
+                self.assertAlmostEqual(float(dialogo.tabella.item(r, c).text()), v, delta=5e-5)
+        self.assertIn("RMS of the residuals %.4f" % rapporto.rms, dialogo.sommario.text())
+        self.assertIn(2, rapporto.worst)
+
+        ok.click()
+        attendi(lambda: "not calibrated" not in self.stato())
+        e, n = self.plugin.tavoletta.to_ground(20000, 20000)
+        self.assertAlmostEqual(e, 1501000, delta=0.05)
+        self.assertAlmostEqual(n, 5001000, delta=0.05)
+        tenuta = impostazioni.leggi().calibrazione
+        self.assertEqual((tenuta["kind"], len(tenuta["points"]), tenuta["crs"]), ("points", 4, MONTE_MARIO))
+
+    def test_points_redone_removed_and_taken_from_the_map_and_a_layer(self):
+        self.iface.canvas.setDestinationCrs(QgsCoordinateReferenceSystem("EPSG:3857"))
+        QgsProject.instance().setCrs(QgsCoordinateReferenceSystem(MONTE_MARIO))
+        dialogo = self.plugin.punti()
+        self.assertEqual(dialogo.crs().authid(), MONTE_MARIO)
+        for x, y in self.PUNTI[:3]:
+            self.prendi(dialogo, x, y, *terreno(x, y))
+        self.assertIn("Three points: nothing checks them", dialogo.sommario.text())
+
+        # Point 2 again, at other counts: it waits, and OK with it.
+        dialogo.tabella.selectRow(1)
+        dialogo.rifai.click()
+        self.assertFalse(dialogo.pulsanti.button(QDialogButtonBox.Ok).isEnabled())
+        self.sim.premi(30000, 5000, 1)
+        attendi(lambda: dialogo.controllo.righe[1][:2] == [30000, 5000])
+        self.assertTrue(dialogo.pulsanti.button(QDialogButtonBox.Ok).isEnabled())
+
+        # A fourth point clicked on the map, in the map's CRS.
+        self.sim.premi(20000, 20000, 1)
+        attendi(lambda: len(dialogo.controllo.righe) == 4)
+        self.iface.canvas.setExtent(self.iface.canvas.extent())  # the canvas's transform as shown
+        dialogo.dalla_mappa.setChecked(True)
+        pixel = QPoint(300, 200)
+        QTest.mouseClick(self.iface.canvas.viewport(), Qt.LeftButton, Qt.NoModifier, pixel)
+        cliccato = self.iface.canvas.getCoordinateTransform().toMapCoordinates(pixel)
+        atteso = trasforma("EPSG:3857", MONTE_MARIO, (cliccato.x(), cliccato.y()))
+        self.assertAlmostEqual(dialogo.controllo.righe[3][2], atteso.x(), delta=1e-6)
+        self.assertAlmostEqual(dialogo.controllo.righe[3][3], atteso.y(), delta=1e-6)
+
+        # The same point from a feature of a point layer in longitude and latitude.
+        strato = QgsVectorLayer("Point?crs=EPSG:4326", "capisaldi", "memory")
+        lonlat = trasforma(MONTE_MARIO, "EPSG:4326", terreno(20000, 20000))
+        f = QgsFeature()
+        f.setGeometry(QgsGeometry.fromPointXY(lonlat))
+        strato.dataProvider().addFeatures([f])
+        QgsProject.instance().addMapLayer(strato)
+        strato.selectAll()
+        dialogo.strato.setLayer(strato)
+        dialogo.dallo_strato.click()
+        self.assertAlmostEqual(dialogo.controllo.righe[3][2], 1501000, delta=0.01)  # a datum shift there and back
+        self.assertAlmostEqual(dialogo.controllo.righe[3][3], 5001000, delta=0.01)
+        self.assertEqual(dialogo.controllo.usate, [0, 1, 2, 3])
+
+        dialogo.tabella.selectRow(0)
+        dialogo.rimuovi.click()
+        self.assertEqual([r[:2] for r in dialogo.controllo.righe], [[30000, 5000], [34000, 35000], [20000, 20000]])
+        dialogo.pulsanti.button(QDialogButtonBox.Cancel).click()
+        self.assertIsNone(impostazioni.leggi().calibrazione)
+        self.assertIn("not calibrated", self.stato())
+
+
+class CalibraGriglia(ConIlPlugin):
+    def test_nodes_in_order_with_one_taken_back(self):
+        dialogo = self.plugin.griglia()
+        dialogo.est0.setValue(1500000)
+        dialogo.nord0.setValue(5002000)
+        dialogo.passo_est.setValue(1000)
+        dialogo.passo_nord.setValue(-1000)  # rows from the top of the sheet down
+        dialogo.avvia.click()
+        nodi = [(x, y) for y in (40000, 20000, 0) for x in (0, 20000, 40000)]
+        for k, (x, y) in enumerate(nodi):
+            if k == 4:  # a wrong node, taken back with Cancel
+                self.sim.premi(x + 7000, y, 1)
+                attendi(lambda: len(dialogo.nodi) == 5)
+                self.sim.premi(x, y, 4)
+                attendi(lambda: len(dialogo.nodi) == 4)
+            self.assertIn("Node %d of 9" % (k + 1), dialogo.stato.text())
+            self.sim.premi(x, y, 1)
+            attendi(lambda: len(dialogo.nodi) == k + 1)
+        self.assertEqual(dialogo.nodi, nodi)
+        self.assertEqual(dialogo.rapporto.kind, "grid")
+        self.assertIn("9 nodes fitted", dialogo.stato.text())
+        dialogo.pulsanti.button(QDialogButtonBox.Ok).click()
+        attendi(lambda: "not calibrated" not in self.stato())
+        for valore, atteso in zip(self.plugin.tavoletta.to_ground(10000, 30000), (1500500, 5001500)):
+            self.assertAlmostEqual(valore, atteso, delta=1e-4)
+
+
+def strato_memoria(geometria, crs, nome):
+    strato = QgsVectorLayer("%s?crs=%s&field=nome:string" % (geometria, crs), nome, "memory")
+    modulo = strato.editFormConfig()
+    modulo.setSuppress(QgsEditFormConfig.SuppressOn)
+    strato.setEditFormConfig(modulo)
+    QgsProject.instance().addMapLayer(strato)
+    strato.startEditing()
+    return strato
+
+
+def vertici(strato):
+    return [[(round(p.x(), 6), round(p.y(), 6)) for p in f.geometry().vertices()] for f in strato.getFeatures()]
+
+
+class Digitalizza(ConIlPlugin):
+    def setUp(self):
+        super().setUp()
+        imp = impostazioni.leggi()
+        imp.calibrazione = {"kind": "points", "crs": MONTE_MARIO,
+                            "points": [[x, y, *terreno(x, y)] for x, y in CalibraPunti.PUNTI]}
+        impostazioni.scrivi(imp)
+        self.plugin.impostazione = imp
+        self.iface.canvas.setDestinationCrs(QgsCoordinateReferenceSystem(MONTE_MARIO))
+        self.iface.canvas.setExtent(QgsGeometry.fromWkt("POINT(1501000 5001000)").buffer(300, 4).boundingBox())
+
+    def digitalizza(self, strato):
+        self.iface.strato = strato
+        sessione = self.plugin.digitalizza()
+        self.assertIsNotNone(sessione, self.iface.barra.messaggi)
+        return sessione
+
+    def atteso(self, crs, *conteggi):
+        return [(round(p.x(), 6), round(p.y(), 6)) for p in (trasforma(MONTE_MARIO, crs, terreno(x, y)) for x, y in conteggi)]
+
+    def test_points_lines_and_undo_in_memory_layers_of_their_own_crs(self):
+        punti = strato_memoria("Point", "EPSG:4326", "pozzi")
+        linee = strato_memoria("LineString", MONTE_MARIO, "fossi")
+        sessione = self.digitalizza(punti)
+        self.assertIn("digitizing into \u201cpozzi\u201d", self.stato())
+        self.sim.premi(20000, 20000, 1)
+        attendi(lambda: punti.featureCount() == 1)
+        self.sim.premi(4000, 4000, 3)  # a line into a point layer
+        self.sim.premi(8000, 4000, 1)
+        attendi(lambda: self.iface.barra.messaggi)
+        self.assertIn("A line cannot go into \u201cpozzi\u201d, which holds points", self.iface.barra.messaggi[-1])
+        self.assertEqual(vertici(punti), [self.atteso("EPSG:4326", (20000, 20000))])
+        self.assertIs(self.plugin.attivita, sessione)
+
+        self.plugin.ferma()
+        self.assertIsNone(self.plugin.attivita)
+        sessione = self.digitalizza(linee)
+        self.sim.premi(4000, 8000, 2)  # a polyline, its third vertex undone
+        self.sim.premi(8000, 8000, 1)
+        self.sim.premi(9000, 9000, 1)
+        attendi(lambda: sessione.banda.numberOfVertices() == 3)
+        self.plugin.azioni["annulla"].trigger()
+        attendi(lambda: sessione.banda.numberOfVertices() == 2)
+        self.sim.premi(8000, 12000, 1)
+        self.sim.premi(8000, 12000, 4)
+        attendi(lambda: linee.featureCount() == 1)
+        self.assertEqual(vertici(linee), [self.atteso(MONTE_MARIO, (4000, 8000), (8000, 8000), (8000, 12000))])
+        self.assertEqual(sessione.banda.numberOfVertices(), 0)
+        self.assertEqual(sessione.marcatore.center(), QgsPointXY(*terreno(8000, 12000)))
+
+        linee.undoStack().undo()  # QGIS's undo takes the feature back
+        self.assertEqual(linee.featureCount(), 0)
+        self.sim.sposta(39000, 39000)  # far out of the view: the map follows the puck
+        dove = QgsPointXY(*terreno(39000, 39000))
+        attendi(lambda: self.iface.canvas.extent().contains(dove))
+        self.sim.premi(39000, 39000, 4)  # Cancel with nothing open ends the session
+        attendi(lambda: self.plugin.attivita is None)
+        self.assertNotIn("not calibrated", self.stato())
+        self.assertNotIn("digitizing", self.stato())
+
+    def test_a_polygon_into_a_geopackage_in_web_mercator(self):
+        cartella = tempfile.mkdtemp(prefix="gpkg-", dir=_CASA)
+        percorso = os.path.join(cartella, "lotti.gpkg")
+        vuoto = QgsVectorLayer("Polygon?crs=EPSG:3857&field=nome:string", "lotti", "memory")
+        opzioni = QgsVectorFileWriter.SaveVectorOptions()
+        opzioni.driverName = "GPKG"
+        esito = QgsVectorFileWriter.writeAsVectorFormatV2(vuoto, percorso, QgsProject.instance().transformContext(), opzioni)
+        self.assertEqual(esito[0], QgsVectorFileWriter.NoError, esito)
+        lotti = QgsProject.instance().addMapLayer(QgsVectorLayer(percorso, "lotti", "ogr"))  # freed with the project
+        modulo = lotti.editFormConfig()
+        modulo.setSuppress(QgsEditFormConfig.SuppressOn)
+        lotti.setEditFormConfig(modulo)
+        lotti.startEditing()
+        self.digitalizza(lotti)
+        self.sim.premi(20000, 20000, 1)  # a point: refused by a polygon layer
+        angoli = ((10000, 10000), (14000, 10000), (14000, 14000), (10000, 14000), (10000, 10000))
+        self.sim.premi(*angoli[0], 2)
+        for x, y in angoli[1:]:
+            self.sim.premi(x, y, 1)
+        self.sim.premi(10000, 10000, 4)
+        attendi(lambda: lotti.featureCount() == 1)
+        self.assertIn("A point cannot go into \u201clotti\u201d", self.iface.barra.messaggi[0])
+        self.assertTrue(lotti.commitChanges(), lotti.commitErrors())
+        riletto = QgsProject.instance().addMapLayer(QgsVectorLayer(percorso, "riletto", "ogr"))
+        self.assertEqual(vertici(riletto), [self.atteso("EPSG:3857", *angoli)])
+
+
+if __name__ == "__main__":
+    unittest.main()
