@@ -1,29 +1,14 @@
-"""What the plugin's tests stand on: QGIS started headless, an interface
-with a real main window and map canvas, a simulated tablet on a
-pseudo-terminal, and a wait on a condition that keeps Qt's events going."""
+"""What the plugin's headless tests stand on besides banco.py: QGIS started
+offscreen, and an interface with a real main window and map canvas."""
 
-import os
-import subprocess
-import time
-
-from qgis.core import QgsApplication, QgsCoordinateReferenceSystem
+from qgis.core import QgsCoordinateReferenceSystem
 from qgis.gui import QgsMapCanvas
 from qgis.PyQt.QtCore import QCoreApplication, QEvent
 from qgis.PyQt.QtWidgets import QMainWindow
 from qgis.testing import start_app
 
+
 APP = start_app()
-ATTESA = float(os.environ.get("VELMARIN_ATTESA", "15"))
-
-
-def attendi(condizione, secondi=ATTESA):
-    """Runs Qt's events until `condizione()` holds; AssertionError after `secondi`."""
-    fine = time.monotonic() + secondi
-    while not condizione():
-        if time.monotonic() > fine:
-            raise AssertionError("waited %g s in vain for %s" % (secondi, getattr(condizione, "__doc__", "")))
-        QCoreApplication.processEvents()
-        time.sleep(0.005)
 
 
 def elimina_rimandati():
@@ -68,32 +53,3 @@ class InterfacciaFinta:
 
     def activeLayer(self):
         return self.strato
-
-
-class Simulatore:
-    """velmarin-sim for model 5, played line by line: "x y button" states,
-    one every 20 ms."""
-
-    def __init__(self):
-        self.processo = subprocess.Popen([os.environ["VELMARIN_SIM"], "--model", "5", "--step", "20", "--file", "-"],
-                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-        self.dispositivo = self.processo.stdout.readline().strip()
-
-    def _stati(self, *righe):
-        self.processo.stdin.write("".join("%d %d %d\n" % r for r in righe))
-        self.processo.stdin.flush()
-
-    def sposta(self, x, y):
-        # Two states: a gather of the library may straddle two and show the second only.
-        self._stati((x, y, 0), (x, y, 0))
-
-    def premi(self, x, y, bottone):
-        self.sposta(x, y)
-        self._stati(*[(x, y, bottone)] * 3)
-        self.sposta(x, y)
-
-    def chiudi(self):
-        self.processo.stdin.close()
-        self.processo.kill()
-        self.processo.wait()
-        self.processo.stdout.close()

@@ -11,7 +11,8 @@ os.environ["XDG_CONFIG_HOME"] = os.environ["XDG_DATA_HOME"] = _CASA
 
 import unittest  # noqa: E402
 
-from ambiente import InterfacciaFinta, Simulatore, attendi, elimina_rimandati  # noqa: E402
+from ambiente import InterfacciaFinta, elimina_rimandati  # noqa: E402
+from banco import LIMITI, MONTE_MARIO, PUNTI, Simulatore, attendi, imposta_su, terreno  # noqa: E402
 from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
                        QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
@@ -21,20 +22,7 @@ from qgis.PyQt.QtWidgets import QDialogButtonBox  # noqa: E402
 
 import velmarin  # noqa: E402
 from velmarin_qgis import classFactory, impostazioni  # noqa: E402
-from velmarin_qgis.dialogo_impostazione import record_del_modello  # noqa: E402
 from velmarin_qgis.ponte import Ponte  # noqa: E402
-
-PORTA = 7
-# Buttons: 1 Confirm, 2 polyline point by point, 3 line point by point, 4 Cancel.
-FUNZIONI = [1, 6, 4, 8] + [0] * 12
-LIMITI = dict(limitiDefiniti=True, xMin=0, yMin=0, xMax=40000, yMax=40000)
-MONTE_MARIO = "EPSG:3003"  # Gauss-Boaga, west zone: East 1500000 + ..., North 5000000 + ...
-
-
-def terreno(x, y):
-    """The sheet under the tablet: 0.05 ground units per count."""
-    return 1500000 + 0.05 * x, 5000000 + 0.05 * y
-
 
 def trasforma(da, a, punto):
     return QgsCoordinateTransform(QgsCoordinateReferenceSystem(da), QgsCoordinateReferenceSystem(a),
@@ -46,9 +34,7 @@ class ConIlPlugin(unittest.TestCase):
 
     def setUp(self):
         self.sim = Simulatore()
-        record = record_del_modello(5)
-        record.update(funzBott=FUNZIONI, numBottoni=16, **LIMITI)
-        impostazioni.scrivi(impostazioni.Impostazione(5, PORTA, self.sim.dispositivo, record))
+        imposta_su(self.sim.dispositivo)
         self.iface = InterfacciaFinta()
         self.plugin = classFactory(self.iface)
         self.plugin.initGui()
@@ -95,7 +81,7 @@ class Carica(ConIlPlugin):
 
 
 class CalibraPunti(ConIlPlugin):
-    PUNTI = ((2000, 3000), (36000, 4000), (34000, 35000), (5000, 33000))
+    PUNTI = PUNTI
 
     def prendi(self, dialogo, x, y, est, nord):
         righe = len(dialogo.controllo.righe)
@@ -231,11 +217,7 @@ def vertici(strato):
 class Digitalizza(ConIlPlugin):
     def setUp(self):
         super().setUp()
-        imp = impostazioni.leggi()
-        imp.calibrazione = {"kind": "points", "crs": MONTE_MARIO,
-                            "points": [[x, y, *terreno(x, y)] for x, y in CalibraPunti.PUNTI]}
-        impostazioni.scrivi(imp)
-        self.plugin.impostazione = imp
+        self.plugin.impostazione = imposta_su(self.sim.dispositivo, calibrata=True)
         self.iface.canvas.setDestinationCrs(QgsCoordinateReferenceSystem(MONTE_MARIO))
         self.iface.canvas.setExtent(QgsGeometry.fromWkt("POINT(1501000 5001000)").buffer(300, 4).boundingBox())
 

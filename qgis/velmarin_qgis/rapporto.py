@@ -17,7 +17,10 @@ COLONNE = ("X", "Y", "East", "North", "dE", "dN", "Leave-one-out dE", "Leave-one
 
 
 def numero(v, cifre=3):
-    return "" if v is None else "%.*f" % (cifre, v)
+    if v is None:
+        return ""
+    testo = "%.*f" % (cifre, v)
+    return testo.lstrip("-") if float(testo) == 0 else testo  # never "-0.0000"
 
 
 def riassunto(rapporto, quanti_punti=None):
