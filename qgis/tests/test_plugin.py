@@ -12,7 +12,7 @@ os.environ["XDG_CONFIG_HOME"] = os.environ["XDG_DATA_HOME"] = _CASA
 import unittest  # noqa: E402
 
 from ambiente import InterfacciaFinta, elimina_rimandati  # noqa: E402
-from banco import LIMITI, MONTE_MARIO, PUNTI, Simulatore, attendi, imposta_su, terreno  # noqa: E402
+from banco import LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, imposta_su, terreno  # noqa: E402
 from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
                        QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
@@ -22,6 +22,7 @@ from qgis.PyQt.QtWidgets import QDialogButtonBox  # noqa: E402
 
 import velmarin  # noqa: E402
 from velmarin_qgis import classFactory, impostazioni  # noqa: E402
+from velmarin_qgis.dialogo_impostazione import DialogoImpostazione  # noqa: E402
 from velmarin_qgis.ponte import Ponte  # noqa: E402
 
 def trasforma(da, a, punto):
@@ -33,6 +34,7 @@ class ConIlPlugin(unittest.TestCase):
     """A plugin loaded into a fresh interface, its set-up on a fresh simulator."""
 
     def setUp(self):
+        Ponte.fuori_thread = 0
         self.sim = Simulatore()
         imposta_su(self.sim.dispositivo)
         self.iface = InterfacciaFinta()
@@ -50,6 +52,18 @@ class ConIlPlugin(unittest.TestCase):
 
 
 class Carica(ConIlPlugin):
+    def test_a_lost_line_is_opened_again(self):
+        self.assertIsNotNone(self.plugin.punti())
+        self.sim.chiudi()  # the adapter pulled during a calibration
+        attendi(lambda: self.plugin.tavoletta.line_state == "lost")
+        self.plugin.ferma()
+        self.sim = Simulatore()  # and put back, where the set-up now finds it
+        velmarin.map_port(PORTA, self.sim.dispositivo)
+        dialogo = self.plugin.punti()
+        self.assertIn("line open", self.stato())
+        self.sim.premi(2000, 3000, 1)
+        attendi(lambda: dialogo.controllo.righe)
+
     def test_toolbar_menu_and_status_come_and_go(self):
         barra = self.iface.finestra.findChild(type(self.plugin.barra), "velmarinTablet")
         testi = [a.text() for a in barra.actions() if a.text()]
@@ -165,12 +179,58 @@ class CalibraPunti(ConIlPlugin):
         self.assertAlmostEqual(dialogo.controllo.righe[3][3], 5001000, delta=0.01)
         self.assertEqual(dialogo.controllo.usate, [0, 1, 2, 3])
 
+        # Point 3 pressed again after point 1 went: the press still finds it.
+        dialogo.tabella.selectRow(2)
+        dialogo.rifai.click()
+        r = dialogo.controllo.rapporto  # of rows 0, 1 and 3, shown beside them
+        self.assertEqual(dialogo.tabella.item(2, 4).text(), "")
+        for riga, p in zip((0, 1, 3), r.points):
+            self.assertAlmostEqual(float(dialogo.tabella.item(riga, 4).text()), p.residual_east, delta=5e-5)
         dialogo.tabella.selectRow(0)
         dialogo.rimuovi.click()
-        self.assertEqual([r[:2] for r in dialogo.controllo.righe], [[30000, 5000], [34000, 35000], [20000, 20000]])
+        self.sim.premi(33000, 36000, 1)
+        attendi(lambda: dialogo.controllo.attesa is None)
+        self.assertEqual([r[:2] for r in dialogo.controllo.righe], [[30000, 5000], [33000, 36000], [20000, 20000]])
         dialogo.pulsanti.button(QDialogButtonBox.Cancel).click()
         self.assertIsNone(impostazioni.leggi().calibrazione)
         self.assertIn("not calibrated", self.stato())
+
+
+class Imposta(ConIlPlugin):
+    def test_the_dialog_lists_the_port_and_brings_a_new_models_settings(self):
+        imp = imposta_su(self.sim.dispositivo, calibrata=True)
+        dialogo = DialogoImpostazione(imp)
+        voce = dialogo.porta.currentText()
+        self.assertTrue(voce.startswith("COM7  " + self.sim.dispositivo), voce)
+        self.assertEqual(dialogo.risultato(), imp)  # shown as stored, given back as shown
+
+        dialogo.modello.setCurrentIndex(dialogo.modello.findData(2))
+        dialogo.bottoni.setValue(3)
+        self.assertEqual([c.isEnabled() for c in dialogo.funzioni[2:4]], [True, False])
+        dialogo.funzioni[2].setCurrentIndex(dialogo.funzioni[2].findData(8))
+        dialogo.reset.setChecked(False)
+        nuova = dialogo.risultato()
+        atteso = dict(velmarin.model_settings(2), numBottoni=3, reset=1)
+        atteso["funzBott"][2] = 8
+        self.assertEqual(nuova.record, {k: atteso[k] for k in nuova.record})
+        self.assertEqual((nuova.modello, nuova.porta, nuova.calibrazione), (2, PORTA, None))
+
+
+class CalibraDiNuovo(ConIlPlugin):
+    def test_a_calibration_given_up_leaves_the_one_in_force(self):
+        self.plugin.impostazione = imposta_su(self.sim.dispositivo, calibrata=True)
+        dialogo = self.plugin.punti()
+        prima = self.plugin.tavoletta.to_ground(20000, 20000)
+        for x, y in PUNTI[:3]:  # fitted on the tablet in use as they come
+            self.sim.premi(x, y, 1)
+            attendi(lambda: dialogo.controllo.attesa is None and len(dialogo.controllo.righe) == PUNTI.index((x, y)) + 1)
+            dialogo.est.setText("%r" % (terreno(x, y)[0] + 500))
+            dialogo.nord.setText("%r" % terreno(x, y)[1])
+            dialogo.imposta.click()
+        self.assertNotEqual(self.plugin.tavoletta.to_ground(20000, 20000), prima)
+        dialogo.pulsanti.button(QDialogButtonBox.Cancel).click()
+        self.assertEqual(self.plugin.tavoletta.to_ground(20000, 20000), prima)
+        self.assertEqual(impostazioni.leggi().calibrazione["points"][0][2], terreno(*PUNTI[0])[0])
 
 
 class CalibraGriglia(ConIlPlugin):
@@ -188,7 +248,8 @@ class CalibraGriglia(ConIlPlugin):
                 attendi(lambda: len(dialogo.nodi) == 5)
                 self.sim.premi(x, y, 4)
                 attendi(lambda: len(dialogo.nodi) == 4)
-            self.assertIn("Node %d of 9" % (k + 1), dialogo.stato.text())
+            self.assertIn("Node %d of 9: press East %.3f, North %.3f" % (k + 1, 1500000 + 1000 * (k % 3), 5002000 - 1000 * (k // 3)),
+                          dialogo.stato.text())
             self.sim.premi(x, y, 1)
             attendi(lambda: len(dialogo.nodi) == k + 1)
         self.assertEqual(dialogo.nodi, nodi)
@@ -232,14 +293,19 @@ class Digitalizza(ConIlPlugin):
 
     def test_points_lines_and_undo_in_memory_layers_of_their_own_crs(self):
         punti = strato_memoria("Point", "EPSG:4326", "pozzi")
-        linee = strato_memoria("LineString", MONTE_MARIO, "fossi")
+        punti.rollBack()
+        self.iface.strato = punti
+        self.assertIsNone(self.plugin.digitalizza())
+        self.assertIn("Toggle editing on \u201cpozzi\u201d", self.iface.barra.messaggi[-1])
+        punti.startEditing()
+        linee = strato_memoria("MultiLineString", MONTE_MARIO, "fossi")
         sessione = self.digitalizza(punti)
         self.assertIn("digitizing into \u201cpozzi\u201d", self.stato())
         self.sim.premi(20000, 20000, 1)
         attendi(lambda: punti.featureCount() == 1)
         self.sim.premi(4000, 4000, 3)  # a line into a point layer
         self.sim.premi(8000, 4000, 1)
-        attendi(lambda: self.iface.barra.messaggi)
+        attendi(lambda: len(self.iface.barra.messaggi) == 2)
         self.assertIn("A line cannot go into \u201cpozzi\u201d, which holds points", self.iface.barra.messaggi[-1])
         self.assertEqual(vertici(punti), [self.atteso("EPSG:4326", (20000, 20000))])
         self.assertIs(self.plugin.attivita, sessione)
@@ -257,6 +323,7 @@ class Digitalizza(ConIlPlugin):
         self.sim.premi(8000, 12000, 4)
         attendi(lambda: linee.featureCount() == 1)
         self.assertEqual(vertici(linee), [self.atteso(MONTE_MARIO, (4000, 8000), (8000, 8000), (8000, 12000))])
+        self.assertEqual([f.geometry().wkbType() for f in linee.getFeatures()], [linee.wkbType()])
         self.assertEqual(sessione.banda.numberOfVertices(), 0)
         self.assertEqual(sessione.marcatore.center(), QgsPointXY(*terreno(8000, 12000)))
 

@@ -5,8 +5,8 @@ dialog or a digitizing session; Stop ends it."""
 import os
 
 import velmarin
-from qgis.core import Qgis, QgsProject
-from qgis.PyQt.QtCore import QCoreApplication
+from qgis.core import Qgis, QgsProject, QgsSettings
+from qgis.PyQt.QtCore import QCoreApplication, QTranslator
 from qgis.PyQt.QtGui import QIcon
 from qgis.PyQt.QtWidgets import QAction, QLabel, QMenu
 
@@ -44,6 +44,7 @@ class PluginVelmarin:
 
     # QGIS's calls.
     def initGui(self):
+        self._traduzione()
         finestra = self.iface.mainWindow()
         self.barra = self.iface.addToolBar(tr("Tablet"))
         self.barra.setObjectName("velmarinTablet")
@@ -72,6 +73,17 @@ class PluginVelmarin:
         self.menu.deleteLater()
         self.barra.deleteLater()
         self.ponte.scollega(self.ponte.errore, self._errore_richiamo)
+        if self.traduttore is not None:
+            QCoreApplication.removeTranslator(self.traduttore)
+
+    def _traduzione(self):
+        """The texts are English; i18n/velmarin_qgis_<language>.qm, made with
+        Qt Linguist, translates them into the user's QGIS language."""
+        lingua = (QgsSettings().value("locale/userLocale", "", type=str) or "")[:2]
+        percorso = os.path.join(os.path.dirname(__file__), "i18n", "velmarin_qgis_%s.qm" % lingua)
+        self.traduttore = QTranslator() if os.path.isfile(percorso) else None
+        if self.traduttore is not None and self.traduttore.load(percorso):
+            QCoreApplication.installTranslator(self.traduttore)
 
     # The actions.
     def imposta(self):
