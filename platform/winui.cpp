@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <thread>
 
 #include "platform/sistema.h"
 
@@ -71,12 +70,12 @@ std::uint32_t GetTickCount()
     return SistemaTick();
 }
 
+// With an injected tick no real time needs to pass: each read moves it on.
+// A yield there would give the processor away on every read, and a wait of
+// two seconds would take thousands of time slices on a loaded machine.
 void CediTick()
 {
-    if (sorgenteTick.load())
-        std::this_thread::yield();
-    else
-        SistemaAttesa(1);
+    if (!sorgenteTick.load()) SistemaAttesa(1);
 }
 
 void Sleep(std::uint32_t ms) { SistemaAttesa(ms); }
