@@ -96,6 +96,10 @@ void ChiudiLinea(TIODevInfo& d);
 // The platform's primitives under the shared resume of delivery.
 void SvuotaCode(const TIODevInfo& d);      // drops both queues and any transfer under way
 void SvegliaLettore(const TIODevInfo& d);  // wakes the reader from any wait of its own
+// True when the open port reports itself failed (hung up, device gone) with
+// nothing left to read; asked without waiting, while delivery is held and the
+// reader does not watch the port.
+bool PortaGuasta(const TIODevInfo& d);
 
 // How a platform's reader waits. The shared loop asks it to wait for the
 // port while delivery is on, and for a wake-up alone while it is held.

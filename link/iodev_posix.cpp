@@ -168,6 +168,12 @@ int ApriEsclusivo(const TIODevInfo& d)
 
 void SvuotaCode(const TIODevInfo& d) { Svuota(Fd(d.hCom), TCIOFLUSH); }
 
+bool PortaGuasta(const TIODevInfo& d)
+{
+    pollfd p{Fd(d.hCom), 0, 0};  // no events asked: the faults come all the same
+    return poll(&p, 1, 0) > 0 && (p.revents & (POLLHUP | POLLERR | POLLNVAL)) && InCoda(p.fd) == 0;
+}
+
 void SvegliaLettore(const TIODevInfo& d)
 {
     if (d.sveglia < 0) return;

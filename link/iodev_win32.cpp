@@ -175,6 +175,13 @@ TServiziComm serviziComm = {::ClearCommError, ::WaitCommEvent};
 
 void SvuotaCode(const TIODevInfo& d) { PurgeComm(H(d.hCom), tutteLeCode); }
 
+bool PortaGuasta(const TIODevInfo& d)
+{
+    DWORD errori = 0;
+    COMSTAT stato{};
+    return !serviziComm.ClearCommError(H(d.hCom), &errori, &stato);  // the device is gone
+}
+
 void SvegliaLettore(const TIODevInfo& d)
 {
     if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));

@@ -113,6 +113,9 @@ void BoxGuastoLettore()
 TStatoLinea IODevStatoLinea()
 {
     if (!devInfo || !devInfo->attivo) return lineaChiusa;
+    // A held reader does not watch the port: a line lost meanwhile (the
+    // adapter pulled while no one listened) is found here.
+    if (!devInfo->persa && !devInfo->abilitato && PortaGuasta(*devInfo)) devInfo->persa = 1;
     return devInfo->persa ? lineaPersa : lineaAperta;
 }
 

@@ -225,6 +225,7 @@ class SuUnaLinea(unittest.TestCase):
         a, t = self.ascolto, self.tavoletta
         t.listen(on_button=lambda b, x, y: a.aggiungi(a.eventi, ("button", b, x, y)))
         self.assertEqual(t.line_state, "open")
+        t.stop()  # gone while no one listens: the reader does not watch the port then
         self.pty.chiudi()
         fine = time.monotonic() + 5
         while t.line_state != "lost" and time.monotonic() < fine:

@@ -7,6 +7,7 @@ import os
 import subprocess
 import time
 
+from qgis.core import QgsEditFormConfig, QgsProject, QgsVectorLayer
 from qgis.PyQt.QtCore import QCoreApplication
 from velmarin_qgis import impostazioni
 from velmarin_qgis.dialogo_impostazione import record_del_modello
@@ -46,6 +47,21 @@ def attendi(condizione, secondi=ATTESA):
             raise AssertionError("waited %g s in vain for %s" % (secondi, _testo(condizione)))
         QCoreApplication.processEvents()
         time.sleep(0.005)
+
+
+def in_modifica(strato):
+    """`strato` in the project (which frees it), in editing, its attribute
+    form never shown: digitizing adds features without a question."""
+    modulo = strato.editFormConfig()
+    modulo.setSuppress(QgsEditFormConfig.SuppressOn)
+    strato.setEditFormConfig(modulo)
+    QgsProject.instance().addMapLayer(strato)
+    strato.startEditing()
+    return strato
+
+
+def strato_memoria(geometria, crs, nome):
+    return in_modifica(QgsVectorLayer("%s?crs=%s&field=nome:string" % (geometria, crs), nome, "memory"))
 
 
 def _testo(condizione):

@@ -13,25 +13,14 @@ import traceback
 SORGENTI = os.environ["VELMARIN_SORGENTI"]
 sys.path[:0] = [os.path.join(SORGENTI, d) for d in ("python", "qgis", os.path.join("qgis", "tests"))]
 
-from qgis.core import (QgsCoordinateReferenceSystem, QgsEditFormConfig, QgsProject,  # noqa: E402
-                       QgsRectangle, QgsVectorLayer)
+from qgis.core import QgsCoordinateReferenceSystem, QgsProject, QgsRectangle  # noqa: E402
 from qgis.PyQt.QtCore import QTimer  # noqa: E402
 from qgis.PyQt.QtWidgets import QDialogButtonBox, QToolBar  # noqa: E402
 from qgis.utils import iface  # noqa: E402
 
-from banco import MONTE_MARIO, PUNTI, Simulatore, attendi, imposta_su, terreno  # noqa: E402
+from banco import MONTE_MARIO, PUNTI, Simulatore, attendi, imposta_su, strato_memoria, terreno  # noqa: E402
 from velmarin_qgis import classFactory  # noqa: E402
 from velmarin_qgis.dialogo_impostazione import DialogoImpostazione  # noqa: E402
-
-
-def strato(geometria, nome):
-    s = QgsVectorLayer("%s?crs=%s&field=nome:string" % (geometria, MONTE_MARIO), nome, "memory")
-    modulo = s.editFormConfig()
-    modulo.setSuppress(QgsEditFormConfig.SuppressOn)
-    s.setEditFormConfig(modulo)
-    QgsProject.instance().addMapLayer(s)
-    s.startEditing()
-    return s
 
 
 def digitalizza(plugin, sim, s, pressioni):
@@ -74,7 +63,8 @@ def prova(esito):
         esito["calibrated"] = plugin.tavoletta.is_calibrated
 
         iface.mapCanvas().setExtent(QgsRectangle(*terreno(0, 0), *terreno(40000, 40000)))
-        pozzi, fossi, lotti = strato("Point", "wells"), strato("LineString", "ditches"), strato("Polygon", "plots")
+        pozzi, fossi, lotti = (strato_memoria(g, MONTE_MARIO, n) for g, n in
+                               (("Point", "wells"), ("LineString", "ditches"), ("Polygon", "plots")))
         digitalizza(plugin, sim, pozzi, [(20000, 20000, 1)])
         digitalizza(plugin, sim, fossi, [(4000, 8000, 2), (16000, 9000, 1), (26000, 15000, 1), (30000, 26000, 1),
                                          (30000, 26000, 4)])

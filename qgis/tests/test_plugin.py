@@ -12,8 +12,9 @@ os.environ["XDG_CONFIG_HOME"] = os.environ["XDG_DATA_HOME"] = _CASA
 import unittest  # noqa: E402
 
 from ambiente import InterfacciaFinta, elimina_rimandati  # noqa: E402
-from banco import LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, imposta_su, terreno  # noqa: E402
-from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
+from banco import (LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, imposta_su, in_modifica,  # noqa: E402
+                   strato_memoria, terreno)
+from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform,  # noqa: E402
                        QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
 from qgis.PyQt.QtCore import QPoint, Qt  # noqa: E402
@@ -261,16 +262,6 @@ class CalibraGriglia(ConIlPlugin):
             self.assertAlmostEqual(valore, atteso, delta=1e-4)
 
 
-def strato_memoria(geometria, crs, nome):
-    strato = QgsVectorLayer("%s?crs=%s&field=nome:string" % (geometria, crs), nome, "memory")
-    modulo = strato.editFormConfig()
-    modulo.setSuppress(QgsEditFormConfig.SuppressOn)
-    strato.setEditFormConfig(modulo)
-    QgsProject.instance().addMapLayer(strato)
-    strato.startEditing()
-    return strato
-
-
 def vertici(strato):
     return [[(round(p.x(), 6), round(p.y(), 6)) for p in f.geometry().vertices()] for f in strato.getFeatures()]
 
@@ -345,11 +336,7 @@ class Digitalizza(ConIlPlugin):
         opzioni.driverName = "GPKG"
         esito = QgsVectorFileWriter.writeAsVectorFormatV2(vuoto, percorso, QgsProject.instance().transformContext(), opzioni)
         self.assertEqual(esito[0], QgsVectorFileWriter.NoError, esito)
-        lotti = QgsProject.instance().addMapLayer(QgsVectorLayer(percorso, "lotti", "ogr"))  # freed with the project
-        modulo = lotti.editFormConfig()
-        modulo.setSuppress(QgsEditFormConfig.SuppressOn)
-        lotti.setEditFormConfig(modulo)
-        lotti.startEditing()
+        lotti = in_modifica(QgsVectorLayer(percorso, "lotti", "ogr"))
         self.digitalizza(lotti)
         self.sim.premi(20000, 20000, 1)  # a point: refused by a polygon layer
         angoli = ((10000, 10000), (14000, 10000), (14000, 14000), (10000, 14000), (10000, 10000))
