@@ -16,11 +16,18 @@ if [ ! -f "$prefisso/.pronto" ]; then
   mkdir -p "$(dirname "$prefisso")"
   (
     flock 9
-    if [ ! -f "$prefisso/.pronto" ]; then
-      "$loader" wineboot --init >/dev/null 2>&1
-      wineserver -w
-      touch "$prefisso/.pronto"
-    fi
+    # On a busy machine wineboot now and then gives up half-way; the prefix
+    # it left is completed by another run. The last failure is shown.
+    for prova in 1 2 3; do
+      [ -f "$prefisso/.pronto" ] && break
+      if "$loader" wineboot --init >"$prefisso.boot.log" 2>&1 && wineserver -w; then
+        touch "$prefisso/.pronto"
+      elif [ "$prova" = 3 ]; then
+        echo "esegui_wine: wineboot failed three times:" >&2
+        cat "$prefisso.boot.log" >&2
+        exit 1
+      fi
+    done
   ) 9>"$prefisso.lock"
 fi
 exec "$loader" "$@"

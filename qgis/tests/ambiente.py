@@ -2,13 +2,14 @@
 offscreen, and an interface with a real main window and map canvas."""
 
 from qgis.core import QgsCoordinateReferenceSystem
-from qgis.gui import QgsMapCanvas
+from qgis.gui import QgsGui, QgsMapCanvas
 from qgis.PyQt.QtCore import QCoreApplication, QEvent
 from qgis.PyQt.QtWidgets import QMainWindow
 from qgis.testing import start_app
 
 
 APP = start_app()
+QgsGui.editorWidgetRegistry().initEditors()  # QGIS's own start does it: the attribute forms' editors
 
 
 def elimina_rimandati():

@@ -14,12 +14,13 @@ import unittest  # noqa: E402
 from ambiente import InterfacciaFinta, elimina_rimandati  # noqa: E402
 from banco import (LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, imposta_su, in_modifica,  # noqa: E402
                    strato_memoria, terreno)
-from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform,  # noqa: E402
+from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
                        QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
 from qgis.PyQt.QtCore import QPoint, Qt  # noqa: E402
 from qgis.PyQt.QtTest import QTest  # noqa: E402
-from qgis.PyQt.QtWidgets import QDialogButtonBox  # noqa: E402
+from qgis.gui import QgsAttributeDialog  # noqa: E402
+from qgis.PyQt.QtWidgets import QApplication, QDialogButtonBox, QLineEdit  # noqa: E402
 
 import velmarin  # noqa: E402
 from velmarin_qgis import classFactory, impostazioni  # noqa: E402
@@ -262,8 +263,12 @@ class CalibraGriglia(ConIlPlugin):
             self.assertAlmostEqual(valore, atteso, delta=1e-4)
 
 
+def vertici_di(elemento):
+    return [(round(p.x(), 6), round(p.y(), 6)) for p in elemento.geometry().vertices()]
+
+
 def vertici(strato):
-    return [[(round(p.x(), 6), round(p.y(), 6)) for p in f.geometry().vertices()] for f in strato.getFeatures()]
+    return [vertici_di(f) for f in strato.getFeatures()]
 
 
 class Digitalizza(ConIlPlugin):
@@ -326,6 +331,28 @@ class Digitalizza(ConIlPlugin):
         self.sim.premi(39000, 39000, 4)  # Cancel with nothing open ends the session
         attendi(lambda: self.plugin.attivita is None)
         self.assertNotIn("not calibrated", self.stato())
+        self.assertNotIn("digitizing", self.stato())
+
+    def test_the_attribute_form_asks_and_adds_the_feature(self):
+        pozzi = strato_memoria("Point", MONTE_MARIO, "pozzi")
+        modulo = pozzi.editFormConfig()
+        modulo.setSuppress(QgsEditFormConfig.SuppressOff)
+        pozzi.setEditFormConfig(modulo)
+        self.digitalizza(pozzi)
+        self.sim.premi(20000, 20000, 1)
+        attendi(lambda: [w for w in QApplication.topLevelWidgets() if isinstance(w, QgsAttributeDialog)])
+        dialogo = next(w for w in QApplication.topLevelWidgets() if isinstance(w, QgsAttributeDialog))
+        self.assertEqual(pozzi.featureCount(), 0)  # not before the form's OK
+        QTest.keyClicks(dialogo.findChild(QLineEdit, "nome"), "P1")  # the field's editor, as the user types
+        dialogo.accept()
+        self.assertEqual([(f["nome"], vertici_di(f)) for f in pozzi.getFeatures()],
+                         [("P1", self.atteso(MONTE_MARIO, (20000, 20000)))])
+
+    def test_removing_the_layer_ends_the_session(self):
+        fossi = strato_memoria("LineString", MONTE_MARIO, "fossi")
+        self.digitalizza(fossi)
+        QgsProject.instance().removeMapLayer(fossi)
+        self.assertIsNone(self.plugin.attivita)
         self.assertNotIn("digitizing", self.stato())
 
     def test_a_polygon_into_a_geopackage_in_web_mercator(self):

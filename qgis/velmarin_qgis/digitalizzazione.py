@@ -27,13 +27,17 @@ def strato_adatto(strato):
 
 class Digitalizzatore(QObject):
     rifiutato = pyqtSignal(str)   # a feature the layer could not take, and why
-    aggiunto = pyqtSignal(int)    # the layer's (temporary) id of a feature added
     terminato = pyqtSignal()      # the session is over
 
     def __init__(self, iface, tavoletta, ponte, crs, strato, passo, tolleranza):
+        """VelmarinError, with nothing left behind, when the tablet refuses
+        a session (no calibration, or a distance the session refuses)."""
         super().__init__()
         self.iface, self.canvas, self.ponte = iface, iface.mapCanvas(), ponte
         self.crs, self.strato = crs, strato
+        self.sessione = tavoletta.digitize(
+            on_feature=ponte.elemento.emit, on_move=ponte.puck.emit, on_change=ponte.cambio.emit,
+            on_end=ponte.fine.emit, on_error=ponte.su_errore, free_distance=passo, closing_tolerance=tolleranza)
         self.marcatore = QgsVertexMarker(self.canvas)
         self.marcatore.setIconType(QgsVertexMarker.ICON_CROSS)
         self.marcatore.setColor(QColor(200, 30, 30))
@@ -44,9 +48,7 @@ class Digitalizzatore(QObject):
                               (ponte.puck, self.su_puck), (ponte.fine, self.ferma))
         for segnale, slot in self._collegamenti:
             ponte.collega(segnale, slot)
-        self.sessione = tavoletta.digitize(
-            on_feature=ponte.elemento.emit, on_move=ponte.puck.emit, on_change=ponte.cambio.emit,
-            on_end=ponte.fine.emit, on_error=ponte.su_errore, free_distance=passo, closing_tolerance=tolleranza)
+        strato.willBeDeleted.connect(self.ferma)  # the layer removed from the project: nowhere to digitize
 
     def annulla_vertice(self):
         """Takes back the open feature's last vertex; False with none open."""
@@ -60,6 +62,10 @@ class Digitalizzatore(QObject):
         self.sessione = None
         for segnale, slot in self._collegamenti:
             self.ponte.scollega(segnale, slot)
+        try:
+            self.strato.willBeDeleted.disconnect(self.ferma)
+        except (RuntimeError, TypeError):  # ended by that signal: the layer is going, its signals with it
+            pass
         for oggetto in (self.marcatore, self.banda):
             self.canvas.scene().removeItem(oggetto)
         # Out of the scene they are Python's: freed now, while QGIS stands.
@@ -127,7 +133,6 @@ class Digitalizzatore(QObject):
         s.beginEditCommand("Tablet feature")
         if s.addFeature(elemento):
             s.endEditCommand()
-            self.aggiunto.emit(elemento.id())
         else:
             s.destroyEditCommand()
             self.rifiutato.emit("\u201c%s\u201d did not take the feature." % s.name())

@@ -116,8 +116,11 @@ class PluginVelmarin:
             return self._avvisa(tr("Calibrate the tablet first."))
         self.ferma()
         crs = crs_da(self.impostazione.calibrazione.get("crs"))
-        self.attivita = Digitalizzatore(self.iface, t, self.ponte, crs, strato,
-                                        self.impostazione.passo_libero, self.impostazione.tolleranza)
+        try:
+            self.attivita = Digitalizzatore(self.iface, t, self.ponte, crs, strato,
+                                            self.impostazione.passo_libero, self.impostazione.tolleranza)
+        except (velmarin.VelmarinError, ValueError) as errore:
+            return self._avvisa(tr("Digitizing could not start: %s") % errore)
         self.attivita.rifiutato.connect(self._avvisa)
         self.attivita.terminato.connect(self._finita)
         self.aggiorna()
