@@ -52,6 +52,9 @@ std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo-
 
 int IODevOpen(TDigitLink& link)
 {
+    // Open already in this process: refused, and the running reader's
+    // record is left alone (its gather, its handle).
+    if (devInfo && devInfo->hCom != nessunOggetto) return AvviaConnessione(*devInfo, link);
     link.numAccum = 0;
     if (!devInfo) return 0;
     SegnalaRipresa();  // a new line: nothing read before counts
