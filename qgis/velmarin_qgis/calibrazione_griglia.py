@@ -8,7 +8,8 @@ from qgis.gui import QgsProjectionSelectionWidget
 from qgis.PyQt.QtWidgets import (QDialog, QDialogButtonBox, QDoubleSpinBox, QFormLayout, QLabel, QPushButton,
                                  QSpinBox, QVBoxLayout)
 
-from .calibrazione_punti import CONFERMA, _nome_crs
+from .calibrazione_punti import CONFERMA
+from .impostazioni import nome_crs
 from .ponte import sul_principale
 from .rapporto import TabellaResidui, riassunto
 
@@ -74,7 +75,7 @@ class DialogoGriglia(QDialog):
         if self.rapporto is None:
             return None
         return {"kind": "grid", "grid": self.parametri(), "nodes": [list(n) for n in self.nodi],
-                "crs": _nome_crs(self.crs())}
+                "crs": nome_crs(self.crs())}
 
     def inizia(self):
         if self.passo_est.value() == 0 or self.passo_nord.value() == 0:

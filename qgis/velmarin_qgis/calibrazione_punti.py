@@ -2,13 +2,13 @@
 and given its ground coordinates by typing them, by clicking it on the map,
 or from a selected feature of a point layer; the residuals after each one."""
 
-from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsMapLayerProxyModel,
-                       QgsPointXY, QgsProject)
+from qgis.core import QgsCoordinateTransform, QgsMapLayerProxyModel, QgsPointXY, QgsProject
 from qgis.gui import QgsMapLayerComboBox, QgsMapToolEmitPoint, QgsProjectionSelectionWidget
 from qgis.PyQt.QtGui import QDoubleValidator
 from qgis.PyQt.QtWidgets import (QDialog, QDialogButtonBox, QGridLayout, QHBoxLayout, QLabel, QLineEdit,
                                  QPushButton, QVBoxLayout)
 
+from .impostazioni import nome_crs
 from .ponte import sul_principale
 from .punti_controllo import PuntiControllo
 from .rapporto import TabellaResidui, riassunto
@@ -92,7 +92,7 @@ class DialogoPunti(QDialog):
         """The calibration as the set-up keeps it; None before a fit."""
         if self.controllo.rapporto is None:
             return None
-        return {"kind": "points", "points": [list(p) for p in self.controllo.punti()], "crs": _nome_crs(self.crs())}
+        return {"kind": "points", "points": [list(p) for p in self.controllo.punti()], "crs": nome_crs(self.crs())}
 
     # The tablet.
     @sul_principale
@@ -170,11 +170,3 @@ class DialogoPunti(QDialog):
         self.sommario.setText(testo)
         self.pulsanti.button(QDialogButtonBox.Ok).setEnabled(c.rapporto is not None and c.attesa is None)
 
-
-def _nome_crs(crs):
-    """What QgsCoordinateReferenceSystem() takes back: the authority id, else the WKT."""
-    return crs.authid() or crs.toWkt()
-
-
-def crs_da(nome):
-    return QgsCoordinateReferenceSystem(nome) if nome else QgsCoordinateReferenceSystem()

@@ -8,7 +8,7 @@ and fitted again when the tablet is made."""
 import dataclasses
 import json
 
-from qgis.core import QgsSettings
+from qgis.core import QgsCoordinateReferenceSystem, QgsSettings
 
 CHIAVE = "velmarin/setup"
 
@@ -43,3 +43,12 @@ def leggi():
 
 def scrivi(impostazione):
     QgsSettings().setValue(CHIAVE, json.dumps(dataclasses.asdict(impostazione)))
+
+
+def nome_crs(crs):
+    """A CRS as the set-up keeps it: the authority id, else the WKT."""
+    return crs.authid() or crs.toWkt()
+
+
+def crs_da(nome):
+    return QgsCoordinateReferenceSystem(nome) if nome else QgsCoordinateReferenceSystem()

@@ -11,8 +11,9 @@ from qgis.PyQt.QtGui import QIcon
 from qgis.PyQt.QtWidgets import QAction, QLabel, QMenu
 
 from . import impostazioni, tavoletta
+from .impostazioni import crs_da
 from .calibrazione_griglia import DialogoGriglia
-from .calibrazione_punti import DialogoPunti, crs_da
+from .calibrazione_punti import DialogoPunti
 from .dialogo_impostazione import DialogoImpostazione
 from .digitalizzazione import Digitalizzatore, strato_adatto
 from .ponte import Ponte, sul_principale
