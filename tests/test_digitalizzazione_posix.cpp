@@ -1,8 +1,13 @@
 // Digitizing into a GIS file, read back with GDAL in each format the host
-// is tried with.
+// is tried with: one layer per geometry, typed fields, appending, and a
+// write that fails half way through a session.
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <cstdio>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -21,137 +26,213 @@ namespace {
 #ifdef VELMARIN_CON_GDAL
 
 struct TFormato {
-    const char* nome;       // GDAL's
     const char* estensione;
-    bool crs, attributi;    // the format carries them
-    bool aggiunge;          // GDAL writes back what it reads
+    bool crs;      // the format carries it
+    bool dataOra;  // the time reads back as a date-time
+    // Where points, lines and polygons are read back: file (beside carta.*)
+    // and layer ("" the file's only one).
+    const char* file[3];
+    const char* strati[3];
 };
 
-void PrintTo(const TFormato& f, std::ostream* os) { *os << f.nome; }
+void PrintTo(const TFormato& f, std::ostream* os) { *os << f.estensione; }
+
+// One layer as GDAL reads it back.
+struct TStratoLetto {
+    bool aperto = false;
+    OGRwkbGeometryType geometria = wkbUnknown;
+    OGRFieldType tipoOra = OFTMaxType;
+    bool epsg3003 = false;
+    // "WKT | kind | function | calib_id | button count_x count_y | time".
+    std::vector<std::string> righe;
+};
+
+// The time as "2026-11-23T10:00:00.250", from a date-time or from text.
+std::string Ora(OGRFeature& f, int i)
+{
+    int a = 0, m = 0, g = 0, h = 0, mi = 0, z = 0;
+    float s = 0;
+    double sd = 0;
+    if (f.GetFieldDefnRef(i)->GetType() == OFTDateTime) {
+        f.GetFieldAsDateTime(i, &a, &m, &g, &h, &mi, &s, &z);
+        sd = s;
+    } else if (std::sscanf(f.GetFieldAsString(i), "%d%*c%d%*c%d%*c%d:%d:%lf", &a, &m, &g, &h, &mi, &sd) != 6) {
+        return std::string("unreadable: ") + f.GetFieldAsString(i);
+    }
+    char b[64];
+    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%06.3f", a, m, g, h, mi, sd);
+    return b;
+}
+
+TStratoLetto Leggi(const std::string& percorso, const std::string& nome)
+{
+    TStratoLetto r;
+    std::unique_ptr<GDALDataset> ds(GDALDataset::Open(percorso.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY));
+    OGRLayer* l = !ds ? nullptr : nome.empty() ? ds->GetLayer(0) : ds->GetLayerByName(nome.c_str());
+    if (!l) return r;
+    r.aperto = true;
+    r.geometria = wkbFlatten(l->GetGeomType());
+    const OGRSpatialReference* s = l->GetSpatialRef();
+    r.epsg3003 = s && s->GetAuthorityCode(nullptr) && std::string(s->GetAuthorityCode(nullptr)) == "3003";
+    const int ora = l->GetLayerDefn()->GetFieldIndex("time");
+    if (ora >= 0) r.tipoOra = l->GetLayerDefn()->GetFieldDefn(ora)->GetType();
+    for (auto& f : *l) {
+        char* wkt = nullptr;
+        if (f->GetGeometryRef()) f->GetGeometryRef()->exportToWkt(&wkt);
+        // GDAL hands out numbers as text in one buffer: each is copied first.
+        std::string riga = wkt ? wkt : "no geometry";
+        for (const char* c : {" | kind", " | function", " | calib_id", " | button", " count_x", " count_y"})
+            riga += std::string(c, c[1] == '|' ? 3 : 1) + f->GetFieldAsString(c + (c[1] == '|' ? 3 : 1));
+        r.righe.push_back(riga + " | " + (ora >= 0 ? Ora(*f, ora) : "no time"));
+        CPLFree(wkt);
+    }
+    return r;
+}
+
+TElementoGis Elemento(TGenere g, std::vector<TVertice> v, int funzione, int bottone)
+{
+    TElementoGis e;
+    e.genere = g, e.vertici = std::move(v), e.funzione = funzione, e.bottone = bottone;
+    e.x = 100 + bottone, e.y = -200;
+    // 2026-11-23T10:00:00.250Z
+    e.ora = std::chrono::system_clock::time_point(std::chrono::milliseconds(1795428000250LL));
+    e.calibrazione = "cal-2026-11-23T09:58:01.007Z";
+    return e;
+}
 
 class UscitaGisTest : public ::testing::TestWithParam<TFormato> {
 protected:
-    void SetUp() override { ASSERT_FALSE(temporanea.percorso.empty()); }
-
-    // Every feature of the files written to `percorso`, as WKT, with the
-    // function that made it and whether the layer is in EPSG:3003.
-    std::vector<std::string> Leggi(const std::string& percorso, bool& crs)
-    {
-        std::vector<std::string> v;
-        crs = true;
-        std::vector<std::string> files{percorso};
-        if (std::string(GetParam().nome) == "ESRI Shapefile") files.push_back(cartella + "/carta_lines.shp");
-        for (const std::string& f : files) {
-            std::unique_ptr<GDALDataset> ds(GDALDataset::Open(f.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY));
-            if (!ds) {
-                ADD_FAILURE() << "GDAL cannot read " << f;
-                continue;
-            }
-            for (OGRLayer* l : ds->GetLayers()) {
-                const OGRSpatialReference* s = l->GetSpatialRef();
-                crs = crs && s && s->GetAuthorityCode(nullptr) && std::string(s->GetAuthorityCode(nullptr)) == "3003";
-                for (auto& f : *l) {
-                    char* wkt = nullptr;
-                    f->GetGeometryRef()->exportToWkt(&wkt);
-                    const int i = f->GetFieldIndex("function");
-                    v.push_back(std::string(wkt) + (i >= 0 ? std::string(" ") + f->GetFieldAsString(i) : ""));
-                    CPLFree(wkt);
-                }
-            }
-        }
-        std::sort(v.begin(), v.end());
-        return v;
-    }
+    void SetUp() override { ASSERT_FALSE(cartella.empty()); }
+    std::string Percorso(int k = 0) const { return cartella + "/" + GetParam().file[k]; }
+    TStratoLetto Strato(int k) const { return Leggi(Percorso(k), GetParam().strati[k]); }
+    TOpzioniGis Opzioni() const { return {Percorso(), "", "EPSG:3003", "carta"}; }
 
     TCartellaTemporanea temporanea;
     const std::string cartella = temporanea.percorso;
 };
 
-TElementoGis Elemento(TGenere g, std::vector<TVertice> v, int funzione)
-{
-    TElementoGis e;
-    e.genere = g, e.vertici = std::move(v), e.ora = "2026-11-23T10:00:00.000Z", e.bottone = 2, e.funzione = funzione;
-    e.x = 100, e.y = 200;
-    return e;
-}
-
-TEST_P(UscitaGisTest, EachFeatureIsThereWhenWrittenAndTheFileIsAppendedToOrLeftAlone)
+TEST_P(UscitaGisTest, EachGeometryHasItsLayerAndEveryFieldReadsBackAsWritten)
 {
     const TFormato& f = GetParam();
-    const std::string percorso = cartella + "/carta." + f.estensione;
-    const TOpzioniGis o{percorso, "", "EPSG:3003", "digitized"};
     std::string errore;
-    std::vector<std::string> attesi;
     {
         TUscitaGis u;
-        ASSERT_TRUE(u.Apri(o, errore)) << errore;
+        ASSERT_TRUE(u.Apri(Opzioni(), errore)) << errore;
         const TElementoGis elementi[] = {
-            Elemento(TGenere::punto, {{1500100.5, 5000200.25}}, funzConferma),
-            Elemento(TGenere::linea, {{1500000, 5000000}, {1500010, 5000020}}, funzLineaFineEnt),
-            Elemento(TGenere::polilinea, {{1, 2}, {3, 4}, {5, 7}}, funzPolilineaDisLib)};
+            Elemento(TGenere::punto, {{1500100.5, 5000200.25}}, funzConferma, 1),
+            Elemento(TGenere::linea, {{1500000, 5000000}, {1500010, 5000020}}, funzLineaFineEnt, 3),
+            Elemento(TGenere::polilinea, {{1, 2}, {3, 4}, {5, 7}}, funzPolilineaDisLib, 5),
+            Elemento(TGenere::poligono, {{0, 0}, {0, 10}, {10, 10}, {0, 0}}, funzPolilineaFineEnt, 2)};
+        int letti = 0;
         for (const TElementoGis& e : elementi) {
             ASSERT_TRUE(u.Scrivi(e, errore)) << errore;
-            bool crs = false;
             // Written is readable: nothing waits for the end of the run.
-            EXPECT_EQ(Leggi(percorso, crs).size(), attesi.size() + 1);
-            attesi.push_back("");
+            int ora = 0;
+            for (int k = 0; k < 3; ++k) ora += static_cast<int>(Strato(k).righe.size());
+            EXPECT_EQ(ora, ++letti);
         }
     }
-    attesi = {"LINESTRING (1 2,3 4,5 7)", "LINESTRING (1500000 5000000,1500010 5000020)", "POINT (1500100.5 5000200.25)"};
-    if (f.attributi) {
-        attesi[0] += " funzPolilineaDisLib", attesi[1] += " funzLineaFineEnt", attesi[2] += " funzConferma";
-    }
-    bool crs = false;
-    std::vector<std::string> letti = Leggi(percorso, crs);
-    EXPECT_EQ(letti, attesi);
-    if (f.crs) {
-        EXPECT_TRUE(crs);
+    const char* const ora = "2026-11-23T10:00:00.250";
+    const std::string coda = std::string(" | cal-2026-11-23T09:58:01.007Z | ");
+    const std::vector<std::string> attesi[3] = {
+        {"POINT (1500100.5 5000200.25) | point | Conferma" + coda + "1 101 -200 | " + ora},
+        {"LINESTRING (1500000 5000000,1500010 5000020) | line | Inizia Linea - Fine Ent." + coda + "3 103 -200 | " + ora,
+         "LINESTRING (1 2,3 4,5 7) | polyline | Inizia Polilinea - Dis. Lib." + coda + "5 105 -200 | " + ora},
+        {"POLYGON ((0 0,0 10,10 10,0 0)) | polygon | Inizia Polilinea - Fine Ent." + coda + "2 102 -200 | " + ora}};
+    const OGRwkbGeometryType geometrie[3] = {wkbPoint, wkbLineString, wkbPolygon};
+    for (int k = 0; k < 3; ++k) {
+        const TStratoLetto s = Strato(k);
+        ASSERT_TRUE(s.aperto) << f.file[k] << " " << f.strati[k];
+        EXPECT_EQ(s.righe, attesi[k]);
+        if (std::string(f.estensione) != "csv") {
+            EXPECT_EQ(s.geometria, geometrie[k]) << f.file[k];
+        }
+        if (f.crs) {
+            EXPECT_TRUE(s.epsg3003) << f.file[k];
+        }
+        if (f.dataOra) {
+            EXPECT_EQ(s.tipoOra, OFTDateTime) << f.file[k];
+        }
     }
 
     TUscitaGis ancora;
-    if (!f.aggiunge) {
-        EXPECT_FALSE(ancora.Apri(o, errore)) << "refused, not overwritten";
-        EXPECT_EQ(Leggi(percorso, crs).size(), 3u);
-        return;
-    }
-    ASSERT_TRUE(ancora.Apri(o, errore)) << errore;
-    EXPECT_NE(ancora.Descrizione().find("3 features already there"), std::string::npos) << ancora.Descrizione();
-    ASSERT_TRUE(ancora.Scrivi(Elemento(TGenere::punto, {{7, 8}}, funzConferma), errore)) << errore;
-    EXPECT_EQ(Leggi(percorso, crs).size(), 4u);
+    ASSERT_TRUE(ancora.Apri(Opzioni(), errore)) << errore;
+    EXPECT_NE(ancora.Descrizione().find("4 features already there"), std::string::npos) << ancora.Descrizione();
+    ASSERT_TRUE(ancora.Scrivi(Elemento(TGenere::punto, {{7, 8}}, funzConferma, 1), errore)) << errore;
+    EXPECT_EQ(Strato(0).righe.size(), 2u) << "appended to";
 }
 
-INSTANTIATE_TEST_SUITE_P(Formati, UscitaGisTest,
-                         ::testing::Values(TFormato{"GPKG", "gpkg", true, true, true},
-                                           TFormato{"GeoJSON", "geojson", true, true, true},
-                                           TFormato{"ESRI Shapefile", "shp", true, true, true},
-                                           TFormato{"CSV", "csv", false, true, true},
-                                           TFormato{"DXF", "dxf", false, false, false}),
-                         [](const ::testing::TestParamInfo<TFormato>& i) {
-                             return std::string(i.param.estensione);
-                         });
+// A full disk, played by a file size limit: the write that fails says
+// which file, and the file holds every feature written before it.
+TEST_P(UscitaGisTest, AWriteThatFailsLeavesEveryFeatureBeforeItReadable)
+{
+    std::string errore;
+    TUscitaGis u;
+    ASSERT_TRUE(u.Apri(Opzioni(), errore)) << errore;
+    ASSERT_TRUE(u.Scrivi(Elemento(TGenere::punto, {{1, 1}}, funzConferma, 1), errore)) << errore;
+    struct stat st {};
+    ASSERT_EQ(stat(Percorso().c_str(), &st), 0);
+    rlimit prima{};
+    getrlimit(RLIMIT_FSIZE, &prima);
+    void (*segnale)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit stretto{static_cast<rlim_t>(st.st_size) + 512, prima.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &stretto);
+    int scritti = 1;
+    while (scritti < 3000 && u.Scrivi(Elemento(TGenere::punto, {{1.0 * scritti, 2}}, funzConferma, 1), errore))
+        ++scritti;
+    setrlimit(RLIMIT_FSIZE, &prima);
+    std::signal(SIGXFSZ, segnale);
+    ASSERT_LT(scritti, 3000) << "no write failed";
+    EXPECT_NE(errore.find(Percorso()), std::string::npos) << errore;
+    EXPECT_EQ(Strato(0).righe.size(), static_cast<std::size_t>(scritti));
+}
 
-// What is not a GIS file, or is in another CRS, is left alone.
-TEST(UscitaGis, RefusesWhatItWouldSpoil)
+INSTANTIATE_TEST_SUITE_P(
+    Formati, UscitaGisTest,
+    ::testing::Values(
+        TFormato{"gpkg", true, true, {"carta.gpkg", "carta.gpkg", "carta.gpkg"}, {"carta", "carta_lines", "carta_polygons"}},
+        TFormato{"geojson", true, true, {"carta.geojson", "carta_lines.geojson", "carta_polygons.geojson"}, {"", "", ""}},
+        TFormato{"shp", true, false, {"carta.shp", "carta_lines.shp", "carta_polygons.shp"}, {"", "", ""}},
+        TFormato{"csv", false, false, {"carta.csv", "carta_lines.csv", "carta_polygons.csv"}, {"", "", ""}}),
+    [](const ::testing::TestParamInfo<TFormato>& i) { return std::string(i.param.estensione); });
+
+// What is not a GIS file, is in another CRS, or cannot be written is refused
+// before any work, touching nothing; and by Apri, leaving it as it was.
+TEST(UscitaGis, RefusesWhatItWouldSpoilBeforeAnyWork)
 {
     TCartellaTemporanea temporanea;
     ASSERT_FALSE(temporanea.percorso.empty());
-    const std::string cartella = temporanea.percorso, testo = cartella + "/note.gpkg";
-    std::ofstream(testo) << "not a map\n";
+    const std::string c = temporanea.percorso;
+    std::ofstream(c + "/note.gpkg") << "not a map\n";
     std::string errore;
-    TUscitaGis u;
-    EXPECT_FALSE(u.Apri({testo, "", "", "digitized"}, errore));
-    EXPECT_NE(errore.find("is left alone"), std::string::npos) << errore;
-    std::ifstream in(testo);
+    ASSERT_TRUE(TUscitaGis().Apri({c + "/carta.gpkg", "", "EPSG:3003", "d"}, errore)) << errore;
+    const struct {
+        TOpzioniGis o;
+        const char* motivo;
+    } casi[] = {
+        {{c + "/note.gpkg", "", "", "d"}, "is left alone"},
+        {{c + "/carta.gpkg", "", "EPSG:4326", "d"}, "not EPSG:4326"},
+        {{c + "/x.gpkg", "", "EPSG:nonsense", "d"}, "not a coordinate reference system"},
+        {{c + "/x.gpkg", "NoSuchFormat", "", "d"}, "no vector format NoSuchFormat"},
+        {{c + "/x.nosuchextension", "", "", "d"}, "no GDAL format writes .nosuchextension"},
+        {{c + "/missing/x.gpkg", "", "", "d"}, "does not exist"},
+        {{c + "/note.gpkg/x.geojson", "", "", "d"}, "is not a folder"},
+    };
+    for (const auto& k : casi) {
+        errore.clear();
+        EXPECT_FALSE(TUscitaGis::Verifica(k.o, errore)) << k.o.percorso;
+        EXPECT_NE(errore.find(k.motivo), std::string::npos) << errore;
+        errore.clear();
+        EXPECT_FALSE(TUscitaGis().Apri(k.o, errore)) << k.o.percorso;
+        EXPECT_NE(errore.find(k.motivo), std::string::npos) << errore;
+    }
+    std::ifstream in(c + "/note.gpkg");
     std::string riga;
     std::getline(in, riga);
     EXPECT_EQ(riga, "not a map");
-
-    const std::string carta = cartella + "/carta.gpkg";
-    ASSERT_TRUE(TUscitaGis().Apri({carta, "", "EPSG:3003", "digitized"}, errore)) << errore;
-    EXPECT_FALSE(TUscitaGis().Apri({carta, "", "EPSG:4326", "digitized"}, errore));
-    EXPECT_NE(errore.find("not EPSG:4326"), std::string::npos) << errore;
-    EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "", "EPSG:nonsense", "d"}, errore));
-    EXPECT_FALSE(TUscitaGis().Apri({cartella + "/x.gpkg", "NoSuchFormat", "", "d"}, errore));
+    struct stat st {};
+    EXPECT_TRUE(TUscitaGis::Verifica({c + "/new.geojson", "", "EPSG:3003", "d"}, errore)) << errore;
+    EXPECT_NE(stat((c + "/new.geojson").c_str(), &st), 0) << "checking creates nothing";
 }
 
 #endif

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "scrittura_file.h"
+
 const char* const usoGis =
     "Digitizing into a GIS file (after a calibration: calibrate points digitize):\n"
     "  digitize          the tablet's buttons draw: funzConferma a point, or a vertex\n"
@@ -14,7 +16,8 @@ const char* const usoGis =
     "  --crs CODE        the ground's reference system written in the file (EPSG:3003)\n"
     "  --layer NAME      the layer (default digitized)\n"
     "  --stream-step D   ground units between vertices drawn freely (default 1)\n"
-    "  --report FILE     the calibration report as JSON (default beside --out)\n"
+    "  --report FILE     the log of calibrations, one JSON line each, appended to\n"
+    "                    (default beside --out: map.gpkg, map.calibrations.jsonl)\n"
     "  --setup FILE      the tablet's set-up file (default\n"
     "                    $XDG_CONFIG_HOME/velmarin/setup, else ~/.config/velmarin/setup)\n";
 
@@ -55,5 +58,12 @@ std::string PercorsoRapporto(const TOpzioniGisHost& o)
     const auto barra = u.rfind('/');
     const auto punto = u.rfind('.');
     const bool estensione = punto != std::string::npos && punto > (barra == std::string::npos ? 0 : barra + 1);
-    return (estensione ? u.substr(0, punto) : u) + ".calibration.json";
+    return (estensione ? u.substr(0, punto) : u) + ".calibrations.jsonl";
+}
+
+bool VerificaUscite(const TOpzioniGisHost& o, bool digitalizza, bool calibra, std::string& errore)
+{
+    if (digitalizza && !TUscitaGis::Verifica(o.gis, errore)) return false;
+    const std::string registro = PercorsoRapporto(o);
+    return !calibra || registro.empty() || VerificaScrivibile(registro, errore);
 }

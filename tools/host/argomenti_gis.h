@@ -22,8 +22,12 @@ extern const char* const usoGis;
 // at the value). 1: taken; 0: not one of these; -1: bad, the reason in `errore`.
 int AnalizzaOpzioneGis(const std::vector<std::string>& a, std::size_t& i, TOpzioniGisHost& o, std::string& errore);
 
-// Where the calibration report's JSON goes: --report, else beside --out
-// (map.gpkg: map.calibration.json), else nowhere (empty).
+// The log of calibrations: --report, else beside --out (map.gpkg:
+// map.calibrations.jsonl), else none (empty).
 std::string PercorsoRapporto(const TOpzioniGisHost& o);
+
+// Checks, before any work, the files that digitizing and a calibration will
+// write: false with the file and the reason in `errore`.
+bool VerificaUscite(const TOpzioniGisHost& o, bool digitalizza, bool calibra, std::string& errore);
 
 #endif

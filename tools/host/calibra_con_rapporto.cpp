@@ -1,20 +1,21 @@
 #include "calibra_con_rapporto.h"
 
-#include <fstream>
+#include <chrono>
 
+#include "elemento_gis.h"
 #include "rapporto_calibrazione.h"
+#include "scrittura_file.h"
 
-bool CalibraConRapporto(CDigit& digit, bool griglia, const std::string& json, std::string& rapporto)
+TCalibrazioneFatta CalibraConRapporto(CDigit& digit, bool griglia, const std::string& registro)
 {
-    const bool ok = griglia ? digit.CalibraGriglia(nullptr) : digit.CalibraPtSparsi(nullptr);
-    rapporto.clear();
+    TCalibrazioneFatta c;
+    c.riuscita = griglia ? digit.CalibraGriglia(nullptr) : digit.CalibraPtSparsi(nullptr);
     TRapportoCalibrazione r;
-    if (!ok || !RapportoDi(digit, r)) return ok;
-    rapporto = Testo(r);
-    if (!json.empty()) {
-        std::ofstream f(json);
-        f << Json(r);
-        rapporto += f.flush() ? "report written to " + json + "\n" : "cannot write the report to " + json + "\n";
-    }
-    return ok;
+    if (!c.riuscita || !RapportoDi(digit, r)) return c;
+    c.id = "cal-" + TestoOra(std::chrono::system_clock::now());
+    c.testo = Testo(r) + "calibration id " + c.id + "\n";
+    if (registro.empty()) return c;
+    if (AggiungiRiga(registro, Json(r, c.id), c.errore))
+        c.testo += "report appended to " + registro + "\n";
+    return c;
 }

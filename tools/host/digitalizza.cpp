@@ -4,29 +4,18 @@
 #include <csignal>
 #include <ctime>
 
+#include "link/ultimo_errore.h"
+
 namespace {
 
 volatile std::sig_atomic_t fermato = 0;
 void Ferma(int) { fermato = 1; }
 
-std::string Adesso()
-{
-    const auto t = std::chrono::system_clock::now();
-    const std::time_t s = std::chrono::system_clock::to_time_t(t);
-    const long ms = static_cast<long>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(t.time_since_epoch()).count() % 1000);
-    std::tm u{};
-    gmtime_r(&s, &u);
-    char b[64];
-    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%02d.%03ldZ", u.tm_year + 1900, u.tm_mon + 1, u.tm_mday,
-                  u.tm_hour, u.tm_min, u.tm_sec, ms);
-    return b;
-}
-
 }  // namespace
 
-TDigitalizzatore::TDigitalizzatore(CDigit& d, TUscitaGis& u, double passo, std::FILE* o)
-    : digit(d), uscita(u), out(o), sessione(*this)
+TDigitalizzatore::TDigitalizzatore(CDigit& d, TUscitaGis& u, double passo, const std::string& calibrazione,
+                                   std::FILE* o)
+    : digit(d), uscita(u), out(o), calibrazione(calibrazione), sessione(*this)
 {
     sessione.Imposta(passo, TSessioneDigitalizzazione::tolleranzaPredefinita);
 }
@@ -69,7 +58,7 @@ int TDigitalizzatore::Scritti() const
 
 void TDigitalizzatore::Iniziato(const TElemento& e)
 {
-    oraInizio = Adesso();
+    oraInizio = std::chrono::system_clock::now();
     if (e.genere == TGenere::punto) return;
     char dove[96];
     std::snprintf(dove, sizeof dove, " open at %.3f %.3f", e.vertici[0].est, e.vertici[0].nord);
@@ -81,6 +70,7 @@ void TDigitalizzatore::Finito(const TElemento& e)
     TElementoGis g;
     static_cast<TElemento&>(g) = e;
     g.ora = oraInizio;
+    g.calibrazione = calibrazione;
     coda.push_back(std::move(g));
     finiti.notify_one();
 }
@@ -96,7 +86,7 @@ void TDigitalizzatore::SessioneFinita()
     finiti.notify_one();
 }
 
-void TDigitalizzatore::ScriviFiniti(int ms)
+bool TDigitalizzatore::ScriviFiniti(int ms, std::string& errore)
 {
     std::vector<TElementoGis> daScrivere;
     {
@@ -104,12 +94,14 @@ void TDigitalizzatore::ScriviFiniti(int ms)
         finiti.wait_for(g, std::chrono::milliseconds(ms), [this] { return !coda.empty() || finita; });
         daScrivere.swap(coda);
     }
-    for (const TElementoGis& e : daScrivere) {
-        std::string errore;
+    for (std::size_t k = 0; k < daScrivere.size(); ++k) {
+        const TElementoGis& e = daScrivere[k];
         if (!uscita.Scrivi(e, errore)) {
-            std::fprintf(out, "velmarin-host: the %s is lost: %s\n", NomeGenere(e.genere), errore.c_str());
-            std::fflush(out);
-            continue;
+            // The file keeps what was committed; the features from here on
+            // are said, so the user knows what to digitize again.
+            errore += "\nnot written: " + std::to_string(daScrivere.size() - k) + " feature(s) from this " +
+                      NomeGenere(e.genere) + " on";
+            return false;
         }
         int n;
         {
@@ -127,6 +119,7 @@ void TDigitalizzatore::ScriviFiniti(int ms)
         }
         std::fflush(out);
     }
+    return true;
 }
 
 // Called with the lock held.
@@ -136,13 +129,21 @@ void TDigitalizzatore::Avviso(const std::string& testo)
     std::fflush(out);
 }
 
-bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* terminale, std::FILE* out,
-                 std::string& errore)
+namespace {
+
+std::string Elenco(const std::vector<std::string>& v)
 {
-    if (!TUscitaGis::Disponibile()) {
-        TUscitaGis().Apri(o, errore);
-        return false;
-    }
+    std::string s;
+    for (std::size_t i = 0; i < v.size(); ++i) s += (i ? ", " : "") + v[i];
+    return s;
+}
+
+}  // namespace
+
+bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, const std::string& calibrazione,
+                 TTerminale* terminale, std::FILE* out, std::string& errore)
+{
+    if (!TUscitaGis::Disponibile()) return TUscitaGis::Verifica(o, errore);
     if (!digit.IsCalibrato()) {
         errore = "digitize needs a calibrated tablet: calibrate points or calibrate grid comes before it";
         return false;
@@ -150,35 +151,38 @@ bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* 
     TUscitaGis uscita;
     if (!uscita.Apri(o, errore)) return false;
     if (!digit.Init(nullptr)) {
-        errore = "the tablet's port could not be opened";
+        errore = std::string("the tablet's port could not be opened: ") + TestoUltimoErrore();
         return false;
     }
     digit.SendInitString();
-    TDigitalizzatore digitalizzatore(digit, uscita, passo, out);
+    TDigitalizzatore digitalizzatore(digit, uscita, passo, calibrazione, out);
     fermato = 0;
     void (*primaInt)(int) = std::signal(SIGINT, Ferma);
     void (*primaTerm)(int) = std::signal(SIGTERM, Ferma);
     digit.SetCommNotificationTo(&digitalizzatore);
-    std::fprintf(out, "digitizing into %s (%s)\nfeatures follow with East North; q, Escape or Ctrl-C stops\n",
-                 o.percorso.c_str(), uscita.Descrizione().c_str());
+    std::fprintf(out, "digitizing into %s (%s), calibration %s\nfeatures follow with East North; q, Escape or Ctrl-C stops\n",
+                 Elenco(uscita.File()).c_str(), uscita.Descrizione().c_str(), calibrazione.c_str());
     std::fflush(out);
-    while (!fermato && !digitalizzatore.Finita()) {
+    bool scritto = true;
+    while (scritto && !fermato && !digitalizzatore.Finita()) {
         if (terminale && terminale->Attivo()) {
-            digitalizzatore.ScriviFiniti(0);
+            scritto = digitalizzatore.ScriviFiniti(0, errore);
             const TLettura t = terminale->LeggiTasto(50);
             if (t.tasto == TTasto::esc || t.tasto == TTasto::fine ||
                 (t.tasto == TTasto::carattere && (t.carattere == 'q' || t.carattere == 'Q')))
                 break;
         } else {
-            digitalizzatore.ScriviFiniti(50);
+            scritto = digitalizzatore.ScriviFiniti(50, errore);
         }
     }
     digit.StopCommNotification();
     digitalizzatore.Chiudi();
-    digitalizzatore.ScriviFiniti(0);
+    if (scritto) scritto = digitalizzatore.ScriviFiniti(0, errore);
     std::signal(SIGINT, primaInt);
     std::signal(SIGTERM, primaTerm);
-    std::fprintf(out, "-- end: %d features written to %s\n", digitalizzatore.Scritti(), o.percorso.c_str());
+    std::fprintf(out, "-- %s: %d features written to %s\n", scritto ? "end" : "stopped", digitalizzatore.Scritti(),
+                 Elenco(uscita.File()).c_str());
     std::fflush(out);
-    return true;
+    if (!scritto) errore = "digitizing stopped: " + errore;
+    return scritto;
 }

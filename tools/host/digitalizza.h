@@ -7,6 +7,7 @@
 #ifndef VELMARIN_HOST_DIGITALIZZA_H
 #define VELMARIN_HOST_DIGITALIZZA_H
 
+#include <chrono>
 #include <cstdio>
 #include <condition_variable>
 #include <mutex>
@@ -24,7 +25,8 @@
 // file drops what the tablet sends meanwhile.
 class TDigitalizzatore : public CDigitNtfy, TAscoltoSessione {
 public:
-    TDigitalizzatore(CDigit& digit, TUscitaGis& uscita, double passo, std::FILE* out);
+    TDigitalizzatore(CDigit& digit, TUscitaGis& uscita, double passo, const std::string& calibrazione,
+                     std::FILE* out);
     void NotifyMove(std::int32_t x, std::int32_t y) override;
     void NotifyButton(std::int32_t button, std::int32_t x, std::int32_t y) override;
     // Ends the open feature and the session.
@@ -32,8 +34,9 @@ public:
     // The session ended from the tablet (funzAnnulla with nothing open).
     bool Finita() const;
     // Writes the features ended since the last call, waiting at most `ms`
-    // for one when there is none.
-    void ScriviFiniti(int ms);
+    // for one when there is none. False, with the file, the reason and what
+    // is not written in `errore`, when a write fails: the session is to stop.
+    bool ScriviFiniti(int ms, std::string& errore);
     int Scritti() const;
 
 private:
@@ -47,18 +50,21 @@ private:
     CDigit& digit;
     TUscitaGis& uscita;
     std::FILE* out;
+    const std::string calibrazione;
     mutable std::mutex mutex;
     std::condition_variable finiti;
     std::vector<TElementoGis> coda;
     TSessioneDigitalizzazione sessione;
-    std::string oraInizio;  // of the press that opened the feature
+    std::chrono::system_clock::time_point oraInizio;  // of the press that opened the feature
     bool finita = false;
     int scritti = 0;
 };
 
-// Checks the calibration, opens the file and the tablet and digitizes until
-// the user stops; false with the reason in `errore` when it cannot start.
-bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, TTerminale* terminale, std::FILE* out,
-                 std::string& errore);
+// Checks the calibration, opens the files and the tablet and digitizes until
+// the user stops, each feature marked with the id of the calibration in
+// force; false with the reason in `errore` when it cannot start, or when a
+// write fails and stops it.
+bool Digitalizza(CDigit& digit, const TOpzioniGis& o, double passo, const std::string& calibrazione,
+                 TTerminale* terminale, std::FILE* out, std::string& errore);
 
 #endif

@@ -1,6 +1,10 @@
 #include "elemento_gis.h"
 
-#include "digit.h"
+#include <cstdio>
+#include <ctime>
+
+#include "dialogs/dialogo_funzioni_bottoni.h"
+#include "resources/stringhe.h"
 
 const char* NomeGenere(TGenere g)
 {
@@ -15,14 +19,18 @@ const char* NomeGenere(TGenere g)
 
 const char* NomeCodiceFunzione(int codice)
 {
-    switch (codice) {
-    case funzNessuna: return "funzNessuna";
-    case funzConferma: return "funzConferma";
-    case funzLineaDisLib: return "funzLineaDisLib";
-    case funzLineaFineEnt: return "funzLineaFineEnt";
-    case funzPolilineaDisLib: return "funzPolilineaDisLib";
-    case funzPolilineaFineEnt: return "funzPolilineaFineEnt";
-    case funzAnnulla: return "funzAnnulla";
-    default: return "?";
-    }
+    const char* t = TestoRisorsa(IdsEtichettaFunzione(codice));
+    return t ? t : "?";
+}
+
+std::string TestoOra(std::chrono::system_clock::time_point t)
+{
+    const std::time_t s = std::chrono::system_clock::to_time_t(t);
+    const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(t.time_since_epoch()).count() % 1000;
+    std::tm u{};
+    gmtime_r(&s, &u);
+    char b[64];
+    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ", u.tm_year + 1900, u.tm_mon + 1, u.tm_mday,
+                  u.tm_hour, u.tm_min, u.tm_sec, static_cast<int>(ms));
+    return b;
 }

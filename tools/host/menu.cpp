@@ -27,20 +27,19 @@ void Stato(CDigit& digit)
 
 }  // namespace
 
-bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale,
-                   TCollegamento& collegamento)
+bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, std::string& calibrazione, const TOpzioniHost& o,
+                   TTerminale& terminale, TCollegamento& collegamento)
 {
     switch (c) {
     case TComando::config: {
         const int risultato = Configura(digit, dati);
         collegamento.Segui(dati);
         RiferisciConfigurazione(risultato, dati, stdout);
-        if (risultato == 1) {
-            std::string salvate;
-            SalvaImpostazioni(o, dati, salvate);
-            std::printf("%s\n", salvate.c_str());
-        }
-        return true;
+        if (risultato != 1) return false;
+        std::string salvate;
+        const bool salvato = SalvaImpostazioni(o, dati, salvate);
+        std::printf("%s\n", salvate.c_str());
+        return salvato;
     }
     case TComando::calibraPunti:
     case TComando::calibraGriglia: {
@@ -48,25 +47,29 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
         std::printf("preparing the tablet for the calibration...\n");
         std::fflush(stdout);
         collegamento.Calibrazione(true, c == TComando::calibraGriglia);
-        std::string rapporto;
-        const bool ok = CalibraConRapporto(digit, c == TComando::calibraGriglia, PercorsoRapporto(o.gis), rapporto);
+        const TCalibrazioneFatta fatta =
+            CalibraConRapporto(digit, c == TComando::calibraGriglia, PercorsoRapporto(o.gis));
         collegamento.Calibrazione(false);
-        std::printf("calibration %s; ", ok && digit.IsCalibrato() ? "done" : "not done");
+        if (!fatta.id.empty()) calibrazione = fatta.id;
+        std::printf("calibration %s; ", fatta.riuscita && digit.IsCalibrato() ? "done" : "not done");
         if (!digit.IsScelto()) std::printf("the tablet has no limits (config or --limits sets them); ");
         Stato(digit);
-        std::fputs(rapporto.c_str(), stdout);
+        std::fputs(fatta.testo.c_str(), stdout);
         std::fflush(stdout);
-        return ok;
+        // The calibration holds and is on the screen; only its record is
+        // missing, and the run's status says so.
+        if (!fatta.errore.empty())
+            std::fprintf(stderr, "velmarin-host: the calibration is not recorded: %s\n", fatta.errore.c_str());
+        return fatta.riuscita && fatta.errore.empty();
     }
     case TComando::osserva:
         return Osserva(digit, o.conteggio, o.secondi, &terminale, stdout);
     case TComando::digitalizza: {
         std::string errore;
-        if (!Digitalizza(digit, o.gis.gis, o.gis.passo, &terminale, stdout, errore)) {
-            std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
-            return false;
-        }
-        return true;
+        if (o.gis.gis.percorso.empty()) errore = "digitize needs --out FILE: start velmarin-host with it";
+        else if (Digitalizza(digit, o.gis.gis, o.gis.passo, calibrazione, &terminale, stdout, errore)) return true;
+        std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+        return false;
     }
     case TComando::menu:
         return true;
@@ -77,29 +80,34 @@ bool EseguiComando(TComando c, CDigit& digit, TDataDigit& dati, const TOpzioniHo
     return false;
 }
 
-void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, TCollegamento& collegamento)
+void Menu(CDigit& digit, TDataDigit& dati, std::string& calibrazione, const TOpzioniHost& o, TTerminale& terminale,
+          TCollegamento& collegamento)
 {
+    const std::string digitalizza = o.gis.gis.percorso.empty()
+                                        ? "digitize (start velmarin-host with --out FILE first)"
+                                        : "digitize into " + o.gis.gis.percorso;
     for (;;) {
         std::printf("\nvelmarin-host: %s\n", collegamento.Descrizione().c_str());
         Stato(digit);
         std::printf("  c  choose and set up the tablet\n"
                     "  p  calibrate by scattered points\n"
                     "  g  calibrate by a grid\n"
+                    "  d  %s\n"
                     "  w  watch the tablet\n"
-                    "  q  quit\n> ");
+                    "  q  quit\n> ",
+                    digitalizza.c_str());
         std::fflush(stdout);
         TLettura t;
         do t = terminale.LeggiTasto(500);
         while (t.tasto == TTasto::nessuno);
         std::printf("\n");
         if (t.tasto == TTasto::fine || t.tasto == TTasto::esc) return;
-        switch (t.tasto == TTasto::carattere ? t.carattere : 0) {
-        case 'c': EseguiComando(TComando::config, digit, dati, o, terminale, collegamento); break;
-        case 'p': EseguiComando(TComando::calibraPunti, digit, dati, o, terminale, collegamento); break;
-        case 'g': EseguiComando(TComando::calibraGriglia, digit, dati, o, terminale, collegamento); break;
-        case 'w': EseguiComando(TComando::osserva, digit, dati, o, terminale, collegamento); break;
-        case 'q': return;
-        default: break;
-        }
+        const char tasto = t.tasto == TTasto::carattere ? t.carattere : 0;
+        const char tasti[] = {'c', 'p', 'g', 'd', 'w'};
+        const TComando comandi[] = {TComando::config, TComando::calibraPunti, TComando::calibraGriglia,
+                                    TComando::digitalizza, TComando::osserva};
+        if (tasto == 'q') return;
+        for (int i = 0; i < 5; ++i)
+            if (tasto == tasti[i]) EseguiComando(comandi[i], digit, dati, calibrazione, o, terminale, collegamento);
     }
 }

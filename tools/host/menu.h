@@ -1,5 +1,5 @@
 // The interactive menu of velmarin-host: one key picks the tablet set-up,
-// a calibration or a watch, in a loop, on one tablet object so that a
+// a calibration, digitizing or a watch, in a loop, on one tablet object so that a
 // calibration holds for the watches after it.
 #ifndef VELMARIN_HOST_MENU_H
 #define VELMARIN_HOST_MENU_H
@@ -11,10 +11,12 @@
 #include "digit.h"
 #include "terminale.h"
 
-// Runs one command; false when it failed.
-bool EseguiComando(TComando comando, CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale,
-                   TCollegamento& collegamento);
-
-void Menu(CDigit& digit, TDataDigit& dati, const TOpzioniHost& o, TTerminale& terminale, TCollegamento& collegamento);
+// Runs one command; false when its work was not done (a dialog cancelled, a
+// file not written). `calibrazione` is the id of the calibration in force,
+// which a calibration sets and digitizing writes with each feature.
+bool EseguiComando(TComando comando, CDigit& digit, TDataDigit& dati, std::string& calibrazione, const TOpzioniHost& o,
+                   TTerminale& terminale, TCollegamento& collegamento);
+void Menu(CDigit& digit, TDataDigit& dati, std::string& calibrazione, const TOpzioniHost& o, TTerminale& terminale,
+          TCollegamento& collegamento);
 
 #endif

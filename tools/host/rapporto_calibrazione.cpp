@@ -61,46 +61,72 @@ std::string ListaJson(const std::vector<std::string>& v)
 
 }  // namespace
 
+namespace {
+
+// The points that a fit without them checks.
+int Verificati(const TRapportoCalibrazione& r)
+{
+    int n = 0;
+    for (const TResiduoPunto& q : r.punti) n += !std::isnan(q.lasciaFuoriEst);
+    return n;
+}
+
+}  // namespace
+
 std::string Testo(const TRapportoCalibrazione& r)
 {
     const bool griglia = r.tipo == TRapportoCalibrazione::griglia;
-    std::string s = griglia ? Riga("calibration report: grid of %zu nodes, against one affine map (ground units)",
-                                   r.punti.size())
-                            : Riga("calibration report: %zu sparse points (ground units)", r.punti.size());
+    const std::size_t n = r.punti.size();
+    std::string s = griglia ? Riga("calibration report: grid of %zu nodes, against one affine map (ground units)", n)
+                            : Riga("calibration report: %zu sparse points (ground units)", n);
+    if (griglia)
+        s += Riga("%zu nodes taken, each the corner of its cells' maps, which pass through it exactly; the columns\n"
+                  "below compare them with one affine map of all: the sheet's shrink or folds, not the maps' errors", n);
+    else
+        s += Riga("%zu points taken, all %zu used in the least-squares map, %d checked by fitting without them", n, n,
+                  Verificati(r));
+    s += Riga("dEast, dNorth: the coordinates given minus those the map gives at the point's counts\n"
+              "loo dE, loo dN: the same with the map fitted leaving that point out (- when the\n"
+              "others give no map): a point far off here is one the others do not confirm");
     s += Riga("%5s %12s %12s %9s %9s %9s %9s", griglia ? "node" : "point", "East", "North", "dEast", "dNorth",
               "loo dE", "loo dN");
-    for (std::size_t k = 0; k < r.punti.size(); ++k) {
+    for (std::size_t k = 0; k < n; ++k) {
         const TResiduoPunto& q = r.punti[k];
         s += Riga("%5zu %12.3f %12.3f %9.4f %9.4f %9s %9s", k + 1, q.punto.est, q.punto.nord, q.residuoEst,
                   q.residuoNord, Cella(q.lasciaFuoriEst, "%.4f").c_str(), Cella(q.lasciaFuoriNord, "%.4f").c_str());
     }
-    s += Riga("RMS %.4g = sqrt(sum(dEast^2 + dNorth^2) / n)", r.rms);
+    s += Riga("RMS %.4g = sqrt(sum(dEast^2 + dNorth^2) / n): the typical residual", r.rms);
     if (std::isnan(r.deviazione)) s += Riga("standard deviation: none, three points leave no redundancy");
-    else s += Riga("standard deviation %.4g = sqrt(sum(dEast^2 + dNorth^2) / (2n - 6))", r.deviazione);
+    else
+        s += Riga("standard deviation %.4g = sqrt(sum(dEast^2 + dNorth^2) / (2n - 6)): the error of one point,\n"
+                  "allowing for the six numbers of the map taken from the same points", r.deviazione);
     s += Riga("largest residuals: %d (%.4g), %d (%.4g)", r.peggiori[0] + 1,
               Lunghezza(r.punti[static_cast<std::size_t>(r.peggiori[0])]), r.peggiori[1] + 1,
               Lunghezza(r.punti[static_cast<std::size_t>(r.peggiori[1])]));
     if (!griglia && !std::isnan(r.peggiorePrevisto))
-        s += Riga("predicted worst error within the limits: %.4g (the position's standard error)", r.peggiorePrevisto);
+        s += Riga("predicted worst error within the limits: %.4g (the standard error of a position at the\n"
+                  "worst corner, away from the points)", r.peggiorePrevisto);
     for (const std::string& a : Avvisi(r)) s += "WARNING: " + a + "\n";
     return s;
 }
 
-std::string Json(const TRapportoCalibrazione& r)
+std::string Json(const TRapportoCalibrazione& r, const std::string& id)
 {
-    std::string s = std::string("{\n  \"calibration\": \"") +
-                    (r.tipo == TRapportoCalibrazione::griglia ? "grid" : "sparse points") + "\",\n  \"points\": [\n";
+    std::string s = "{\"id\": \"" + id + "\", \"calibration\": \"" +
+                    (r.tipo == TRapportoCalibrazione::griglia ? "grid" : "sparse points") +
+                    "\", \"points_taken\": " + std::to_string(r.punti.size()) +
+                    ", \"points_checked\": " + std::to_string(Verificati(r)) + ", \"points\": [";
     for (std::size_t k = 0; k < r.punti.size(); ++k) {
         const TResiduoPunto& q = r.punti[k];
-        s += "    {\"count_x\": " + std::to_string(q.punto.x) + ", \"count_y\": " + std::to_string(q.punto.y) +
-             ", \"east\": " + Numero(q.punto.est) + ", \"north\": " + Numero(q.punto.nord) +
-             ", \"residual_east\": " + Numero(q.residuoEst) + ", \"residual_north\": " + Numero(q.residuoNord) +
-             ", \"loo_east\": " + Numero(q.lasciaFuoriEst) + ", \"loo_north\": " + Numero(q.lasciaFuoriNord) + "}" +
-             (k + 1 < r.punti.size() ? ",\n" : "\n");
+        s += std::string(k ? ", " : "") + "{\"count_x\": " + std::to_string(q.punto.x) +
+             ", \"count_y\": " + std::to_string(q.punto.y) + ", \"east\": " + Numero(q.punto.est) +
+             ", \"north\": " + Numero(q.punto.nord) + ", \"residual_east\": " + Numero(q.residuoEst) +
+             ", \"residual_north\": " + Numero(q.residuoNord) + ", \"loo_east\": " + Numero(q.lasciaFuoriEst) +
+             ", \"loo_north\": " + Numero(q.lasciaFuoriNord) + "}";
     }
-    s += "  ],\n  \"rms\": " + Numero(r.rms) + ",\n  \"std_dev\": " + Numero(r.deviazione) + ",\n  \"worst\": [" +
-         std::to_string(r.peggiori[0]) + ", " + std::to_string(r.peggiori[1]) + "],\n  \"predicted_worst\": " +
-         Numero(r.peggiorePrevisto) + ",\n  \"warning_bits\": " + std::to_string(r.avvisi) +
-         ",\n  \"warnings\": " + ListaJson(Avvisi(r)) + "\n}\n";
+    s += "], \"rms\": " + Numero(r.rms) + ", \"std_dev\": " + Numero(r.deviazione) + ", \"worst\": [" +
+         std::to_string(r.peggiori[0]) + ", " + std::to_string(r.peggiori[1]) +
+         "], \"predicted_worst\": " + Numero(r.peggiorePrevisto) + ", \"warning_bits\": " +
+         std::to_string(r.avvisi) + ", \"warnings\": " + ListaJson(Avvisi(r)) + "}\n";
     return s;
 }

@@ -1,11 +1,15 @@
 #include "uscita_gis.h"
 
+#include "scrittura_file.h"
+
 #include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
+#include <ctime>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -100,11 +104,11 @@ GDALDriver* DriverPerEstensione(const std::string& e)
 
 bool IsShapefile(const GDALDriver* d) { return d && std::strcmp(d->GetDescription(), "ESRI Shapefile") == 0; }
 
-// Formats written in place with the file's headers synced after each feature.
-bool SincronizzaInSitu(const GDALDriver* d)
-{
-    return IsShapefile(d) || (d && std::strcmp(d->GetDescription(), "CSV") == 0);
-}
+// Formats written in place with the file's headers synced after each
+// feature. Shapefile's records have a fixed size and its headers are
+// written at each sync, so a write refused half way is not counted. CSV is
+// not among them: a line cut by a full disk would read as a feature.
+bool SincronizzaInSitu(const GDALDriver* d) { return IsShapefile(d); }
 
 std::vector<std::string> OpzioniStrato(const GDALDriver* d)
 {
@@ -120,12 +124,71 @@ CPLStringList Opzioni(const std::vector<std::string>& v)
     return l;
 }
 
+// The three layers, by geometry: where a kind of feature goes.
+enum TTipoStrato { stratoPunti, stratoLinee, stratoPoligoni, numStrati };
+constexpr const char* suffissi[numStrati] = {"", "_lines", "_polygons"};
+constexpr OGRwkbGeometryType geometrie[numStrati] = {wkbPoint, wkbLineString, wkbPolygon};
+
+TTipoStrato StratoDi(TGenere g)
+{
+    return g == TGenere::punto ? stratoPunti : g == TGenere::poligono ? stratoPoligoni : stratoLinee;
+}
+
+std::unique_ptr<OGRGeometry> Geometria(const TElementoGis& e)
+{
+    if (e.genere == TGenere::punto) return std::make_unique<OGRPoint>(e.vertici.at(0).est, e.vertici.at(0).nord);
+    auto linea = std::make_unique<OGRLineString>();
+    for (const TVertice& v : e.vertici) linea->addPoint(v.est, v.nord);
+    if (e.genere != TGenere::poligono) return linea;
+    auto anello = std::make_unique<OGRLinearRing>();
+    anello->addSubLineString(linea.get());
+    anello->closeRings();
+    auto poligono = std::make_unique<OGRPolygon>();
+    poligono->addRingDirectly(anello.release());
+    return poligono;
+}
+
+// A format whose fields cannot hold a date with its time (Shapefile's date
+// has no hours) gets the time as ISO 8601 text.
+bool ConDataOra(GDALDriver* d)
+{
+    const char* tipi = d->GetMetadataItem(GDAL_DMD_CREATIONFIELDDATATYPES);
+    return !tipi || std::strstr(tipi, "DateTime");
+}
+
 struct TCampo {
     const char* nome;
     OGRFieldType tipo;
 };
-constexpr TCampo campi[] = {{"kind", OFTString},     {"time", OFTString},     {"button", OFTInteger},
-                            {"function", OFTString}, {"count_x", OFTInteger}, {"count_y", OFTInteger}};
+
+std::vector<TCampo> Campi(GDALDriver* d)
+{
+    return {{"kind", OFTString},     {"time", ConDataOra(d) ? OFTDateTime : OFTString},
+            {"button", OFTInteger},  {"function", OFTString},
+            {"calib_id", OFTString}, {"count_x", OFTInteger},
+            {"count_y", OFTInteger}};
+}
+
+void Attributi(OGRFeature& f, const TElementoGis& e)
+{
+    f.SetField("kind", NomeGenere(e.genere));
+    const int i = f.GetFieldIndex("time");
+    if (f.GetFieldDefnRef(i)->GetType() == OFTDateTime) {
+        const std::time_t s = std::chrono::system_clock::to_time_t(e.ora);
+        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(e.ora.time_since_epoch()).count() % 1000;
+        std::tm u{};
+        gmtime_r(&s, &u);
+        f.SetField(i, u.tm_year + 1900, u.tm_mon + 1, u.tm_mday, u.tm_hour, u.tm_min,
+                   static_cast<float>(u.tm_sec + ms / 1000.0), 100);  // 100: UTC
+    } else {
+        f.SetField(i, TestoOra(e.ora).c_str());
+    }
+    f.SetField("button", e.bottone);
+    f.SetField("function", NomeCodiceFunzione(e.funzione));
+    f.SetField("calib_id", e.calibrazione.c_str());
+    f.SetField("count_x", static_cast<int>(e.x));
+    f.SetField("count_y", static_cast<int>(e.y));
+}
 
 std::vector<std::string> Contenuto(const std::string& cartella)
 {
@@ -163,25 +226,50 @@ bool Trasferisci(const std::string& da, const std::string& a, const std::string&
 
 }  // namespace
 
+// One file written: the whole output in a format of many layers, one layer
+// of it otherwise.
+struct TFileGis {
+    std::string percorso;
+    TDs ds;  // the file, or for a rewritten format its copy in memory
+    bool transazioni = false, riscrivi = false;
+};
+
 struct TUscitaGis::TImpl {
     TOpzioniGis o;
     GDALDriver* driver = nullptr;
     OGRSpatialReference srs;
     bool conSrs = false;
-    // The file, or for a rewritten format its copy in memory; Shapefile
-    // lines have a dataset of their own.
-    TDs ds, dsLinee;
-    OGRLayer* punti = nullptr;
-    OGRLayer* linee = nullptr;
-    bool transazioni = false;
-    bool riscrivi = false;
+    bool unoPerFile = false;  // a file for each layer
+    std::vector<TFileGis> file;
+    OGRLayer* strati[numStrati] = {};
+    std::size_t fileDi[numStrati] = {};
     GIntBig esistenti = 0;
 
+    bool Srs(std::string& errore);
     bool Driver(std::string& errore);
-    bool ApriFile(const std::string& percorso, TDs& dove, std::string& errore);
-    bool Strato(GDALDataset& d, const std::string& nome, OGRLayer*& strato, std::string& errore);
-    bool Riscrivi(std::string& errore);
+    std::string Percorso(int tipo) const;
+    std::string NomeStrato(int tipo) const;
+    bool ApriFile(TFileGis& f, std::string& errore);
+    OGRLayer* Esistente(GDALDataset& d, const std::string& nome) const;
+    bool StessoSrs(OGRLayer& strato, const std::string& percorso, std::string& errore) const;
+    bool Strato(int tipo, std::string& errore);
+    bool Riscrivi(TFileGis& f, std::string& errore);
+    bool Copiato(OGRLayer* l) const;
+    bool Riscrivibile(GDALDataset& d, const std::string& percorso, std::string& errore) const;
+    bool Completa(const std::string& copia, TFileGis& f, std::string& errore);
 };
+
+bool TUscitaGis::TImpl::Srs(std::string& errore)
+{
+    if (o.crs.empty()) return true;
+    if (srs.SetFromUserInput(o.crs.c_str()) != OGRERR_NONE) {
+        errore = "--crs " + o.crs + " is not a coordinate reference system OGR knows (EPSG:3003, say)";
+        return false;
+    }
+    srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    conSrs = true;
+    return true;
+}
 
 bool TUscitaGis::TImpl::Driver(std::string& errore)
 {
@@ -206,96 +294,131 @@ bool TUscitaGis::TImpl::Driver(std::string& errore)
             return false;
         }
     }
+    // Shapefile, DXF and DGN say they hold many layers, but of one geometry
+    // type, or of one layer of entities.
+    const std::string nome = driver->GetDescription();
+    unoPerFile = nome == "ESRI Shapefile" || nome == "DXF" || nome == "DGN" ||
+                 !Vero(driver, GDAL_DCAP_MULTIPLE_VECTOR_LAYERS);
     return true;
+}
+
+// map.geojson, map_lines.geojson, map_polygons.geojson.
+std::string TUscitaGis::TImpl::Percorso(int tipo) const
+{
+    if (!unoPerFile || tipo == stratoPunti) return o.percorso;
+    const std::string e = Estensione(o.percorso);
+    return o.percorso.substr(0, o.percorso.size() - (e.empty() ? 0 : e.size() + 1)) + suffissi[tipo] +
+           (e.empty() ? "" : "." + e);
+}
+
+std::string TUscitaGis::TImpl::NomeStrato(int tipo) const
+{
+    if (!unoPerFile) return o.strato + suffissi[tipo];
+    const std::string n = NomeFile(Percorso(tipo)), e = Estensione(n);
+    return n.substr(0, n.size() - (e.empty() ? 0 : e.size() + 1));
 }
 
 // Opens or creates one file. A format written in place keeps the file open
 // for update; any other is read into memory, to be written again whole.
-bool TUscitaGis::TImpl::ApriFile(const std::string& percorso, TDs& dove, std::string& errore)
+bool TUscitaGis::TImpl::ApriFile(TFileGis& f, std::string& errore)
 {
     const char* const soloQuesto[] = {driver->GetDescription(), nullptr};
-    if (!Esiste(percorso)) {
-        TDs nuovo(driver->Create(percorso.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+    if (!Esiste(f.percorso)) {
+        TDs nuovo(driver->Create(f.percorso.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
         if (!nuovo) {
-            errore = "cannot create " + percorso + Motivo();
+            errore = "cannot create " + f.percorso + Motivo();
             return false;
         }
         if (nuovo->TestCapability(ODsCTransactions) || SincronizzaInSitu(driver)) {
-            transazioni = nuovo->TestCapability(ODsCTransactions);
-            dove = std::move(nuovo);
+            f.transazioni = nuovo->TestCapability(ODsCTransactions);
+            f.ds = std::move(nuovo);
             return true;
         }
         nuovo.reset();
-        riscrivi = true;
-        dove.reset(GetGDALDriverManager()->GetDriverByName("Memory")->Create("", 0, 0, 0, GDT_Unknown, nullptr));
-        return dove != nullptr;
+        f.riscrivi = true;
+        f.ds.reset(GetGDALDriverManager()->GetDriverByName("Memory")->Create("", 0, 0, 0, GDT_Unknown, nullptr));
+        return f.ds != nullptr;
     }
-    TDs d(GDALDataset::Open(percorso.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, soloQuesto));
+    TDs d(GDALDataset::Open(f.percorso.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, soloQuesto));
     if (d && (d->TestCapability(ODsCTransactions) || SincronizzaInSitu(driver))) {
-        transazioni = d->TestCapability(ODsCTransactions);
-        dove = std::move(d);
+        f.transazioni = d->TestCapability(ODsCTransactions);
+        f.ds = std::move(d);
         return true;
     }
-    d.reset(GDALDataset::Open(percorso.c_str(), GDAL_OF_VECTOR, soloQuesto));
+    d.reset(GDALDataset::Open(f.percorso.c_str(), GDAL_OF_VECTOR, soloQuesto));
     if (!d) {
-        errore = percorso + " exists and is not a " + driver->GetDescription() +
+        errore = f.percorso + " exists and is not a " + driver->GetDescription() +
                  " file GDAL reads; it is left alone" + Motivo();
         return false;
     }
-    riscrivi = true;
-    dove.reset(GetGDALDriverManager()->GetDriverByName("Memory")->Create("", 0, 0, 0, GDT_Unknown, nullptr));
-    if (!dove) return false;
+    if (!Riscrivibile(*d, f.percorso, errore)) return false;
+    f.riscrivi = true;
+    f.ds.reset(GetGDALDriverManager()->GetDriverByName("Memory")->Create("", 0, 0, 0, GDT_Unknown, nullptr));
+    if (!f.ds) return false;
     for (int i = 0; i < d->GetLayerCount(); ++i) {
         OGRLayer* l = d->GetLayer(i);
-        if (!dove->CopyLayer(l, l->GetName())) {
-            errore = "cannot read the layer " + std::string(l->GetName()) + " of " + percorso + Motivo();
+        if (!f.ds->CopyLayer(l, l->GetName())) {
+            errore = "cannot read the layer " + std::string(l->GetName()) + " of " + f.percorso + Motivo();
             return false;
         }
     }
     return true;
 }
 
-bool TUscitaGis::TImpl::Strato(GDALDataset& d, const std::string& nome, OGRLayer*& strato, std::string& errore)
+// A format of one layer a file (GeoJSON, CSV, DXF...) names it by itself;
+// what a reader shows beside it (DXF's blocks) is not written back.
+OGRLayer* TUscitaGis::TImpl::Esistente(GDALDataset& d, const std::string& nome) const
 {
-    strato = d.GetLayerByName(nome.c_str());
-    // A format of one layer a file (GeoJSON, CSV, DXF...) names it by itself;
-    // what a reader shows beside it (DXF's blocks) is not written back.
-    if (!strato && d.GetLayerCount() > 0 && !Vero(driver, GDAL_DCAP_MULTIPLE_VECTOR_LAYERS)) strato = d.GetLayer(0);
+    OGRLayer* l = d.GetLayerByName(nome.c_str());
+    if (!l && d.GetLayerCount() > 0 && unoPerFile) l = d.GetLayer(0);
+    return l;
+}
+
+bool TUscitaGis::TImpl::StessoSrs(OGRLayer& strato, const std::string& percorso, std::string& errore) const
+{
+    const OGRSpatialReference* suo = strato.GetSpatialRef();
+    if (!conSrs || !suo || suo->IsSame(&srs)) return true;
+    const char* nomeSuo = suo->GetName();
+    errore = "the layer " + std::string(strato.GetName()) + " of " + percorso + " is in " +
+             (nomeSuo ? nomeSuo : "another CRS") + ", not " + o.crs;
+    return false;
+}
+
+bool TUscitaGis::TImpl::Strato(int tipo, std::string& errore)
+{
+    TFileGis& f = file[fileDi[tipo]];
+    const std::string nome = NomeStrato(tipo);
+    OGRLayer*& strato = strati[tipo];
+    strato = Esistente(*f.ds, nome);
     if (strato) {
         esistenti += std::max<GIntBig>(0, strato->GetFeatureCount());
-        const OGRSpatialReference* suo = strato->GetSpatialRef();
-        if (conSrs && suo && !suo->IsSame(&srs)) {
-            const char* nomeSuo = suo->GetName();
-            errore = "the layer " + std::string(strato->GetName()) + " of " + o.percorso + " is in " +
-                     (nomeSuo ? nomeSuo : "another CRS") + ", not " + o.crs;
-            return false;
-        }
+        if (!StessoSrs(*strato, f.percorso, errore)) return false;
     } else {
         // In memory the options wait for the copy to the file.
-        CPLStringList opzioni = riscrivi ? CPLStringList() : Opzioni(OpzioniStrato(driver));
-        strato = d.CreateLayer(nome.c_str(), conSrs ? &srs : nullptr, wkbUnknown, opzioni.List());
+        CPLStringList opzioni = f.riscrivi ? CPLStringList() : Opzioni(OpzioniStrato(driver));
+        strato = f.ds->CreateLayer(nome.c_str(), conSrs ? &srs : nullptr, geometrie[tipo], opzioni.List());
         if (!strato) {
-            errore = "cannot create the layer " + nome + " in " + o.percorso + Motivo();
+            errore = "cannot create the layer " + nome + " in " + f.percorso + Motivo();
             return false;
         }
     }
-    for (const TCampo& c : campi) {
+    for (const TCampo& c : Campi(driver)) {
         if (strato->GetLayerDefn()->GetFieldIndex(c.nome) >= 0) continue;
-        OGRFieldDefn f(c.nome, c.tipo);
-        if (strato->CreateField(&f) != OGRERR_NONE) {
-            errore = "cannot add the field " + std::string(c.nome) + " to " + o.percorso + Motivo();
+        OGRFieldDefn campo(c.nome, c.tipo);
+        if (strato->CreateField(&campo) != OGRERR_NONE) {
+            errore = "cannot add the field " + std::string(c.nome) + " to " + f.percorso + Motivo();
             return false;
         }
     }
     return true;
 }
 
-bool TUscitaGis::TImpl::Riscrivi(std::string& errore)
+bool TUscitaGis::TImpl::Riscrivi(TFileGis& f, std::string& errore)
 {
-    const std::string cartella = Cartella(o.percorso), nome = NomeFile(o.percorso);
+    const std::string cartella = Cartella(f.percorso), nome = NomeFile(f.percorso);
     std::string modello = cartella + "/." + nome + ".XXXXXX";
     if (!mkdtemp(&modello[0])) {
-        errore = "cannot write beside " + o.percorso + " (" + std::strerror(errno) + ")";
+        errore = "cannot write beside " + f.percorso + " (" + std::strerror(errno) + ")";
         return false;
     }
     bool ok = true;
@@ -303,18 +426,80 @@ bool TUscitaGis::TImpl::Riscrivi(std::string& errore)
         TDs nuovo(driver->Create((modello + "/" + nome).c_str(), 0, 0, 0, GDT_Unknown, nullptr));
         ok = nuovo != nullptr;
         CPLStringList opzioni = Opzioni(OpzioniStrato(driver));
-        const bool tutti = Vero(driver, GDAL_DCAP_MULTIPLE_VECTOR_LAYERS);
-        for (int i = 0; ok && i < ds->GetLayerCount(); ++i) {
-            OGRLayer* l = ds->GetLayer(i);
-            if (tutti || l == punti) ok = nuovo->CopyLayer(l, l->GetName(), opzioni.List()) != nullptr;
+        for (int i = 0; ok && i < f.ds->GetLayerCount(); ++i) {
+            OGRLayer* l = f.ds->GetLayer(i);
+            if (Copiato(l)) ok = nuovo->CopyLayer(l, l->GetName(), opzioni.List()) != nullptr;
         }
-        if (!ok) errore = "cannot write " + o.percorso + Motivo();
+        if (!ok) errore = "cannot write " + f.percorso + Motivo();
     }
-    if (!ok) {
+    if (!ok || !Completa(modello + "/" + nome, f, errore)) {
         Rimuovi(modello);
         return false;
     }
     return Trasferisci(modello, cartella, nome, errore);
+}
+
+// A file of a format written again whole, holding more than the one layer
+// that is written back (a DXF's blocks beside its entities), would lose the
+// rest.
+bool TUscitaGis::TImpl::Riscrivibile(GDALDataset& d, const std::string& percorso, std::string& errore) const
+{
+    if (!unoPerFile || d.GetLayerCount() <= 1 || d.TestCapability(ODsCTransactions) || SincronizzaInSitu(driver))
+        return true;
+    errore = percorso + " holds " + std::to_string(d.GetLayerCount()) +
+             " layers and only one would be written back; it is left alone";
+    return false;
+}
+
+namespace {
+
+std::unique_ptr<OGRFeature> Ultimo(OGRLayer& l)
+{
+    std::unique_ptr<OGRFeature> u;
+    l.ResetReading();
+    while (OGRFeature* f = l.GetNextFeature()) u.reset(f);
+    return u;
+}
+
+// A file cut by a full disk ends in a feature cut short (a CSV line, say):
+// the copy's last feature is compared with the one in memory.
+bool StessoUltimo(OGRLayer& copia, OGRLayer& memoria)
+{
+    const std::unique_ptr<OGRFeature> a = Ultimo(copia), b = Ultimo(memoria);
+    if (!a || !b) return !a && !b;
+    const OGRGeometry *ga = a->GetGeometryRef(), *gb = b->GetGeometryRef();
+    if (!ga || !gb || !ga->Equals(gb)) return false;
+    for (int i = 0; i < b->GetFieldCount(); ++i) {
+        const int j = a->GetFieldIndex(b->GetFieldDefnRef(i)->GetNameRef());
+        if (j < 0 || std::string(a->GetFieldAsString(j)) != b->GetFieldAsString(i)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool TUscitaGis::TImpl::Copiato(OGRLayer* l) const
+{
+    return !unoPerFile || std::find(std::begin(strati), std::end(strati), l) != std::end(strati);
+}
+
+// The copy read back before it replaces the file: a write the system
+// refused half way (a full disk) can leave a file that GDAL closed without
+// a word.
+bool TUscitaGis::TImpl::Completa(const std::string& copia, TFileGis& f, std::string& errore)
+{
+    const char* const soloQuesto[] = {driver->GetDescription(), nullptr};
+    TDs letta(GDALDataset::Open(copia.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, soloQuesto));
+    for (int i = 0; i < f.ds->GetLayerCount(); ++i) {
+        OGRLayer* l = f.ds->GetLayer(i);
+        if (!Copiato(l)) continue;
+        OGRLayer* c = !letta ? nullptr : unoPerFile ? letta->GetLayer(0) : letta->GetLayerByName(l->GetName());
+        if (!c || c->GetFeatureCount() != l->GetFeatureCount() || !StessoUltimo(*c, *l)) {
+            errore = "cannot write " + f.percorso + ": the new copy came back incomplete (is the disk full?)";
+            return false;
+        }
+    }
+    return true;
 }
 
 TUscitaGis::TUscitaGis() : impl(std::make_unique<TImpl>()) {}
@@ -322,80 +507,98 @@ TUscitaGis::~TUscitaGis() = default;
 
 bool TUscitaGis::Disponibile() { return true; }
 
-bool TUscitaGis::Apri(const TOpzioniGis& o, std::string& errore)
+bool TUscitaGis::Verifica(const TOpzioniGis& o, std::string& errore)
 {
     Registra();
+    TImpl m;
+    m.o = o;
+    if (!m.Srs(errore) || !m.Driver(errore)) return false;
+    const char* const soloQuesto[] = {m.driver->GetDescription(), nullptr};
+    for (int tipo = 0; tipo < numStrati; ++tipo) {
+        const std::string p = m.Percorso(tipo);
+        if (!VerificaScrivibile(p, errore)) return false;
+        if (!Esiste(p)) continue;
+        TDs d(GDALDataset::Open(p.c_str(), GDAL_OF_VECTOR, soloQuesto));
+        if (!d) {
+            errore = p + " exists and is not a " + m.driver->GetDescription() + " file GDAL reads; it is left alone" +
+                     Motivo();
+            return false;
+        }
+        if (!m.Riscrivibile(*d, p, errore)) return false;
+        if (OGRLayer* l = m.Esistente(*d, m.NomeStrato(tipo)))
+            if (!m.StessoSrs(*l, p, errore)) return false;
+    }
+    return true;
+}
+
+bool TUscitaGis::Apri(const TOpzioniGis& o, std::string& errore)
+{
+    if (!Verifica(o, errore)) return false;
     impl = std::make_unique<TImpl>();
     TImpl& m = *impl;
     m.o = o;
-    if (!o.crs.empty()) {
-        if (m.srs.SetFromUserInput(o.crs.c_str()) != OGRERR_NONE) {
-            errore = "--crs " + o.crs + " is not a coordinate reference system OGR knows";
-            return false;
+    if (!m.Srs(errore) || !m.Driver(errore)) return false;
+    m.file.resize(m.unoPerFile ? numStrati : 1);
+    for (int tipo = 0; tipo < numStrati; ++tipo) {
+        m.fileDi[tipo] = m.unoPerFile ? static_cast<std::size_t>(tipo) : 0;
+        TFileGis& f = m.file[m.fileDi[tipo]];
+        if (!f.ds) {
+            f.percorso = m.Percorso(tipo);
+            if (!m.ApriFile(f, errore)) return false;
         }
-        m.srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-        m.conSrs = true;
+        if (!m.Strato(tipo, errore)) return false;
     }
-    if (!m.Driver(errore) || !m.ApriFile(o.percorso, m.ds, errore)) return false;
-    if (IsShapefile(m.driver)) {
-        // One geometry type a file: points here, lines beside.
-        const std::string base = o.percorso.substr(0, o.percorso.size() - (Estensione(o.percorso).empty() ? 0 : 4));
-        if (!m.Strato(*m.ds, NomeFile(base), m.punti, errore) ||
-            !m.ApriFile(base + "_lines.shp", m.dsLinee, errore) ||
-            !m.Strato(*m.dsLinee, NomeFile(base) + "_lines", m.linee, errore))
-            return false;
-    } else {
-        if (!m.Strato(*m.ds, o.strato, m.punti, errore)) return false;
-        m.linee = m.punti;
+    for (TFileGis& f : m.file) {
+        if (f.riscrivi) {
+            if (!m.Riscrivi(f, errore)) return false;
+        } else {
+            f.ds->FlushCache();
+        }
     }
-    if (m.riscrivi) return m.Riscrivi(errore);
-    m.ds->FlushCache();
     return true;
 }
 
 bool TUscitaGis::Scrivi(const TElementoGis& e, std::string& errore)
 {
     TImpl& m = *impl;
-    const bool punto = e.genere == TGenere::punto;
-    OGRLayer* strato = punto ? m.punti : m.linee;
-    GDALDataset& d = punto || !m.dsLinee ? *m.ds : *m.dsLinee;
+    const TTipoStrato tipo = StratoDi(e.genere);
+    OGRLayer* strato = m.strati[tipo];
     if (!strato) {
         errore = "no GIS output is open";
         return false;
     }
+    TFileGis& file = m.file[m.fileDi[tipo]];
+    GDALDataset& d = *file.ds;
     OGRFeature f(strato->GetLayerDefn());
-    f.SetField("kind", NomeGenere(e.genere));
-    f.SetField("time", e.ora.c_str());
-    f.SetField("button", e.bottone);
-    f.SetField("function", NomeCodiceFunzione(e.funzione));
-    f.SetField("count_x", static_cast<int>(e.x));
-    f.SetField("count_y", static_cast<int>(e.y));
-    if (punto) {
-        f.SetGeometry(std::make_unique<OGRPoint>(e.vertici.at(0).est, e.vertici.at(0).nord).get());
-    } else {
-        OGRLineString linea;
-        for (const TVertice& v : e.vertici) linea.addPoint(v.est, v.nord);
-        f.SetGeometry(&linea);
-    }
-    if (m.transazioni && d.StartTransaction() != OGRERR_NONE) {
-        errore = "cannot write to " + m.o.percorso + Motivo();
+    Attributi(f, e);
+    f.SetGeometry(Geometria(e).get());
+    CPLErrorReset();
+    if (file.transazioni && d.StartTransaction() != OGRERR_NONE) {
+        errore = "cannot write to " + file.percorso + Motivo();
         return false;
     }
     if (strato->CreateFeature(&f) != OGRERR_NONE) {
-        if (m.transazioni) d.RollbackTransaction();
-        errore = "cannot write a feature to " + m.o.percorso + Motivo();
+        if (file.transazioni) d.RollbackTransaction();
+        errore = "cannot write a feature to " + file.percorso + Motivo();
         return false;
     }
-    if (m.transazioni) {
+    if (file.transazioni) {
         if (d.CommitTransaction() != OGRERR_NONE) {
-            errore = "cannot commit a feature to " + m.o.percorso + Motivo();
+            errore = "cannot commit a feature to " + file.percorso + Motivo();
             return false;
         }
         return true;
     }
-    if (m.riscrivi) return m.Riscrivi(errore);
-    strato->SyncToDisk();
-    d.FlushCache();
+    if (file.riscrivi) {
+        if (m.Riscrivi(file, errore)) return true;
+        // Not in the file: not in the next copy either.
+        if (strato->DeleteFeature(f.GetFID()) != OGRERR_NONE) errore += "; the layer in memory keeps it";
+        return false;
+    }
+    if (strato->SyncToDisk() != OGRERR_NONE || (d.FlushCache(), CPLGetLastErrorType() >= CE_Failure)) {
+        errore = "cannot write a feature to " + file.percorso + Motivo();
+        return false;
+    }
     return true;
 }
 
@@ -404,4 +607,11 @@ std::string TUscitaGis::Descrizione() const
     if (!impl->driver) return {};
     return std::string(impl->driver->GetDescription()) + ", " + std::to_string(impl->esistenti) +
            " features already there";
+}
+
+std::vector<std::string> TUscitaGis::File() const
+{
+    std::vector<std::string> v;
+    for (const TFileGis& f : impl->file) v.push_back(f.percorso);
+    return v;
 }

@@ -8,11 +8,13 @@ TUscitaGis::~TUscitaGis() = default;
 
 bool TUscitaGis::Disponibile() { return false; }
 
-bool TUscitaGis::Apri(const TOpzioniGis&, std::string& errore)
+bool TUscitaGis::Verifica(const TOpzioniGis&, std::string& errore)
 {
     errore = "digitize is not available: velmarin-host was built without GDAL (libgdal-dev)";
     return false;
 }
+
+bool TUscitaGis::Apri(const TOpzioniGis& o, std::string& errore) { return Verifica(o, errore); }
 
 bool TUscitaGis::Scrivi(const TElementoGis&, std::string& errore)
 {
@@ -21,3 +23,5 @@ bool TUscitaGis::Scrivi(const TElementoGis&, std::string& errore)
 }
 
 std::string TUscitaGis::Descrizione() const { return {}; }
+
+std::vector<std::string> TUscitaGis::File() const { return {}; }

@@ -21,6 +21,14 @@
 
 namespace {
 
+bool Comanda(const TOpzioniHost& o, std::initializer_list<TComando> quali)
+{
+    for (TComando c : o.comandi)
+        for (TComando q : quali)
+            if (c == q) return true;
+    return false;
+}
+
 bool VuoleTerminale(const std::vector<TComando>& comandi)
 {
     for (TComando c : comandi)
@@ -60,6 +68,13 @@ int main(int argc, char** argv)
     if (o.comandi.front() == TComando::demo) return Dimostrazione(stdout);
     if (o.comandi.front() == TComando::porte) return ElencaPorte(o, stdout);
 
+    const bool digitalizza = Comanda(o, {TComando::digitalizza}) ||
+                             (Comanda(o, {TComando::menu}) && !o.gis.gis.percorso.empty());
+    if (!VerificaUscite(o.gis, digitalizza, Comanda(o, {TComando::menu, TComando::calibraPunti, TComando::calibraGriglia}),
+                        errore)) {
+        std::fprintf(stderr, "velmarin-host: %s\n", errore.c_str());
+        return 2;
+    }
     TTerminale terminale;
     if (VuoleTerminale(o.comandi) && !terminale.Attivo()) {
         std::fprintf(stderr, "velmarin-host: the dialogs need a terminal on standard input and output\n");
@@ -102,11 +117,16 @@ int main(int argc, char** argv)
         if (o.comandi.front() != TComando::menu) std::printf("velmarin-host: %s\n", collegamento.Descrizione().c_str());
         if (!impostazioni.empty()) std::printf("velmarin-host: %s\n", impostazioni.c_str());
         std::fflush(stdout);
+        // Each command builds on the one before: after one that failed,
+        // the rest would work on what is not there.
+        std::string calibrazione;
         for (TComando c : o.comandi) {
-            if (c == TComando::menu) Menu(digit, dati, o, terminale, collegamento);
-            else if (!EseguiComando(c, digit, dati, o, terminale, collegamento) &&
-                     (c == TComando::osserva || c == TComando::digitalizza))
+            if (c == TComando::menu) {
+                Menu(digit, dati, calibrazione, o, terminale, collegamento);
+            } else if (!EseguiComando(c, digit, dati, calibrazione, o, terminale, collegamento)) {
                 esito = 1;
+                break;
+            }
         }
     }
     ImpostaInterfacciaUtente(nullptr);
