@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -64,7 +65,7 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
     const struct {
         std::string testo, messaggio;
     } casi[] = {
-        {buono.substr(0, buono.find("functions")), "no functions line; the file is cut"},
+        {buono.substr(0, buono.find("functions")), "no functions line; the file is cut short"},
         {buono.substr(0, buono.find("limits") + 9), "bad limits value"},
         {Sostituisci("model 6", "model 9"), "line 3: bad model value: 9"},
         {Sostituisci("baud 19200", "baud 19201"), "bad baud value"},
@@ -74,8 +75,10 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
         {Sostituisci("port 3", "port 3x"), "bad port value"},
         {Sostituisci("reset 1", "colour blue"), "unknown setting colour"},
         {buono + "model 6\n", "model is set twice"},
-        {Sostituisci("version 1", "version 2"), "written by a newer velmarin-host (version 2)"},
-        {std::string("\x7f" "ELF\x01\x02\0\0", 8), "unknown setting"},
+        {Sostituisci("version 1", "version 2"), "written by a newer velmarin-host (version 2;"},
+        {std::string("\x7f" "ELF\x01\x02\0\0", 8), "holds binary data"},
+        {Sostituisci("model 6", "model \x1b[2J6"), "holds binary data"},  // a terminal's escape, never echoed
+        {Sostituisci("model 6", "model \xc3\xa9" "6"), "bad model value: ??6"},
     };
     for (const auto& c : casi) {
         Scrivi(c.testo);
@@ -87,6 +90,12 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
         EXPECT_EQ(d.tipo, 2) << "the record is untouched: " << c.testo;
         EXPECT_EQ(d.limitiDefiniti, false);
     }
+    std::filesystem::remove(percorso);
+    std::filesystem::create_directory(percorso);
+    TDataDigit d{};
+    std::string messaggio;
+    EXPECT_EQ(LeggiImpostazioni(percorso, d, messaggio), TEsitoImpostazioni::errato);
+    EXPECT_NE(messaggio.find("is a folder"), std::string::npos) << messaggio;
 }
 
 TEST(PercorsoImpostazioni, FollowsTheOptionThenTheEnvironment)

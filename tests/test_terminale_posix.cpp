@@ -55,7 +55,9 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
     const TCaso casi[] = {
         {1, tab, 3},       // past the disabled entry
         {2, sette, 3},     // a focus on a disabled control moves on
-        {-1, sette, 1, true, TTipoInput::digita, 2000, "7"},  // no focus: the first control
+        {-1, sette, -1},   // no focus takes no typing
+        {-1, tab, 1},      // until Tab gives one
+        {-1, invio, -1, true, TTipoInput::invio},  // Enter: the default button
         {1, spazio, 1, true, TTipoInput::digita, 2000, " "},
         {4, sette, 4},     // a character on a button does nothing
         {4, invio, 4, true, TTipoInput::clic, 2},
@@ -84,6 +86,30 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
             EXPECT_EQ(input.indice, c.indice);
         }
     }
+    EXPECT_EQ(PrimoFuoco(s), 1);
+}
+
+// The dialog that waits for a press of the tablet has Annulla alone: it
+// opens with no focus, so that an Enter once too often (the one that closed
+// the dialog before it) throws nothing away; Tab reaches Annulla, and then
+// Enter presses it.
+TEST(InputPerTasto, EnterNeverPressesAnAnnullaThatIsNotHighlighted)
+{
+    TStatoDialogo s;
+    s.modello = 1;
+    s.elementi.resize(3);
+    s.elementi[0].tipo = TTipoElemento::statico;
+    s.elementi[1].tipo = TTipoElemento::statico;
+    s.elementi[2].tipo = TTipoElemento::pulsante, s.elementi[2].id = 2;
+    int fuoco = PrimoFuoco(s);
+    EXPECT_EQ(fuoco, -1);
+    TInput input;
+    EXPECT_FALSE(InputPerTasto(s, {TTasto::invio, 0}, fuoco, input));
+    EXPECT_FALSE(InputPerTasto(s, {TTasto::tab, 0}, fuoco, input));
+    EXPECT_EQ(fuoco, 2);
+    ASSERT_TRUE(InputPerTasto(s, {TTasto::invio, 0}, fuoco, input));
+    EXPECT_EQ(input.tipo, TTipoInput::clic);
+    EXPECT_EQ(input.id, 2);
 }
 
 // Keys that came in one read are handed out one by one: an escape sequence

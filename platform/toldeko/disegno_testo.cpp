@@ -20,12 +20,16 @@ std::string SenzaAcceleratori(const std::string& s)
 
 enum class TAllinea { sinistra, centro, destra };
 
-// `testo` cut or padded to `larghezza` cells.
+// `testo` cut or padded to `larghezza` cells; a cut text ends in '~', so
+// that nobody takes "Inizia Polilinea - Dis. L~" for the whole label.
 TCelle Adatta(const std::string& testo, int larghezza, TAllinea allinea)
 {
     TCelle c = CelleTesto(testo);
     if (larghezza <= 0) return {};
-    if (static_cast<int>(c.size()) > larghezza) c.resize(static_cast<std::size_t>(larghezza));
+    if (static_cast<int>(c.size()) > larghezza) {
+        c.resize(static_cast<std::size_t>(larghezza));
+        if (larghezza > 1) c.back() = "~";
+    }
     const int vuoto = larghezza - static_cast<int>(c.size());
     const int prima = allinea == TAllinea::sinistra ? 0 : allinea == TAllinea::destra ? vuoto : vuoto / 2;
     TCelle r(static_cast<std::size_t>(prima), " ");

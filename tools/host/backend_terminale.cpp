@@ -4,6 +4,7 @@
 
 #include "guida.h"
 #include "impaginazione.h"
+#include "platform/winui.h"
 
 namespace {
 
@@ -98,6 +99,18 @@ std::string Sequenze(const TSchermata& sc)
     return out;
 }
 
+// The whole entry of a focused list that is too narrow to show it, where
+// the keys are named: "[Inizia Polilinea - Dis. Lib.]  ".
+std::string EtichettaIntera(const TStatoDialogo& s, int fuoco, int colonne)
+{
+    if (fuoco < 0 || fuoco >= static_cast<int>(s.elementi.size())) return {};
+    const TStatoElemento& e = El(s, fuoco);
+    if (e.tipo != TTipoElemento::combo || e.selezione < 0 || e.selezione >= static_cast<int>(e.voci.size())) return {};
+    const std::string& voce = e.voci[static_cast<std::size_t>(e.selezione)].testo;
+    const int posto = PosizioneControllo(e, MisuraPer(s, colonne)).larghezza - 3;
+    return static_cast<int>(CelleTesto(voce).size()) > posto ? "[" + voce + "]  " : "";
+}
+
 }  // namespace
 
 bool PrendeFuoco(const TStatoElemento& e)
@@ -107,11 +120,19 @@ bool PrendeFuoco(const TStatoElemento& e)
            e.tipo == TTipoElemento::combo;
 }
 
+int PrimoFuoco(const TStatoDialogo& s)
+{
+    for (std::size_t i = 0; i < s.elementi.size(); ++i)
+        if (PrendeFuoco(s.elementi[i]) && s.elementi[i].id != IDCANCEL) return static_cast<int>(i);
+    return -1;
+}
+
 bool InputPerTasto(const TStatoDialogo& s, const TLettura& t, int& fuoco, TInput& input)
 {
     const int n = static_cast<int>(s.elementi.size());
-    if (fuoco < 0 || fuoco >= n || !PrendeFuoco(s.elementi[static_cast<std::size_t>(fuoco)]))
-        fuoco = Sposta(s, fuoco < 0 ? -1 : fuoco, 1);
+    // No focus stays none until Tab or an arrow gives one.
+    if (fuoco >= n || (fuoco >= 0 && !PrendeFuoco(s.elementi[static_cast<std::size_t>(fuoco)])))
+        fuoco = Sposta(s, fuoco, 1);
     const TStatoElemento* e =
         fuoco >= 0 && fuoco < n && PrendeFuoco(s.elementi[static_cast<std::size_t>(fuoco)])
             ? &s.elementi[static_cast<std::size_t>(fuoco)]
@@ -151,10 +172,14 @@ bool InputPerTasto(const TStatoDialogo& s, const TLettura& t, int& fuoco, TInput
         input.tipo = TTipoInput::clic;
         return true;
     case TTasto::invio:
+        // Enter presses the highlighted button, else the default one; a
+        // dialog with neither (the one that waits for a press of the
+        // tablet, whose only button is Annulla) takes no Enter at all.
         if (e && e->tipo == TTipoElemento::pulsante) {
             input.tipo = TTipoInput::clic;
             return true;
         }
+        if (IndicePredefinito(s) < 0) return false;
         input.tipo = TTipoInput::invio;
         return true;
     case TTasto::esc:
@@ -194,7 +219,7 @@ void TBackendTerminale::Aperto(TFinestraDialogo& finestra)
         std::lock_guard<std::mutex> g(mutex);
         aperti.push_back(&finestra);
         const TStatoDialogo s = finestra.Fotografia();
-        fuoco[&finestra] = s.elementi.empty() ? -1 : Sposta(s, -1, 1);
+        fuoco[&finestra] = PrimoFuoco(s);
         chiama = alAperto;
     }
     if (chiama) chiama(finestra.Modello().id);
@@ -235,6 +260,27 @@ void TBackendTerminale::Suggerimento(std::function<std::string(unsigned)> f)
 {
     std::lock_guard<std::mutex> g(mutex);
     suggerimento = std::move(f);
+}
+
+void TBackendTerminale::ConfermaAnnulla(std::function<std::string(unsigned)> f)
+{
+    std::lock_guard<std::mutex> g(mutex);
+    confermaAnnulla = std::move(f);
+}
+
+// Asks in a box over the dialog; only y gives up.
+bool TBackendTerminale::Conferma(const std::string& domanda)
+{
+    Riquadro({domanda}, "y: give up   n, Escape: go on");
+    for (;;) {
+        RidisegnaSeCambiato();
+        const TLettura t = terminale.LeggiTasto(50);
+        const char c = t.tasto == TTasto::carattere ? static_cast<char>(t.carattere | 0x20) : 0;
+        if (c == 'y' || c == 'n' || t.tasto == TTasto::esc || t.tasto == TTasto::fine) {
+            Riquadro({}, "");
+            return c == 'y';
+        }
+    }
 }
 
 void TBackendTerminale::Intestazione(const std::string& testo)
@@ -298,13 +344,23 @@ std::chrono::milliseconds TBackendTerminale::Inattivo(TFinestraDialogo& finestra
     if (t.tasto == TTasto::nessuno) return std::chrono::milliseconds(1);
     TInput input;
     bool posta = false;
+    std::function<std::string(unsigned)> domanda;
     {
         std::lock_guard<std::mutex> g(mutex);
         avviso.clear();
         int& f = fuoco[&finestra];
-        posta = InputPerTasto(finestra.Fotografia(), t, f, input);
+        const TStatoDialogo s = finestra.Fotografia();
+        posta = InputPerTasto(s, t, f, input);
+        if (!posta && t.tasto == TTasto::invio)
+            avviso = "Enter: no button is highlighted here (Tab reaches them).";
+        domanda = confermaAnnulla;
     }
     sporco = true;
+    const bool annulla = input.tipo == TTipoInput::esc || (input.tipo == TTipoInput::clic && input.id == IDCANCEL);
+    if (posta && annulla && domanda) {
+        const std::string d = domanda(finestra.Modello().id);
+        if (!d.empty() && !Conferma(d)) return std::chrono::milliseconds(1);
+    }
     if (posta) finestra.Posta(input);
     return std::chrono::milliseconds(1);
 }
@@ -341,10 +397,12 @@ void TBackendTerminale::Ridisegna()
         perDialogo = suggerimento;
     }
     if (c.stato.modello == 0) return;  // the main screen is the program's
-    if (c.fuoco < 0 || c.fuoco >= static_cast<int>(c.stato.elementi.size()) ||
-        !PrendeFuoco(c.stato.elementi[static_cast<std::size_t>(c.fuoco)]))
+    if (c.fuoco >= static_cast<int>(c.stato.elementi.size()) ||
+        (c.fuoco >= 0 && !PrendeFuoco(c.stato.elementi[static_cast<std::size_t>(c.fuoco)])))
         c.fuoco = Sposta(c.stato, c.fuoco, 1);
-    c.aiuto.push_back(c.riquadro.empty() ? TastiDelControllo(c.stato, c.fuoco) : tastiBox);
+    c.aiuto.push_back(c.riquadro.empty() ? EtichettaIntera(c.stato, c.fuoco, terminale.Colonne()) +
+                                               TastiDelControllo(c.stato, c.fuoco)
+                                         : tastiBox);
     if (perDialogo) {
         const std::string s = perDialogo(c.stato.modello);
         if (!s.empty()) c.aiuto.push_back(s);

@@ -9,10 +9,14 @@
 //                               elsewhere like Tab / Shift-Tab, except that
 //   Left, Right                 on a list give the previous / next entry
 //   Space                       clicks a button or radio, next entry of a list
-//   Enter                       a focused push button, else the default button
+//   Enter                       a focused push button, else the default
+//                               button; nothing in a dialog without one
 //   Escape                      cancels
 //   characters, Backspace       type into a focused entry field
 //
+// A dialog opens with the focus on its first control that is not Annulla,
+// and with none when Annulla is all it has: a key pressed once too often
+// never throws work away.
 // The lines under the dialog name the keys that work on the focused control
 // and what the dialog waits for. When a nested dialog closes, the focus goes
 // back to the default button, so that Enter takes the dialog as it stands.
@@ -38,6 +42,8 @@
 #include "terminale.h"
 
 bool PrendeFuoco(const TStatoElemento& e);
+// Where the focus is when a dialog opens: an index into s.elementi, or -1.
+int PrimoFuoco(const TStatoDialogo& s);
 
 // What one key does to a dialog as it stands: the input to post (false when
 // none) and the new focus, an index into stato.elementi or -1.
@@ -62,6 +68,9 @@ public:
     void AlAperto(std::function<void(unsigned modello)> f);
     // The host's words under the dialog of template `modello`.
     void Suggerimento(std::function<std::string(unsigned modello)> f);
+    // The question asked before Escape or Annulla closes the dialog of
+    // template `modello`; empty: none, it closes at once.
+    void ConfermaAnnulla(std::function<std::string(unsigned modello)> f);
     // A line drawn above every dialog: which tablet the dialogs work on.
     void Intestazione(const std::string& testo);
     // The template of the dialog on top; 0 when none is open.
@@ -76,6 +85,7 @@ public:
 
 private:
     void RidisegnaSeCambiato();
+    bool Conferma(const std::string& domanda);
 
     TTerminale& terminale;
     std::mutex mutex;
@@ -89,6 +99,7 @@ private:
     std::string intestazione;
     std::function<void(unsigned)> alAperto;
     std::function<std::string(unsigned)> suggerimento;
+    std::function<std::string(unsigned)> confermaAnnulla;
     std::atomic<bool> sporco{false};
     std::atomic<int> disegni{0};
     std::chrono::steady_clock::time_point ultimoDisegno{};

@@ -110,17 +110,55 @@ std::string PercorsoImpostazioni(const std::string& scelto)
     return {};
 }
 
+namespace {
+
+// A value as a message may show it: printable, and short.
+std::string Mostra(const std::string& v)
+{
+    std::string s;
+    for (unsigned char c : v.substr(0, 40)) s += c >= 0x20 && c < 0x7f ? static_cast<char>(c) : '?';
+    return v.size() > 40 ? s + "..." : s;
+}
+
+// What keeps `percorso` from being read as a set-up file, or empty; the
+// whole text in `testo` when nothing does.
+std::string Illeggibile(const std::string& percorso, std::string& testo, bool& assente)
+{
+    struct stat st {};
+    assente = false;
+    if (stat(percorso.c_str(), &st) != 0) {
+        assente = errno == ENOENT;
+        return "cannot read " + percorso + " (" + std::strerror(errno) + ")";
+    }
+    if (S_ISDIR(st.st_mode)) return percorso + " is a folder, not a set-up file";
+    if (!S_ISREG(st.st_mode) || st.st_size > 64 * 1024) return percorso + " is not a set-up file";
+    std::ifstream in(percorso, std::ios::binary);
+    if (!in) return "cannot read " + percorso + " (" + std::strerror(errno) + ")";
+    testo.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    for (unsigned char c : testo)
+        if (c < 0x20 && c != '\n' && c != '\r' && c != '\t')
+            return percorso + " is not a set-up file: it holds binary data";
+    return {};
+}
+
+}  // namespace
+
 TEsitoImpostazioni LeggiImpostazioni(const std::string& percorso, TDataDigit& dati, std::string& messaggio)
 {
-    std::ifstream in(percorso);
-    if (!in) {
+    std::string testo;
+    bool assente = false;
+    messaggio = Illeggibile(percorso, testo, assente);
+    if (assente) {
         messaggio = "no set-up file at " + percorso;
         return TEsitoImpostazioni::assente;
     }
+    if (!messaggio.empty()) return TEsitoImpostazioni::errato;
+    std::istringstream in(testo);
     TDataDigit d = dati;
     std::map<std::string, int> viste;
     std::string riga;
     for (int numero = 1; std::getline(in, riga); ++numero) {
+        if (!riga.empty() && riga.back() == '\r') riga.pop_back();  // written on Windows
         if (riga.empty() || riga[0] == '#') continue;
         const auto spazio = riga.find(' ');
         const std::string chiave = riga.substr(0, spazio);
@@ -133,13 +171,14 @@ TEsitoImpostazioni LeggiImpostazioni(const std::string& percorso, TDataDigit& da
                 return TEsitoImpostazioni::errato;
             }
             if (v > versione) {
-                messaggio = dove + "written by a newer velmarin-host (version " + valore + ")";
+                messaggio = dove + "written by a newer velmarin-host (version " + Mostra(valore) +
+                            "; this one reads version " + std::to_string(versione) + ")";
                 return TEsitoImpostazioni::errato;
             }
         } else if (!Valore(chiave, valore, d)) {
             messaggio = dove + (std::find(std::begin(chiavi), std::end(chiavi), chiave) == std::end(chiavi)
-                                    ? "unknown setting " + chiave
-                                    : "bad " + chiave + " value: " + valore);
+                                    ? "unknown setting " + Mostra(chiave)
+                                    : "bad " + chiave + " value: " + Mostra(valore));
             return TEsitoImpostazioni::errato;
         }
         if (++viste[chiave] > 1) {
@@ -149,7 +188,7 @@ TEsitoImpostazioni LeggiImpostazioni(const std::string& percorso, TDataDigit& da
     }
     for (const char* c : chiavi) {
         if (!viste.count(c)) {
-            messaggio = percorso + ": no " + c + " line; the file is cut or spoiled";
+            messaggio = percorso + ": no " + c + " line; the file is cut short or was edited";
             return TEsitoImpostazioni::errato;
         }
     }

@@ -48,6 +48,7 @@ std::string TastiDelControllo(const TStatoDialogo& s, int fuoco)
     }
     // Enter presses a focused button, else the default one.
     const bool suPulsante = e && (tipo == TTipoElemento::pulsante || tipo == TTipoElemento::predefinito);
+    if (!e) t = "Tab: to the buttons";
     if (!suPulsante && IndicePredefinito(s) >= 0) t += "  Enter: " + Didascalia(s, 1, "OK");
     t += "  Esc: " + Didascalia(s, 2, "close");
     return t;
@@ -96,6 +97,18 @@ std::string TGuida::Suggerimento(unsigned modello) const
     case modelloSceltaTavoletta: return "Limiti: digitize two corners. Prova: see the pointer live.";
     default: return {};
     }
+}
+
+std::string TGuida::DomandaAnnulla(unsigned modello) const
+{
+    if (!collegamento.InCalibrazione()) return {};
+    const bool griglia = collegamento.PerGriglia();
+    const int chiesti = collegamento.PuntiChiesti();
+    const int presi = modello == modelloDigitalizza && chiesti > 0 ? chiesti - 1 : chiesti;
+    // Three sparse points or more: Esc ends the calibration with them.
+    if (presi == 0 || (!griglia && presi >= 3)) return {};
+    return "Give up the calibration? The " + std::to_string(presi) + (griglia ? " node" : " point") +
+           (presi == 1 ? "" : "s") + " taken will be lost.";
 }
 
 std::string Rifiuto(unsigned modello, unsigned tipo)

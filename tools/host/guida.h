@@ -29,6 +29,10 @@ public:
     TGuida(const CDigit& digit, const TCollegamento& collegamento);
     // What the dialog `modello` waits for, as the tablet is set up now.
     std::string Suggerimento(unsigned modello) const;
+    // The question to ask before Esc or Annulla closes the dialog `modello`
+    // and with it a calibration whose points would be lost; empty when
+    // nothing would be.
+    std::string DomandaAnnulla(unsigned modello) const;
 
 private:
     std::string PerDigitalizzare() const;

@@ -13,7 +13,7 @@ bool CaricaImpostazioni(TOpzioniHost& o, TDataDigit& salvato, std::string& messa
     vuoto.GetDataDigit(salvato);
     switch (LeggiImpostazioni(percorso, salvato, messaggio)) {
     case TEsitoImpostazioni::assente: messaggio.clear(); return false;  // the first run
-    case TEsitoImpostazioni::errato: messaggio += "; starting from the defaults"; return false;
+    case TEsitoImpostazioni::errato: messaggio += "; starting from the defaults (config writes a new one)"; return false;
     case TEsitoImpostazioni::letto: break;
     }
     if (o.tipoDato && o.tipo != salvato.tipo) {

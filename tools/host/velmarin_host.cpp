@@ -108,6 +108,7 @@ int main(int argc, char** argv)
             if (modello == modelloLimiti) collegamento.LimitiRichiesti();
         });
         backend.Suggerimento([&guida](unsigned modello) { return guida.Suggerimento(modello); });
+        backend.ConfermaAnnulla([&guida](unsigned modello) { return guida.DomandaAnnulla(modello); });
         collegamento.AlCambio([&backend](const std::string& d) { backend.Intestazione("velmarin-host: " + d); });
         backend.Intestazione("velmarin-host: " + collegamento.Descrizione());
         if (terminale.Attivo()) {
