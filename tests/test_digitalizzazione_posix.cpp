@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -167,9 +168,9 @@ TEST_P(UscitaGisTest, EachGeometryHasItsLayerAndEveryFieldReadsBackAsWritten)
 TEST_P(UscitaGisTest, AWriteThatFailsLeavesEveryFeatureBeforeItReadable)
 {
     std::string errore;
-    TUscitaGis u;
-    ASSERT_TRUE(u.Apri(Opzioni(), errore)) << errore;
-    ASSERT_TRUE(u.Scrivi(Elemento(TGenere::punto, {{1, 1}}, funzConferma, 1), errore)) << errore;
+    auto u = std::make_unique<TUscitaGis>();
+    ASSERT_TRUE(u->Apri(Opzioni(), errore)) << errore;
+    ASSERT_TRUE(u->Scrivi(Elemento(TGenere::punto, {{1, 1}}, funzConferma, 1), errore)) << errore;
     struct stat st {};
     ASSERT_EQ(stat(Percorso().c_str(), &st), 0);
     rlimit prima{};
@@ -178,8 +179,9 @@ TEST_P(UscitaGisTest, AWriteThatFailsLeavesEveryFeatureBeforeItReadable)
     const rlimit stretto{static_cast<rlim_t>(st.st_size) + 512, prima.rlim_max};
     setrlimit(RLIMIT_FSIZE, &stretto);
     int scritti = 1;
-    while (scritti < 3000 && u.Scrivi(Elemento(TGenere::punto, {{1.0 * scritti, 2}}, funzConferma, 1), errore))
+    while (scritti < 3000 && u->Scrivi(Elemento(TGenere::punto, {{1.0 * scritti, 2}}, funzConferma, 1), errore))
         ++scritti;
+    u.reset();  // closed on the full disk, as a session that stops
     setrlimit(RLIMIT_FSIZE, &prima);
     std::signal(SIGXFSZ, segnale);
     ASSERT_LT(scritti, 3000) << "no write failed";

@@ -1,14 +1,19 @@
 #!/bin/sh
 # Digitizing a map as a person does it, in tmux at 80x24, on a velmarin-sim
-# fed stroke by stroke: four points calibrate, four features are digitized,
-# and the host is killed with SIGKILL in the middle of a fifth. Read back
-# with GDAL, the GeoPackage and the GeoJSON file hold the four, exactly, in
-# the CRS asked for. Skipped (77) without tmux, GDAL's programs or a host
+# fed stroke by stroke: four points calibrate (Enter pressed once too often,
+# Escape taken back), five features are digitized, and the host is killed
+# with SIGKILL in the middle of a sixth. Read back with GDAL, each format
+# holds the five, exactly, one layer per geometry, with typed fields and the
+# id of the calibration kept in the log. Then a disk that fills up stops a
+# session with a message and a non-zero status, and a bad --out is refused
+# before any work. Skipped (77) without tmux, GDAL's programs or a host
 # built with GDAL.
 HOST=$1
 SIM=$2
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-gis
+base=$sessione
+avvii=0
 command -v ogrinfo >/dev/null 2>&1 || { echo "ogrinfo (gdal-bin) is missing: skipped"; exit 77; }
 "$HOST" digitize --out "$temp/prova.gpkg" </dev/null 2>&1 | grep -q "not available" && { echo "built without GDAL: skipped"; exit 77; }
 
@@ -43,12 +48,54 @@ premi() {
     printf '%s\n' "$1 $2 $3" "$1 $2 $3" "$1 $2 $3" >&3
     sposta "$1" "$2"
 }
-# The features of the file $1, one a line, coordinates to 3 decimals.
-elementi() {
-    ogrinfo -ro -al -q "$1" 2>/dev/null | grep -E '^  (POINT|LINESTRING)' | tr '(),' '   ' |
+# The features of GDAL's listing on standard input, one a line, to 3 decimals.
+geometrie() {
+    grep -E '^  (POINT|LINESTRING|POLYGON)' | tr '(),' '   ' |
         awk '{ s = $1; for (i = 2; i <= NF; i++) s = s " " sprintf("%.3f", $i); print s }'
 }
-quanti() { ogrinfo -ro -al -so "$1" 2>/dev/null | sed -n 's/^Feature Count: //p'; }
+# The files of the output $1: one, or one per geometry beside it.
+file_di() {
+    case $1 in
+    *.gpkg) echo "$1" ;;
+    *) b=${1%.*} e=${1##*.}; echo "$1 ${b}_lines.$e ${b}_polygons.$e" ;;
+    esac
+}
+elenco() { for f in $(file_di "$1"); do ogrinfo -ro -al -q "$f" 2>/dev/null; done; }
+sommario() { for f in $(file_di "$1"); do ogrinfo -ro -al -so "$f" 2>/dev/null; done; }
+quanti() { sommario "$1" | sed -n 's/^Feature Count: //p' | awk '{ n += $1 } END { print n + 0 }'; }
+avvia_host() {  # avvia_host OUTPUT OPTIONS...: the host in tmux, its status at the end on the screen
+    uscita=$1
+    shift
+    # A session of its own each run: a server being killed may still answer.
+    tmux kill-session -t "$sessione" 2>/dev/null
+    avvii=$((avvii + 1))
+    sessione="$base-$avvii"
+    tmux new-session -d -s "$sessione" -x 80 -y 24 "trap '' XFSZ; '$HOST' --device '$dispositivo' --model 5 \
+        calibrate points digitize --out '$uscita' --crs EPSG:3003 --stream-step 10 $* 2>'$temp/host.err'; \
+        echo EXIT=\$?; sleep 60"
+}
+pid_host() { pgrep -f -n "^$HOST --device"; }
+# Four points, typed and pressed; the first with Enter pressed twice, the
+# second given up with Escape and taken back.
+calibra() {
+    attendi "Coord. Est (Y)"
+    tmux send-keys -t "$sessione" 1500200 Tab 5000200 Enter Enter
+    attendi "Digitalizza il Punto"
+    premi 4000 4000 1
+    attendi "Point 2: its ground East and North"
+    tmux send-keys -t "$sessione" Escape
+    attendi "Give up the calibration? The 1 point taken will be lost."
+    tmux send-keys -t "$sessione" n
+    for punto in "36000 4000 1501800 5000200" "4000 36000 1500200 5001800" "36000 36000 1501800 5001800"; do
+        set -- $punto
+        attendi "Coord. Est (Y)"
+        tmux send-keys -t "$sessione" "$3" Tab "$4" Enter
+        attendi "Digitalizza il Punto"
+        premi "$1" "$2" 1
+    done
+    attendi "Point 5: its ground East and North"
+    tmux send-keys -t "$sessione" Escape
+}
 
 # East = 1500000 + 0.05 x, North = 5000000 + 0.05 y.
 cat >"$temp/attesi" <<'ATTESI'
@@ -56,27 +103,21 @@ POINT 1501000.000 5001000.000
 LINESTRING 1500200.000 5000200.000 1500400.000 5000200.000
 LINESTRING 1500200.000 5000400.000 1500400.000 5000400.000 1500400.000 5000600.000
 LINESTRING 1500500.000 5000500.000 1500500.000 5000510.000 1500500.000 5000520.000
+POLYGON 1501500.000 5001500.000 1501500.000 5001700.000 1501700.000 5001700.000 1501500.000 5001500.000
 ATTESI
 
-for formato in gpkg geojson; do
+registro="$temp/carta.calibrations.jsonl"
+n=0
+for formato in gpkg geojson shp; do
+    n=$((n + 1))
     uscita="$temp/carta.$formato"
-    tmux kill-server 2>/dev/null
-    tmux new-session -d -s "$sessione" -x 80 -y 24 "echo \$\$ >'$temp/host.pid'; exec '$HOST' --device '$dispositivo' \
-        --model 5 calibrate points digitize --out '$uscita' --crs EPSG:3003 --stream-step 10 2>'$temp/host.err'"
+    avvia_host "$uscita"
     verifica "$formato: the set-up file is read" attendi "set-up read from $XDG_CONFIG_HOME/velmarin/setup"
-    for punto in "4000 4000 1500200 5000200" "36000 4000 1501800 5000200" "4000 36000 1500200 5001800" \
-                 "36000 36000 1501800 5001800"; do
-        set -- $punto
-        attendi "Coord. Est (Y)" || break
-        tmux send-keys -t "$sessione" "$3" Tab "$4" Enter
-        attendi "Digitalizza il Punto" || break
-        premi "$1" "$2" 1
-        attendi "Coord. Est (Y)" || break
-    done
-    tmux send-keys -t "$sessione" Escape
-    verifica "$formato: the calibration is reported" attendi "calibration report: 4 sparse points"
-    verifica "$formato: with exact residuals" attendi "RMS [0-9.e-]* = sqrt"
-    verifica "$formato: the report is written beside the file" contiene "$temp/carta.calibration.json" '"calibration": "sparse points"'
+    calibra
+    verifica "$formato: the calibration is reported with its counts" attendi "4 points taken, all 4 used"
+    verifica "$formato: and kept in the log, after those before it" test "$(wc -l <"$registro")" -eq "$n"
+    id=$(tail -n1 "$registro" | sed 's/^{"id": "\([^"]*\)".*/\1/')
+    verifica "$formato: under the id the screen gives" attendi "calibration id $id"
     verifica "$formato: digitizing starts" attendi "digitizing into $uscita"
 
     premi 20000 20000 1
@@ -91,18 +132,55 @@ for formato in gpkg geojson; do
     # misses a report or two still sees it.
     for y in 10100 10200 10300 10400; do sposta 10000 $y; sposta 10000 $y; done
     premi 10000 10400 4
-    verifica "$formato: four features are shown" attendi "feature 4: polyline, 3 vertices"
+    # Clockwise, as Shapefile keeps an outer ring.
+    premi 30000 30000 2
+    premi 30000 34000 1
+    premi 34000 34000 1
+    premi 30000 30000 1
+    premi 30000 30000 4
+    verifica "$formato: five features are shown" attendi "feature 5: polygon, 4 vertices"
     premi 20000 4000 2
     premi 24000 4000 1
-    verifica "$formato: a fifth is open" attendi "polyline open at 1501000.000 5000200.000"
-    kill -9 "$(cat "$temp/host.pid")"
+    verifica "$formato: a sixth is open" attendi "polyline open at 1501000.000 5000200.000"
+    kill -9 "$(pid_host)"
 
-    verifica "$formato: after SIGKILL the file holds the four ended features" test "$(quanti "$uscita")" = 4
-    elementi "$uscita" >"$temp/letti"
-    verifica "$formato: exactly where they were digitized" diff "$temp/attesi" "$temp/letti"
-    verifica "$formato: in the CRS asked for" sh -c "ogrinfo -ro -al -so '$uscita' | grep -q 'ID\\[\"EPSG\",3003\\]'"
-    verifica "$formato: each feature says what made it" sh -c \
-        "ogrinfo -ro -al -q '$uscita' | grep -q 'function (String) = funzPolilineaDisLib'"
-    rm -f "$temp/carta.calibration.json"
+    verifica "$formato: after SIGKILL the files hold the five ended features" test "$(quanti "$uscita")" = 5
+    elenco "$uscita" | geometrie >"$temp/letti"
+    verifica "$formato: exactly where they were digitized, a layer per geometry" diff "$temp/attesi" "$temp/letti"
+    sommario "$uscita" >"$temp/sommario"
+    verifica "$formato: in the CRS asked for" contiene "$temp/sommario" 'ID\["EPSG",3003\]'
+    verifica "$formato: each layer of one geometry" sh -c \
+        "grep -c '^Geometry: \(Point\|Line String\|Polygon\)$' '$temp/sommario' | grep -qx 3"
+    tipo=DateTime
+    [ "$formato" = shp ] && tipo=String
+    verifica "$formato: the time a $tipo" contiene "$temp/sommario" "^time: $tipo"
+    elenco "$uscita" >"$temp/campi"
+    verifica "$formato: each feature names its function" contiene "$temp/campi" \
+        "function (String) = Inizia Polilinea - Dis. Lib."
+    verifica "$formato: and its calibration" test "$(grep 'calib_id (String)' "$temp/campi" | sort -u)" = \
+        "  calib_id (String) = $id"
 done
+
+# A disk that fills up, played by a file size limit put on the running host.
+uscita="$temp/pieno.gpkg"
+avvia_host "$uscita"
+calibra
+verifica "full disk: digitizing starts" attendi "digitizing into $uscita"
+prlimit --pid "$(pid_host)" --fsize="$(stat -c %s "$uscita")"
+for k in $(seq 300); do
+    premi $((k * 100)) 20000 1
+    schermo | grep -q "^-- stopped" && break
+done
+verifica "full disk: the status says the job was not done" attendi "EXIT=1"
+verifica "full disk: the session stops, naming the file" contiene "$temp/host.err" "digitizing stopped: cannot .* $uscita"
+verifica "full disk: and says what is not written" contiene "$temp/host.err" "not written: 1 feature"
+annunciati=$(schermo | sed -n 's/^feature \([0-9]*\): point.*/\1/p' | tail -n1)
+nel_file=$(quanti "$uscita")
+verifica "full disk: the file holds every feature announced ($annunciati, read $nel_file)" \
+    test "$nel_file" = "${annunciati:-none}"
+
+verifica "a bad --out is refused before any work, with the reason" sh -c \
+    "'$HOST' calibrate points digitize --out '$temp/missing/x.gpkg' </dev/null 2>&1 | grep -q 'missing does not exist'"
+"$HOST" calibrate points digitize --out "$temp/missing/x.gpkg" </dev/null >/dev/null 2>&1
+verifica "and with a status that says so" test $? -eq 2
 fine

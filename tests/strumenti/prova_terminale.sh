@@ -35,6 +35,7 @@ tmux new-session -d -s "$sessione" -x 80 -y 24 \
 verifica "the menu is in English" attendi "c  choose and set up the tablet"
 verifica "and names the simulated tablet" attendi "velmarin-host: Summa MicroGrid 3 on COM1"
 verifica "and how to quit" attendi "q  quit"
+verifica "it offers digitizing, and says what it needs" attendi "d  digitize (start velmarin-host with --out FILE first)"
 
 # The selection, with the line of the tablet above it and the keys under it.
 tasti c
@@ -56,6 +57,10 @@ verifica "Shift-Tab goes back round to Bottoni" aspetta fuoco "< Bottoni  >"
 verifica "which Space or Enter presses" attendi "Space, Enter: Bottoni"
 tasti Enter
 verifica "the button functions fit the screen" attendi "^ *+= Definizione funzioni bottone =*+$"
+tasti Right Right Right Right Right
+verifica "a label too long for its list is marked as cut" attendi "\[Inizia Polilinea - Fine E~v\]"
+verifica "and shown whole under the dialog" attendi "^ \[Inizia Polilinea - Fine Ent.\]  Left/Right"
+tasti Left Left Left Left Left
 verifica "under the line of the tablet" in_cima "^velmarin-host: Summa MicroGrid 3 on COM1"
 verifica "with their OK" attendi "<< *OK *>>"
 verifica "and their functions" attendi "Annulla - Fine funzione"
@@ -177,5 +182,5 @@ tasti Escape
 verifica "Escape ends the calibration" attendi "calibration not done"
 verifica "the shell is back" aspetta ultima "^shell>$"
 tasti "echo EXIT=\$?" Enter
-verifica "and the program ended with 0" attendi "EXIT=0"
+verifica "and the program ended with 1: the calibration was not done" attendi "EXIT=1"
 fine

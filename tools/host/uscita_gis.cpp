@@ -102,13 +102,6 @@ GDALDriver* DriverPerEstensione(const std::string& e)
     return nullptr;
 }
 
-bool IsShapefile(const GDALDriver* d) { return d && std::strcmp(d->GetDescription(), "ESRI Shapefile") == 0; }
-
-// Formats written in place with the file's headers synced after each
-// feature. Shapefile's records have a fixed size and its headers are
-// written at each sync, so a write refused half way is not counted. CSV is
-// not among them: a line cut by a full disk would read as a feature.
-bool SincronizzaInSitu(const GDALDriver* d) { return IsShapefile(d); }
 
 std::vector<std::string> OpzioniStrato(const GDALDriver* d)
 {
@@ -324,12 +317,17 @@ bool TUscitaGis::TImpl::ApriFile(TFileGis& f, std::string& errore)
 {
     const char* const soloQuesto[] = {driver->GetDescription(), nullptr};
     if (!Esiste(f.percorso)) {
-        TDs nuovo(driver->Create(f.percorso.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+        CPLStringList opzioni;
+        // GeoPackage keeps a count of features beside them, which GDAL
+        // writes when the file closes: after a COMMIT that the disk refused
+        // it counted the feature that is not there. Readers count the rows.
+        if (std::strcmp(driver->GetDescription(), "GPKG") == 0) opzioni.AddString("ADD_GPKG_OGR_CONTENTS=NO");
+        TDs nuovo(driver->Create(f.percorso.c_str(), 0, 0, 0, GDT_Unknown, opzioni.List()));
         if (!nuovo) {
             errore = "cannot create " + f.percorso + Motivo();
             return false;
         }
-        if (nuovo->TestCapability(ODsCTransactions) || SincronizzaInSitu(driver)) {
+        if (nuovo->TestCapability(ODsCTransactions)) {
             f.transazioni = nuovo->TestCapability(ODsCTransactions);
             f.ds = std::move(nuovo);
             return true;
@@ -340,7 +338,7 @@ bool TUscitaGis::TImpl::ApriFile(TFileGis& f, std::string& errore)
         return f.ds != nullptr;
     }
     TDs d(GDALDataset::Open(f.percorso.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, soloQuesto));
-    if (d && (d->TestCapability(ODsCTransactions) || SincronizzaInSitu(driver))) {
+    if (d && (d->TestCapability(ODsCTransactions))) {
         f.transazioni = d->TestCapability(ODsCTransactions);
         f.ds = std::move(d);
         return true;
@@ -444,7 +442,7 @@ bool TUscitaGis::TImpl::Riscrivi(TFileGis& f, std::string& errore)
 // rest.
 bool TUscitaGis::TImpl::Riscrivibile(GDALDataset& d, const std::string& percorso, std::string& errore) const
 {
-    if (!unoPerFile || d.GetLayerCount() <= 1 || d.TestCapability(ODsCTransactions) || SincronizzaInSitu(driver))
+    if (!unoPerFile || d.GetLayerCount() <= 1 || d.TestCapability(ODsCTransactions))
         return true;
     errore = percorso + " holds " + std::to_string(d.GetLayerCount()) +
              " layers and only one would be written back; it is left alone";
