@@ -179,6 +179,20 @@ nel_file=$(quanti "$uscita")
 verifica "full disk: the file holds every feature announced ($annunciati, read $nel_file)" \
     test "$nel_file" = "${annunciati:-none}"
 
+# A tablet unplugged after the start: the library's box says so in its
+# words, and the system's reason stands under them.
+avvia_sim --model 5 || exit 1
+pid_sim=$!
+avvii=$((avvii + 1))
+sessione="$base-$avvii"
+tmux new-session -d -s "$sessione" -x 80 -y 24 "'$HOST' --device '$dispositivo' --model 5; sleep 60"
+attendi "q  quit"
+kill "$pid_sim"
+for _ in $(seq 50); do [ -e "$dispositivo" ] || break; sleep 0.1; done
+tmux send-keys -t "$sessione" p
+verifica "a port that cannot be opened is told in the library's words" attendi "Porta non configurata"
+verifica "with the device and the system's reason" attendi "(COM1 ($dispositivo): cannot be opened"
+
 verifica "a bad --out is refused before any work, with the reason" sh -c \
     "'$HOST' calibrate points digitize --out '$temp/missing/x.gpkg' </dev/null 2>&1 | grep -q 'missing does not exist'"
 "$HOST" calibrate points digitize --out "$temp/missing/x.gpkg" </dev/null >/dev/null 2>&1

@@ -140,7 +140,7 @@ verifica "and it does" aspetta storia "calibration done; calibrated by sparse po
 nuova_storia
 tasti g
 verifica "g asks first whether to give up the calibration" attendi "Continuo ?"
-verifica "and names its keys" attendi "Enter or Y: Yes  Esc or N: No"
+verifica "and names its keys" attendi "Y: Yes  N or Esc: No"
 tasti y
 verifica "g opens the grid entry" attendi "Calibrazione per griglia"
 verifica "which names the largest grid" attendi "Squares: 1 to 21 each way"
