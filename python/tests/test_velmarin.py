@@ -157,7 +157,16 @@ class SuUnaLinea(unittest.TestCase):
                 self.pty.mostra(x, y, b)
                 self.assertTrue(a.attendi(lambda: len(a.eventi) >= n), "%d events, not %d" % (len(a.eventi), n))
 
-            with t.digitize(on_feature=lambda f: a.aggiungi(a.eventi, ("finished", f.kind, f.vertices)),
+            rifiuti = []
+
+            def finito(f):
+                a.aggiungi(a.eventi, ("finished", f.kind, f.vertices))
+                try:
+                    s.end()  # refused in here: the session goes on
+                except RuntimeError as e:
+                    rifiuti.append(str(e))
+
+            with t.digitize(on_feature=finito,
                             on_change=lambda e, f: a.aggiungi(a.eventi, (e, f.kind, len(f.vertices))),
                             on_move=lambda e, n: a.aggiungi(mosse, (round(e), round(n))),
                             on_end=lambda: a.aggiungi(a.eventi, ("end",)), on_error=lambda e: a.aggiungi(a.errori, e),
@@ -177,6 +186,8 @@ class SuUnaLinea(unittest.TestCase):
         self.assertEqual(a.eventi[8], ("finished", "polygon", [(0, 0), (100, 0), (100, 100), (0, 0)]))
         self.assertEqual(a.eventi[9], ("end",))
         self.assertEqual(a.errori, [])
+        self.assertEqual(len(rifiuti), 2)
+        self.assertRegex(rifiuti[0], "refused inside the session's callbacks")
 
     def test_the_mapped_line_is_in_the_port_list(self):
         porte = {p.device: p for p in velmarin.list_ports()}
