@@ -4,6 +4,7 @@ turned into features in ground coordinates."""
 import collections
 import ctypes
 import math
+import threading
 
 from ._errori import rifiuto
 from ._libreria import ELEMENTO, FINE, PUCK, RichiamiSessione, lib
@@ -15,6 +16,19 @@ function code and the button of the press that opened it, and that press's
 counts (x, y); its vertices as (east, north) pairs."""
 
 _GENERI = {1: "point", 2: "line", 3: "polyline", 4: "polygon"}
+
+# Set on the thread that runs a session's callback, for as long as it runs.
+_in_richiamo = threading.local()
+
+
+def _dentro(fn):
+    def chiama(*argomenti):
+        _in_richiamo.si = True
+        try:
+            return fn(*argomenti)
+        finally:
+            _in_richiamo.si = False
+    return chiama
 
 
 def _elemento(f):
@@ -49,7 +63,11 @@ class Session:
 
     def end(self):
         """Stops listening and ends the open feature and the session. Not
-        from inside the session's callbacks."""
+        from inside the session's callbacks: RuntimeError there, and the
+        session goes on (the library refuses it, and a session forgotten
+        while it still calls back would call freed functions)."""
+        if getattr(_in_richiamo, "si", False):
+            raise RuntimeError("Session.end() is refused inside the session's callbacks; end it from the host's thread")
         if self._sessione is not None:
             lib.velmarin_session_end(self._sessione)
             self._sessione = None
@@ -65,10 +83,12 @@ def sessione(maniglia, on_feature, on_move, on_change, on_end, on_error):
     """A session whose C callbacks wrap the host's functions."""
     riporta = on_error or su_errore_standard
     def evento(nome):
-        return ELEMENTO(protetto(lambda f: on_change(nome, _elemento(f)), nome, riporta)) if on_change else ELEMENTO()
+        return ELEMENTO(_dentro(protetto(lambda f: on_change(nome, _elemento(f)), nome, riporta))) if on_change \
+            else ELEMENTO()
     richiami = RichiamiSessione(
         evento("started"), evento("vertex_added"), evento("vertex_removed"),
-        ELEMENTO(protetto(lambda f: on_feature(_elemento(f)), "on_feature", riporta)) if on_feature else ELEMENTO(),
-        PUCK(protetto(on_move, "on_move", riporta)) if on_move else PUCK(),
-        FINE(protetto(on_end, "on_end", riporta)) if on_end else FINE())
+        ELEMENTO(_dentro(protetto(lambda f: on_feature(_elemento(f)), "on_feature", riporta))) if on_feature
+        else ELEMENTO(),
+        PUCK(_dentro(protetto(on_move, "on_move", riporta))) if on_move else PUCK(),
+        FINE(_dentro(protetto(on_end, "on_end", riporta))) if on_end else FINE())
     return Session(maniglia, richiami)
