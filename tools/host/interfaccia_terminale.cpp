@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "guida.h"
+#include "impaginazione.h"
+#include "link/ultimo_errore.h"
 #include "platform/toldeko/disegno_testo.h"
 
 TInterfacciaTerminale::TInterfacciaTerminale(TTerminale& t, TBackendTerminale& b) : terminale(t), backend(b) {}
@@ -39,8 +41,16 @@ std::vector<std::string> Riquadro(const char* text, const char* caption, bool si
 int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* caption, unsigned flags)
 {
     const bool siNo = (flags & 0x0F) == MB_YESNO;
-    const std::vector<std::string> box = Riquadro(text, caption, siNo);
-    const std::string tasti = siNo ? "Enter or Y: Yes  Esc or N: No" : "Enter, Space or Esc: OK";
+    // The library's boxes say "ERRORE" in its own words; the system's reason
+    // (which device, refused why) is in its last error, and goes under them.
+    std::string testo = text ? text : "";
+    const char* perche = TestoUltimoErrore();
+    if (testo.rfind("ERRORE", 0) == 0 && perche && *perche)
+        for (const std::string& r : APiuRighe(std::string("(") + perche + ")", 60)) testo += "\n" + r;
+    const std::vector<std::string> box = Riquadro(testo.c_str(), caption, siNo);
+    // A question's Yes gives something up ("Continuo ?" drops a calibration):
+    // it takes a key of its own, never an Enter meant for what came before.
+    const std::string tasti = siNo ? "Y: Yes  N or Esc: No" : "Enter, Space or Esc: OK";
     const bool suDialogo = backend.Modello() != 0;
     if (suDialogo) {
         backend.Riquadro(box, tasti);
@@ -56,7 +66,7 @@ int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* captio
         if (!siNo && (t.tasto == TTasto::invio || t.tasto == TTasto::esc || t.tasto == TTasto::spazio ||
                       t.tasto == TTasto::fine))
             break;
-        if (siNo && (t.tasto == TTasto::invio || (t.tasto == TTasto::carattere && (c == 's' || c == 'y')))) {
+        if (siNo && t.tasto == TTasto::carattere && (c == 's' || c == 'y')) {
             risposta = IDYES;
             break;
         }
