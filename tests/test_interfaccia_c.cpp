@@ -141,6 +141,11 @@ TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
         EXPECT_EQ(p.busy, 0);
     }
     EXPECT_EQ(trovate, 1);
+    // A list shorter than the ports: the rest is not written.
+    velmarin_port_info due[2]{};
+    due[1].port = -7;
+    EXPECT_EQ(velmarin_list_ports(due, 1), static_cast<int>(porte.size()));
+    EXPECT_EQ(due[1].port, -7);
 }
 
 // On a calibrated tablet every null result pointer and every argument out of
