@@ -131,11 +131,10 @@ TEST_F(ConnessioneTest, AListenerSetBeforeConnectHearsTheConnection)
     ASSERT_EQ(velmarin_connect(t), 1);
     EXPECT_TRUE(RipetiFinche([&] { return contatore.mosse > 0; }, [&] { sim.InviaStato(5, {321, 654, 0}, 20); }));
     EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_OPEN);
-    // A new tablet object takes the one connection: the first one's line is
-    // closed, whatever the port does.
-    velmarin_tablet* altra = velmarin_open(&dati);
+    // A connect that fails closes the port it had: its line is closed.
+    IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
+    EXPECT_EQ(velmarin_connect(t), 0);
     EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_CLOSED);
-    velmarin_close(altra);
     velmarin_close(t);
 }
 

@@ -144,7 +144,9 @@ TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
     // A list shorter than the ports: the rest is not written.
     velmarin_port_info due[2]{};
     due[1].port = -7;
-    EXPECT_EQ(velmarin_list_ports(due, 1), static_cast<int>(porte.size()));
+    ASSERT_EQ(velmarin_map_port(9, lungo.c_str()), 1);
+    EXPECT_GE(velmarin_list_ports(due, 1), 1);
+    velmarin_map_port(9, nullptr);
     EXPECT_EQ(due[1].port, -7);
 }
 
