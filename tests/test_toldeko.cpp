@@ -97,6 +97,28 @@ TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
     EXPECT_TRUE(UltimoChiuso().Abilitato(2186));
 }
 
+// Inputs at the edges change nothing: an entry beyond a list's last, and
+// Enter while the default button is greyed; Escape still ends the dialog.
+TEST_F(ToolkitTest, AChoiceBeyondTheListAndEnterOnAGreyedDefaultDoNothing)
+{
+    struct TConLista : GDlg {
+        TConLista() : GDlg(nullptr, 10044), lista(new GComboBox(this, 2196)) {}
+        void setupWindow() override
+        {
+            GDlg::setupWindow();
+            for (const char* voce : {"a", "b", "c"}) lista->addString(voce);
+            EnableWindow(GetDlgItem(*this, IDOK), 0);
+        }
+        GComboBox* lista;
+    } d;
+    script.Scegli(2196, 2);
+    script.Scegli(2196, 3);  // three entries: 0 to 2
+    script.Invio();
+    script.Esc();
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+    EXPECT_EQ(UltimoChiuso().Selezione(2196), 2);
+}
+
 TEST(BackendPredefinitoTest, CancelsEveryDialog)
 {
     ImpostaBackendDialoghi(nullptr);
