@@ -12,6 +12,7 @@
 #include "digit.h"
 #include "link/raccolta_interrotta.h"
 #include "reports/digit_link.h"
+#include "reports/inquadratura.h"
 #include "sim/codifica_report.h"
 #include "sim/stato_puntatore.h"
 #include "support/registratore.h"
@@ -195,6 +196,15 @@ TEST(Inquadratura, EveryReportOfASlowTabletIsHeardAfterThePause)
             EXPECT_EQ(linea.reg.Notifiche(), attese);
         }
     }
+}
+
+// The pause is three times a longest report on the line, in whole ms: a
+// Rolley report is 17 characters; 7E2 is 11 bits a character, 8N1 ten.
+TEST(Inquadratura, ThePauseIsThreeReportsOfTheLine)
+{
+    EXPECT_EQ(PausaLinea(6, 4800, BitCarattere(7, true, 2)), 117u);  // 3 * 17 * 11 / 4.8 = 116.9
+    EXPECT_EQ(PausaLinea(6, 4800, BitCarattere(8, false, 1)), 107u);  // 106.25
+    EXPECT_EQ(PausaLinea(6, 19200, BitCarattere(8, false, 1)), 50u);  // 26.6: never under 50
 }
 
 }  // namespace
