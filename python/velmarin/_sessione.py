@@ -4,11 +4,10 @@ turned into features in ground coordinates."""
 import collections
 import ctypes
 import math
-import threading
 
 from ._errori import rifiuto
 from ._libreria import ELEMENTO, FINE, PUCK, RichiamiSessione, lib
-from ._richiami import protetto, su_errore_standard
+from ._richiami import in_un_richiamo, protetto, su_errore_standard
 
 Feature = collections.namedtuple("Feature", "kind function button x y vertices")
 Feature.__doc__ = """A feature: kind 'point', 'line', 'polyline' or 'polygon'; the
@@ -16,19 +15,6 @@ function code and the button of the press that opened it, and that press's
 counts (x, y); its vertices as (east, north) pairs."""
 
 _GENERI = {1: "point", 2: "line", 3: "polyline", 4: "polygon"}
-
-# Set on the thread that runs a session's callback, for as long as it runs.
-_in_richiamo = threading.local()
-
-
-def _dentro(fn):
-    def chiama(*argomenti):
-        _in_richiamo.si = True
-        try:
-            return fn(*argomenti)
-        finally:
-            _in_richiamo.si = False
-    return chiama
 
 
 def _elemento(f):
@@ -66,7 +52,7 @@ class Session:
         from inside the session's callbacks: RuntimeError there, and the
         session goes on (the library refuses it, and a session forgotten
         while it still calls back would call freed functions)."""
-        if getattr(_in_richiamo, "si", False):
+        if in_un_richiamo():
             raise RuntimeError("Session.end() is refused inside the session's callbacks; end it from the host's thread")
         if self._sessione is not None:
             lib.velmarin_session_end(self._sessione)
@@ -83,12 +69,10 @@ def sessione(maniglia, on_feature, on_move, on_change, on_end, on_error):
     """A session whose C callbacks wrap the host's functions."""
     riporta = on_error or su_errore_standard
     def evento(nome):
-        return ELEMENTO(_dentro(protetto(lambda f: on_change(nome, _elemento(f)), nome, riporta))) if on_change \
-            else ELEMENTO()
+        return ELEMENTO(protetto(lambda f: on_change(nome, _elemento(f)), nome, riporta)) if on_change else ELEMENTO()
     richiami = RichiamiSessione(
         evento("started"), evento("vertex_added"), evento("vertex_removed"),
-        ELEMENTO(_dentro(protetto(lambda f: on_feature(_elemento(f)), "on_feature", riporta))) if on_feature
-        else ELEMENTO(),
-        PUCK(_dentro(protetto(on_move, "on_move", riporta))) if on_move else PUCK(),
-        FINE(_dentro(protetto(on_end, "on_end", riporta))) if on_end else FINE())
+        ELEMENTO(protetto(lambda f: on_feature(_elemento(f)), "on_feature", riporta)) if on_feature else ELEMENTO(),
+        PUCK(protetto(on_move, "on_move", riporta)) if on_move else PUCK(),
+        FINE(protetto(on_end, "on_end", riporta)) if on_end else FINE())
     return Session(maniglia, richiami)
