@@ -269,6 +269,8 @@ class SenzaLinea(unittest.TestCase):
             (TypeError, "unknown tablet setting 'colore'", lambda: velmarin.Tablet(model=1, colore=2)),
             (ValueError, "velocita must be", lambda: velmarin.Tablet(model=1, velocita=99999)),
             (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
+            (ValueError, "port must be 1 to 255, not 256", lambda: velmarin.Tablet(model=1, port=256)),
+            (ValueError, "funzBott holds 16 codes, not 17", lambda: velmarin.Tablet(model=1, funzBott=[0] * 17)),
             (ValueError, r"point 1 must be \(x, y, east, north\), not 3 values",
              lambda: velmarin.Tablet(model=1).fit_points([(0, 0, 1, 1), (1, 0, 2), (0, 1, 1, 2)])),
         ]
@@ -276,6 +278,8 @@ class SenzaLinea(unittest.TestCase):
             with self.subTest(testo):
                 with self.assertRaisesRegex(eccezione, testo):
                     chiamata()
+        with velmarin.Tablet(model=8, port=255) as t:  # the last of each range
+            self.assertEqual((t.setup.tipo, t.port), (8, 255))
 
     def test_names(self):
         self.assertEqual(velmarin.model_name(2), "SummaGraph.MM ASCII")
