@@ -49,6 +49,41 @@ TEST_F(FileImpostazioni, EveryFieldGoesRound)
     }
 }
 
+// Each range at both its ends is read, and the value past each end refused.
+TEST_F(FileImpostazioni, EachRangeTakesItsEndsAndRefusesThePastThem)
+{
+    std::string buono, messaggio;
+    ASSERT_TRUE(ScriviImpostazioni(percorso, Esempio(), messaggio));
+    {
+        std::ifstream in(percorso);
+        buono.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    const std::string limiti = "limits -120 35 41000 39999", funzioni = "functions 1 6 4 8 5 2 0 0 1 8 0 0 0 0 6 5";
+    const struct {
+        std::string da, a;
+        bool letto;
+    } casi[] = {
+        {"model 6", "model 1", true},       {"model 6", "model 8", true},       {"model 6", "model 0", false},
+        {"model 6", "model 9", false},      {"port 3", "port 1", true},         {"port 3", "port 4", true},
+        {"port 3", "port 0", false},        {"port 3", "port 5", false},        {"resolution 2", "resolution 1", true},
+        {"resolution 2", "resolution 3", true}, {"resolution 2", "resolution 0", false},
+        {"resolution 2", "resolution 4", false},
+        {limiti, "limits -2147483648 -2147483648 2147483647 2147483647", true},
+        {limiti, "limits -2147483649 0 1 1", false},  {limiti, "limits 0 0 2147483648 1", false},
+        {funzioni, "functions 0 1 2 4 5 6 8 0 0 0 0 0 0 0 0 0", true},
+        {funzioni, "functions 3 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0", false},
+        {funzioni, "functions 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 7", false},
+        {funzioni, "functions 9 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0", false},
+    };
+    for (const auto& c : casi) {
+        std::string testo = buono;
+        testo.replace(testo.find(c.da), c.da.size(), c.a);
+        Scrivi(testo);
+        TDataDigit d{};
+        EXPECT_EQ(LeggiImpostazioni(percorso, d, messaggio) == TEsitoImpostazioni::letto, c.letto) << c.a << ": " << messaggio;
+    }
+}
+
 TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
 {
     std::string buono;
