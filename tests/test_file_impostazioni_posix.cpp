@@ -50,7 +50,7 @@ TEST_F(FileImpostazioni, EveryFieldGoesRound)
 }
 
 // Each range at both its ends is read, and the value past each end refused.
-TEST_F(FileImpostazioni, EachRangeTakesItsEndsAndRefusesThePastThem)
+TEST_F(FileImpostazioni, EachRangeTakesItsEndsAndRefusesWhatLiesBeyond)
 {
     std::string buono, messaggio;
     ASSERT_TRUE(ScriviImpostazioni(percorso, Esempio(), messaggio));
