@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <ctime>
 
 #include "link/ultimo_errore.h"
 
