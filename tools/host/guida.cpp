@@ -75,13 +75,17 @@ std::string TGuida::PerDigitalizzare() const
     return "Take it with " + conferma + "; Esc" + annulla + " gives up.";
 }
 
+// Each point asked for before the one on screen was taken.
+int TGuida::PuntiPresi(unsigned modello) const
+{
+    const int chiesti = collegamento.PuntiChiesti();
+    return modello == modelloDigitalizza && chiesti > 0 ? chiesti - 1 : chiesti;
+}
+
 std::string TGuida::Suggerimento(unsigned modello) const
 {
-    // Each point asked for before the one on screen was taken: giving one
-    // up ends the calibration.
     const bool inCalibrazione = collegamento.InCalibrazione(), griglia = collegamento.PerGriglia();
-    const int chiesti = collegamento.PuntiChiesti();
-    const int presi = modello == modelloDigitalizza && chiesti > 0 ? chiesti - 1 : chiesti;
+    const int presi = PuntiPresi(modello);
     const std::string fine = presi >= 3 ? " Esc: done, with the " + std::to_string(presi) + " points taken."
                                         : " Three points at least, 21 at most.";
     switch (modello) {
@@ -103,8 +107,7 @@ std::string TGuida::DomandaAnnulla(unsigned modello) const
 {
     if (!collegamento.InCalibrazione()) return {};
     const bool griglia = collegamento.PerGriglia();
-    const int chiesti = collegamento.PuntiChiesti();
-    const int presi = modello == modelloDigitalizza && chiesti > 0 ? chiesti - 1 : chiesti;
+    const int presi = PuntiPresi(modello);
     // Three sparse points or more: Esc ends the calibration with them.
     if (presi == 0 || (!griglia && presi >= 3)) return {};
     return "Give up the calibration? The " + std::to_string(presi) + (griglia ? " node" : " point") +

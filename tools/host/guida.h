@@ -36,6 +36,7 @@ public:
 
 private:
     std::string PerDigitalizzare() const;
+    int PuntiPresi(unsigned modello) const;
 
     const CDigit& digit;
     const TCollegamento& collegamento;

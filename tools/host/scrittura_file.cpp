@@ -7,6 +7,12 @@
 #include <cerrno>
 #include <cstring>
 
+std::string Cartella(const std::string& percorso)
+{
+    const auto i = percorso.rfind('/');
+    return i == std::string::npos ? "." : i == 0 ? "/" : percorso.substr(0, i);
+}
+
 bool AggiungiRiga(const std::string& percorso, const std::string& riga, std::string& errore)
 {
     const int fd = open(percorso.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
@@ -47,8 +53,7 @@ bool VerificaScrivibile(const std::string& percorso, std::string& errore)
         }
         return true;
     }
-    const auto barra = percorso.rfind('/');
-    const std::string cartella = barra == std::string::npos ? "." : barra == 0 ? "/" : percorso.substr(0, barra);
+    const std::string cartella = Cartella(percorso);
     struct stat sc {};
     const char* perche = stat(cartella.c_str(), &sc) != 0 ? "does not exist"
                          : !S_ISDIR(sc.st_mode)           ? "is not a folder"

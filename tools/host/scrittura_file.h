@@ -5,6 +5,9 @@
 
 #include <string>
 
+// The folder of `percorso`: "." for a bare name, "/" at the root.
+std::string Cartella(const std::string& percorso);
+
 // Appends `riga` to the file `percorso` whole or not at all: a write that
 // fails half way is cut back off. False with the file and the reason in
 // `errore`.

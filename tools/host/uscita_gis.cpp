@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <chrono>
-#include <ctime>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -50,12 +48,6 @@ bool Esiste(const std::string& p)
 {
     struct stat st {};
     return stat(p.c_str(), &st) == 0;
-}
-
-std::string Cartella(const std::string& p)
-{
-    const auto i = p.rfind('/');
-    return i == std::string::npos ? "." : i == 0 ? "/" : p.substr(0, i);
 }
 
 std::string NomeFile(const std::string& p)
@@ -167,10 +159,8 @@ void Attributi(OGRFeature& f, const TElementoGis& e)
     f.SetField("kind", NomeGenere(e.genere));
     const int i = f.GetFieldIndex("time");
     if (f.GetFieldDefnRef(i)->GetType() == OFTDateTime) {
-        const std::time_t s = std::chrono::system_clock::to_time_t(e.ora);
-        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(e.ora.time_since_epoch()).count() % 1000;
-        std::tm u{};
-        gmtime_r(&s, &u);
+        int ms = 0;
+        const std::tm u = OraUtc(e.ora, ms);
         f.SetField(i, u.tm_year + 1900, u.tm_mon + 1, u.tm_mday, u.tm_hour, u.tm_min,
                    static_cast<float>(u.tm_sec + ms / 1000.0), 100);  // 100: UTC
     } else {
@@ -238,6 +228,7 @@ struct TUscitaGis::TImpl {
     std::size_t fileDi[numStrati] = {};
     GIntBig esistenti = 0;
 
+    bool Controlla(std::string& errore);
     bool Srs(std::string& errore);
     bool Driver(std::string& errore);
     std::string Percorso(int tipo) const;
@@ -505,37 +496,42 @@ TUscitaGis::~TUscitaGis() = default;
 
 bool TUscitaGis::Disponibile() { return true; }
 
-bool TUscitaGis::Verifica(const TOpzioniGis& o, std::string& errore)
+// The CRS, the format and the files already there, as Verifica says.
+bool TUscitaGis::TImpl::Controlla(std::string& errore)
 {
     Registra();
-    TImpl m;
-    m.o = o;
-    if (!m.Srs(errore) || !m.Driver(errore)) return false;
-    const char* const soloQuesto[] = {m.driver->GetDescription(), nullptr};
+    if (!Srs(errore) || !Driver(errore)) return false;
+    const char* const soloQuesto[] = {driver->GetDescription(), nullptr};
     for (int tipo = 0; tipo < numStrati; ++tipo) {
-        const std::string p = m.Percorso(tipo);
+        const std::string p = Percorso(tipo);
         if (!VerificaScrivibile(p, errore)) return false;
         if (!Esiste(p)) continue;
         TDs d(GDALDataset::Open(p.c_str(), GDAL_OF_VECTOR, soloQuesto));
         if (!d) {
-            errore = p + " exists and is not a " + m.driver->GetDescription() + " file GDAL reads; it is left alone" +
+            errore = p + " exists and is not a " + driver->GetDescription() + " file GDAL reads; it is left alone" +
                      Motivo();
             return false;
         }
-        if (!m.Riscrivibile(*d, p, errore)) return false;
-        if (OGRLayer* l = m.Esistente(*d, m.NomeStrato(tipo)))
-            if (!m.StessoSrs(*l, p, errore)) return false;
+        if (!Riscrivibile(*d, p, errore)) return false;
+        if (OGRLayer* l = Esistente(*d, NomeStrato(tipo)))
+            if (!StessoSrs(*l, p, errore)) return false;
     }
     return true;
 }
 
+bool TUscitaGis::Verifica(const TOpzioniGis& o, std::string& errore)
+{
+    TImpl m;
+    m.o = o;
+    return m.Controlla(errore);
+}
+
 bool TUscitaGis::Apri(const TOpzioniGis& o, std::string& errore)
 {
-    if (!Verifica(o, errore)) return false;
     impl = std::make_unique<TImpl>();
     TImpl& m = *impl;
     m.o = o;
-    if (!m.Srs(errore) || !m.Driver(errore)) return false;
+    if (!m.Controlla(errore)) return false;
     m.file.resize(m.unoPerFile ? numStrati : 1);
     for (int tipo = 0; tipo < numStrati; ++tipo) {
         m.fileDi[tipo] = m.unoPerFile ? static_cast<std::size_t>(tipo) : 0;
