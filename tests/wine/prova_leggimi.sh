@@ -3,7 +3,7 @@
 # of this build's architecture builds the sample host, and in the 64-bit
 # build the Wine lines run it against a simulated tablet, twice on the same
 # line. The lines run in a scratch tree laid out as the README assumes:
-# include/ and tests/ of the sources, build/win32 or build/win64 this build,
+# include/ and tools/ of the sources, build/win32 or build/win64 this build,
 # build/default a Linux build of the tree (without one the Wine part is
 # skipped).
 #
@@ -19,7 +19,7 @@ temp=$(mktemp -d)
 pid_sim=""
 trap '[ -n "$pid_sim" ] && kill -- -"$pid_sim" 2>/dev/null; WINEPREFIX=$temp/wine wineserver -k 2>/dev/null; rm -rf "$temp"' EXIT
 mkdir -p "$temp/build"
-ln -s "$sorgenti/include" "$sorgenti/tests" "$temp/"
+ln -s "$sorgenti/include" "$sorgenti/tools" "$temp/"
 ln -s "$build" "$temp/build/$cartella"
 ln -s "$linux" "$temp/build/default"
 cd "$temp" || exit 1
