@@ -87,11 +87,12 @@ mkfifo "$temp/tratti"
 exec 3<>"$temp/tratti"  # held open: once nothing is written, the simulated tablet is silent
 avvia_sim --model 2 --step 20 --file "$temp/tratti" || exit 1
 osserva 2
-for _ in $(seq $((${VELMARIN_ATTESA:-15} * 20))); do  # until the watch has heard it move
-    grep -q "^-- [1-9][0-9]* moves" "$temp/osserva" && break
+for _ in $(seq $((${VELMARIN_ATTESA:-15} * 20))); do  # until it was heard for four summaries
+    [ "$(grep -c "^-- [1-9][0-9]* moves" "$temp/osserva")" -ge 4 ] && break
     printf '100 200 0\n101 200 0\n' >&3
     sleep 0.05
 done
+verifica "a tablet that sends is not called silent" sh -c "! grep -q 'no report for' '$temp/osserva'"
 fino_a "no report for 3 s from a tablet that was sending"
 verifica "a tablet heard, then silent, is told of and ends the watch with 0" test $? -eq 0
 avvia_sim --model 4 --step 20 || exit 1
