@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "elemento_gis.h"
+#include "ora_utc.h"
 #include "rapporto_calibrazione.h"
 #include "scrittura_file.h"
 

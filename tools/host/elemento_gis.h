@@ -5,7 +5,6 @@
 #define VELMARIN_HOST_ELEMENTO_GIS_H
 
 #include <chrono>
-#include <ctime>
 #include <string>
 
 #include "tablet/sessione_digitalizzazione.h"
@@ -21,10 +20,5 @@ const char* NomeGenere(TGenere g);
 // The label of a function code as the button dialog shows it ("Conferma",
 // "Inizia Linea - Fine Ent."); "?" for a code that names no function.
 const char* NomeCodiceFunzione(int codice);
-// The time in UTC, and its milliseconds.
-std::tm OraUtc(std::chrono::system_clock::time_point t, int& millisecondi);
-// UTC, ISO 8601 to the millisecond: "2026-11-25T20:30:12.345Z". Calibration
-// ids are made of it.
-std::string TestoOra(std::chrono::system_clock::time_point t);
 
 #endif

@@ -1,5 +1,6 @@
 #include "uscita_gis.h"
 
+#include "ora_utc.h"
 #include "scrittura_file.h"
 
 #include <dirent.h>
