@@ -30,6 +30,7 @@
 #include "platform/toldeko/gwnd.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
+#include "resources/stringhe.h"
 #include "tablet/connessione_altrui.h"
 #include "tablet/modulo.h"
 #include "tablet/tabelle.h"
@@ -38,7 +39,6 @@ namespace {
 
 constexpr unsigned idsErrore = 10070;
 constexpr unsigned idsPortaSeriale = 10058;
-constexpr unsigned idsPortaNonConfigurata = 10060;
 constexpr unsigned idsDisconnessione = 10069;
 constexpr unsigned idsDeallocazione = 10071;
 constexpr unsigned idsCreazione = 10072;

@@ -9,6 +9,7 @@
 #include "impaginazione.h"
 #include "link/ultimo_errore.h"
 #include "platform/toldeko/disegno_testo.h"
+#include "resources/stringhe.h"
 
 TInterfacciaTerminale::TInterfacciaTerminale(TTerminale& t, TBackendTerminale& b) : terminale(t), backend(b) {}
 
@@ -41,11 +42,13 @@ std::vector<std::string> Riquadro(const char* text, const char* caption, bool si
 int TInterfacciaTerminale::messageBox(HWND, const char* text, const char* caption, unsigned flags)
 {
     const bool siNo = (flags & 0x0F) == MB_YESNO;
-    // The library's boxes say "ERRORE" in its own words; the system's reason
-    // (which device, refused why) is in its last error, and goes under them.
+    // The library's box of a port not opened says so in its own words; the
+    // system's reason (which device, refused why) is in its last error, set by
+    // the failure just before the box, and goes under them.
     std::string testo = text ? text : "";
     const char* perche = TestoUltimoErrore();
-    if (testo.rfind("ERRORE", 0) == 0 && perche && *perche)
+    const char* portaNonAperta = TestoRisorsa(idsPortaNonConfigurata);
+    if (portaNonAperta && testo == portaNonAperta && perche && *perche)
         for (const std::string& r : APiuRighe(std::string("(") + perche + ")", 60)) testo += "\n" + r;
     const std::vector<std::string> box = Riquadro(testo.c_str(), caption, siNo);
     // A question's Yes gives something up ("Continuo ?" drops a calibration):
