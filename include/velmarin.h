@@ -71,6 +71,15 @@ VELMARIN_API int VELMARIN_CALL velmarin_model_setup(int model, TDataDigit* out);
  * outside 1..255. */
 VELMARIN_API int VELMARIN_CALL velmarin_map_port(int port, const char* device);
 
+/* Whether port COMn (1..255) can be had now as velmarin_connect would have
+ * it: its device opened exclusively, a serial line (on Linux not the
+ * pseudo-terminal multiplexer, a master side or a console), and closed again
+ * at once. No tablet object is needed, and no dialog or box shows: a host
+ * checks the user's port before it starts. 1; else 0, with the device and
+ * the reason in velmarin_last_error and the system's code in errno (or
+ * GetLastError). A port this process has connected counts as taken. */
+VELMARIN_API int VELMARIN_CALL velmarin_check_port(int port);
+
 /* Copies the tablet's record out, and a record in. A new record reaches the
  * line at the next velmarin_connect or velmarin_init. */
 VELMARIN_API void VELMARIN_CALL velmarin_get_setup(const velmarin_tablet* tablet, TDataDigit* out);

@@ -10,6 +10,12 @@
 
 struct TDigitLink;
 
+// Whether port `porta` can be had now as a connection would have it: opened
+// exclusively, a serial line, and closed again at once. 1, or 0 with the
+// reason in the last error. Needs no record: a host checks its port before
+// it opens any dialog.
+int IODevVerificaPorta(int porta);
+
 // Makes the record from the port settings of the link; 1 when a record exists
 // afterwards (also an earlier one, unchanged), -1 on failure.
 int IODevCreate(TDigitLink& link);

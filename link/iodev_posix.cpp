@@ -7,7 +7,9 @@
 //   that locks the device the same way, and any later open by a process
 //   without CAP_SYS_ADMIN. It does not keep out a process that held the
 //   device open before: a terminal program or a modem manager goes on
-//   reading and takes bytes meant for the tablet's reader.
+//   reading and takes bytes meant for the tablet's reader. A terminal that
+//   is no line to a tablet (the multiplexer /dev/ptmx, a pseudo-terminal's
+//   master, a console) is refused: it opens, and stays silent.
 // - The port never stays on descriptor 0, 1 or 2: with standard input or
 //   output closed, open(2) would give it one of those, and whatever the
 //   program prints would go down the tablet's line.
@@ -34,6 +36,8 @@
 #include <sys/eventfd.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -131,35 +135,50 @@ int FuoriDaiFlussiStandard(int fd)
 }
 
 // Closes a descriptor that cannot serve and records why; -1.
-int Rifiuta(int fd, const TIODevInfo& d, const char* perche, int codice)
+int Rifiuta(int fd, int porta, const char* perche, int codice)
 {
     close(fd);
-    RegistraErroreSistema(PortaEDispositivo(d.porta) + ": " + perche, static_cast<unsigned long>(codice));
+    RegistraErroreSistema(PortaEDispositivo(porta) + ": " + perche, static_cast<unsigned long>(codice));
     return -1;
 }
 
-// Opens the port of the record exclusively; -1 when it cannot be had, with
-// the reason recorded.
-int ApriEsclusivo(const TIODevInfo& d)
+// A terminal that is no line to a tablet: the pseudo-terminal multiplexer,
+// which hands out a new master at each open, a master itself, the console
+// and the controlling terminal (major 5), or a virtual console (major 4
+// below 64, where the serial ports begin).
+bool LineaVera(int fd)
 {
-    const std::string percorso = PercorsoPorta(d.porta);
+    unsigned numero = 0;
+    struct stat st {};
+    if (ioctl(fd, TIOCGPTN, &numero) == 0 || fstat(fd, &st) != 0) return false;
+    const unsigned maggiore = major(st.st_rdev), minore = minor(st.st_rdev);
+    return maggiore != 5 && !(maggiore == 4 && minore < 64);
+}
+
+// Opens the port exclusively; -1 when it cannot be had, with the reason
+// recorded.
+int ApriEsclusivo(int porta)
+{
+    const std::string percorso = PercorsoPorta(porta);
     if (percorso.empty()) {
-        RegistraErrore(NomePorta(d.porta) + ": no such port; the ports are COM1 to COM255");
+        RegistraErrore(NomePorta(porta) + ": no such port; the ports are COM1 to COM255");
         return -1;
     }
     const int fd = FuoriDaiFlussiStandard(open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     if (fd < 0) {
-        RegistraErroreSistema(PortaEDispositivo(d.porta) + ": cannot be opened", CodiceSistema());
+        RegistraErroreSistema(PortaEDispositivo(porta) + ": cannot be opened", CodiceSistema());
         return -1;
     }
-    if (!isatty(fd)) return Rifiuta(fd, d, "not a serial line", ENOTTY);
+    if (!isatty(fd)) return Rifiuta(fd, porta, "not a serial line", ENOTTY);
+    if (!LineaVera(fd))
+        return Rifiuta(fd, porta, "not a serial line (a pseudo-terminal's master side, or a console)", ENOTTY);
     if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
         const int codice = errno;
-        return Rifiuta(fd, d, "another process holds it (flock)", codice);
+        return Rifiuta(fd, porta, "another process holds it (flock)", codice);
     }
     if (ioctl(fd, TIOCEXCL) != 0) {
         const int codice = errno;
-        return Rifiuta(fd, d, "cannot be had exclusively (TIOCEXCL)", codice);
+        return Rifiuta(fd, porta, "cannot be had exclusively (TIOCEXCL)", codice);
     }
     return fd;
 }
@@ -188,7 +207,7 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
         RegistraErrore(NomePorta(d.porta) + ": a connection of this process is open already");
         return 0;
     }
-    const int fd = ApriEsclusivo(d);
+    const int fd = ApriEsclusivo(d.porta);
     if (fd < 0) return 0;
     d.hCom = fd;
     originaleLetto = tcgetattr(fd, &termiosOriginale) == 0;
@@ -215,6 +234,19 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     d.handle = NuovoHandle();
     Linea(fd, TIOCM_DTR, true);
     Linea(fd, TIOCM_RTS, true);
+    return 1;
+}
+
+int IODevVerificaPorta(int porta)
+{
+    if (devInfo && devInfo->hCom >= 0 && devInfo->porta == porta) {
+        RegistraErrore(NomePorta(porta) + ": a connection of this process is open on it", EBUSY);
+        return 0;
+    }
+    const int fd = ApriEsclusivo(porta);
+    if (fd < 0) return 0;
+    (void)ioctl(fd, TIOCNXCL);
+    close(fd);  // the lock goes with it
     return 1;
 }
 

@@ -187,23 +187,50 @@ void SvegliaLettore(const TIODevInfo& d)
     if (d.sveglia != nessunOggetto) SetEvent(H(d.sveglia));
 }
 
+namespace {
+
+// Opens the port with no sharing, for overlapped transfers;
+// INVALID_HANDLE_VALUE when it cannot be had, with the reason recorded.
+HANDLE ApriEsclusivo(int numero)
+{
+    const std::string nome = PercorsoPorta(numero);
+    if (nome.empty()) {
+        RegistraErrore(NomePorta(numero) + ": no such port; the ports are COM1 to COM255", ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    const HANDLE porta = CreateFileA(nome.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr);
+    if (porta == INVALID_HANDLE_VALUE)
+        RegistraErroreSistema(PortaEDispositivo(numero) + ": cannot be opened", GetLastError());
+    return porta;
+}
+
+}  // namespace
+
+int IODevVerificaPorta(int numero)
+{
+    if (devInfo && devInfo->hCom != nessunOggetto && devInfo->porta == numero) {
+        RegistraErrore(NomePorta(numero) + ": a connection of this process is open on it", ERROR_BUSY);
+        return 0;
+    }
+    const HANDLE porta = ApriEsclusivo(numero);
+    if (porta == INVALID_HANDLE_VALUE) return 0;
+    DCB dcb{};
+    dcb.DCBlength = sizeof dcb;
+    const bool linea = GetCommState(porta, &dcb) != 0;
+    if (!linea) RegistraErroreSistema(PortaEDispositivo(numero) + ": not a serial line", GetLastError());
+    CloseHandle(porta);
+    return linea ? 1 : 0;
+}
+
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
 {
     if (d.hCom != nessunOggetto) {  // already open: the exclusive open fails
         RegistraErrore(NomePorta(d.porta) + ": a connection of this process is open already", ERROR_BUSY);
         return 0;
     }
-    const std::string nome = PercorsoPorta(d.porta);
-    if (nome.empty()) {
-        RegistraErrore(NomePorta(d.porta) + ": no such port; the ports are COM1 to COM255", ERROR_FILE_NOT_FOUND);
-        return 0;
-    }
-    const HANDLE porta = CreateFileA(nome.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr);
-    if (porta == INVALID_HANDLE_VALUE) {
-        RegistraErroreSistema(PortaEDispositivo(d.porta) + ": cannot be opened", GetLastError());
-        return 0;
-    }
+    const HANDLE porta = ApriEsclusivo(d.porta);
+    if (porta == INVALID_HANDLE_VALUE) return 0;
     d.hCom = N(porta);
     dcbOriginale = DCB{};
     dcbOriginale.DCBlength = sizeof dcbOriginale;

@@ -167,6 +167,12 @@ int velmarin_map_port(int port, const char* device)
     return RifiutaNumero("velmarin_map_port", "port %ld: the ports are 1 to 255", port);
 }
 
+int velmarin_check_port(int port)
+{
+    if (port < 1 || port > 255) return RifiutaNumero("velmarin_check_port", "port %ld: the ports are 1 to 255", port);
+    return SenzaEccezioni([&] { return IODevVerificaPorta(port); }, 0) ? 1 : Fallito();
+}
+
 void velmarin_get_setup(const velmarin_tablet* t, TDataDigit* out)
 {
     if (t && out) t->digit.GetDataDigit(*out);

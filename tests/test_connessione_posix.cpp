@@ -81,7 +81,9 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
 
 // Every refused open says why through velmarin_last_error, with the port,
 // its device and the system's reason, and leaves errno as the failure set it
-// even after the library's box.
+// even after the library's box. A host's check of the port, with no tablet
+// object and no box, says the same; a port it passes still connects, and a
+// port this process has connected no longer passes.
 TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
 {
     const std::string pty = sim.PercorsoSlave();
@@ -97,6 +99,7 @@ TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
         {"/nonexistent/velmarin-tty", 8, "COM4 (/nonexistent/velmarin-tty): cannot be opened: No such file or directory", ENOENT},
         {"/dev/null", 8, "COM4 (/dev/null): not a serial line", ENOTTY},
         {pty, 8, "COM4 (" + pty + "): another process holds it (flock)", EWOULDBLOCK},
+        {"/dev/ptmx", 8, "COM4 (/dev/ptmx): not a serial line (a pseudo-terminal's master side, or a console)", ENOTTY},
         {pty, 9, "COM4 (" + pty + "): the line refused 9600 baud, 9 data bits, parity odd, 1 stop bit: a port takes 5 to 8 data bits", EINVAL},
     };
     for (const TCaso& c : casi) {
@@ -105,6 +108,12 @@ TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
         ASSERT_EQ(flock(tenuto, c.codice == EWOULDBLOCK ? LOCK_EX : LOCK_UN), 0);
         TDataDigit dati = Dati(1);
         dati.bitDati = c.bitDati;
+        if (c.codice != EINVAL) {  // the line's settings are the connection's, not the port's
+            errno = 0;
+            EXPECT_EQ(velmarin_check_port(portaProva), 0);
+            EXPECT_EQ(errno, c.codice);
+            EXPECT_EQ(std::string(velmarin_last_error()).substr(0, c.perche.size()), c.perche);
+        }
         velmarin_tablet* t = velmarin_open(&dati);
         errno = 0;
         EXPECT_EQ(velmarin_connect(t), 0);
@@ -114,6 +123,15 @@ TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
     }
     close(tenuto);
     EXPECT_EQ(ui.Messaggi().size(), std::size(casi)) << "each with the user's box too";
+
+    EXPECT_EQ(velmarin_check_port(portaProva), 1) << velmarin_last_error();
+    const TDataDigit dati = Dati(1);
+    velmarin_tablet* t = velmarin_open(&dati);
+    ASSERT_EQ(velmarin_connect(t), 1) << "the check let the port go";
+    EXPECT_EQ(velmarin_check_port(portaProva), 0);
+    EXPECT_STREQ(velmarin_last_error(), "COM4: a connection of this process is open on it");
+    EXPECT_EQ(velmarin_check_port(256), 0);
+    velmarin_close(t);
 }
 
 // Through the C interface a listener set before the connection is refused,

@@ -254,6 +254,9 @@ class SenzaLinea(unittest.TestCase):
                     t.connect()
                 self.assertIsInstance(e.exception, velmarin.PortError)
                 self.assertEqual(e.exception.errno, 2)
+            with self.assertRaisesRegex(velmarin.PortError, r"COM3 \(/nonexistent/tty-velmarin\): cannot be opened") as e:
+                velmarin.check_port(3)
+            self.assertEqual(e.exception.errno, 2)
         finally:
             velmarin.map_port(3, None)
 
@@ -263,6 +266,7 @@ class SenzaLinea(unittest.TestCase):
             (TypeError, "unknown tablet setting 'colore'", lambda: velmarin.Tablet(model=1, colore=2)),
             (ValueError, "velocita must be", lambda: velmarin.Tablet(model=1, velocita=99999)),
             (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
+            (ValueError, "port must be 1 to 255", lambda: velmarin.check_port(256)),
             (ValueError, "port must be 1 to 255, not 256", lambda: velmarin.Tablet(model=1, port=256)),
             (ValueError, "funzBott holds 16 codes, not 17", lambda: velmarin.Tablet(model=1, funzBott=[0] * 17)),
             (ValueError, r"point 1 must be \(x, y, east, north\), not 3 values",

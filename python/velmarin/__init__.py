@@ -12,10 +12,10 @@ from ._porte import PortInfo, list_ports
 from ._rapporto import WARNINGS, FitReport, PointResidual
 from ._sessione import Feature, Session
 from ._errori import PortError, VelmarinError
-from ._tavoletta import Tablet, function_name, map_port, model_name, model_settings, version
+from ._tavoletta import Tablet, check_port, function_name, map_port, model_name, model_settings, version
 
 __version__ = version()
 
 __all__ = ["Feature", "FitReport", "PointResidual", "PortError", "PortInfo", "Session", "TDataDigit", "Tablet",
-           "VelmarinError", "WARNINGS", "function_name", "list_ports", "map_port", "model_name", "model_settings", "version",
-           "__version__"]
+           "VelmarinError", "WARNINGS", "check_port", "function_name", "list_ports", "map_port", "model_name",
+           "model_settings", "version", "__version__"]

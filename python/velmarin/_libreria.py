@@ -135,6 +135,7 @@ _PROTOTIPI = {
     "velmarin_close": (None, [_p]),
     "velmarin_model_setup": (_i, [_i, _pdati]),
     "velmarin_map_port": (_i, [_i, ctypes.c_char_p]),
+    "velmarin_check_port": (_i, [_i]),
     "velmarin_get_setup": (None, [_p, _pdati]),
     "velmarin_set_setup": (None, [_p, _pdati]),
     "velmarin_connect": (_i, [_p]),

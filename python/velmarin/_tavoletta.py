@@ -30,6 +30,15 @@ def map_port(port, device):
     lib.velmarin_map_port(port, None if device is None else os.fsencode(device))
 
 
+def check_port(port):
+    """Checks that port COM<port> (1..255) can be had now, as connect would
+    have it, and lets it go again; PortError (an OSError) with the device and
+    the system's reason if it cannot."""
+    _intero("port", port, 1, 255)
+    if lib.velmarin_check_port(port) != 1:
+        raise rifiuto_porta()
+
+
 def model_name(model):
     """The model's name, as "Summa MicroGrid 3"; None outside 1..8."""
     nome = lib.velmarin_model_name(_intero("model", model, -2**31, 2**31 - 1))

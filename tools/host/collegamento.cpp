@@ -1,60 +1,12 @@
 #include "collegamento.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
+#include <cstdio>
 
 #include "digit.h"
 #include "link/elenco_porte.h"
+#include "link/iodev.h"
+#include "link/ultimo_errore.h"
 #include "record_predefiniti.h"
-
-namespace {
-
-// A terminal that is no line to a tablet: the pseudo-terminal multiplexer,
-// which hands out a new master at each open, a master itself, or the
-// console and controlling terminal (major 5), or a virtual console (major 4
-// below 64, where the serial ports begin).
-bool LineaVera(int fd, const struct stat& st)
-{
-    unsigned numero = 0;
-    if (ioctl(fd, TIOCGPTN, &numero) == 0) return false;
-    const unsigned maggiore = major(st.st_rdev), minore = minor(st.st_rdev);
-    return maggiore != 5 && !(maggiore == 4 && minore < 64);
-}
-
-}  // namespace
-
-bool VerificaDispositivo(const std::string& percorso, std::string& errore)
-{
-    struct stat st {};
-    if (stat(percorso.c_str(), &st) != 0) {
-        errore = "no device at " + percorso + " (" + std::strerror(errno) + ")";
-        return false;
-    }
-    const int fd = open(percorso.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        errore = errno == EBUSY ? percorso + " is busy: another program holds it"
-                                : "cannot open " + percorso + " (" + std::strerror(errno) + ")";
-        return false;
-    }
-    // The library takes the same lock when it opens the port.
-    bool ok = true;
-    if (flock(fd, LOCK_EX | LOCK_NB) != 0) {
-        errore = percorso + " is busy: another program holds it";
-        ok = false;
-    } else if (!isatty(fd) || !LineaVera(fd, st)) {
-        errore = percorso + " is not a serial line (nor the slave side of a pseudo-terminal)";
-        ok = false;
-    }
-    close(fd);  // the lock goes with it
-    return ok;
-}
 
 namespace {
 
@@ -77,9 +29,13 @@ bool TCollegamento::Prepara(const TOpzioniHost& o, std::chrono::milliseconds p, 
 {
     passo = p;
     if (!o.dispositivo.empty()) {
-        if (!VerificaDispositivo(o.dispositivo, errore)) return false;
-        AvvisaOccupante(o.dispositivo);
         IODevMapPort(o.porta, o.dispositivo.c_str());
+        if (!IODevVerificaPorta(o.porta)) {
+            errore = TestoUltimoErrore();
+            IODevMapPort(o.porta, nullptr);
+            return false;
+        }
+        AvvisaOccupante(o.dispositivo);
         dispositivo = o.dispositivo;
         portaDispositivo = o.porta;
     } else {

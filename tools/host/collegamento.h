@@ -1,5 +1,5 @@
-// Where the tablet is: a serial device the user named, checked before the
-// library opens it so that a missing or busy device gets a clear message, or
+// Where the tablet is: a serial device the user named, checked by the
+// library before any dialog so that a missing or busy device is told at once, or
 // the built-in simulated tablet on a pseudo-terminal in this process. Either
 // way the device is mapped to COM<porta>, the port of the host's record.
 #ifndef VELMARIN_HOST_COLLEGAMENTO_H
@@ -15,10 +15,6 @@
 #include "digit.h"
 #include "sim/riproduttore.h"
 #include "sim/tavoletta_pty.h"
-
-// Checks that `percorso` is a serial line nobody holds; false with the
-// reason in `errore`.
-bool VerificaDispositivo(const std::string& percorso, std::string& errore);
 
 struct TPuntoSimulato {
     std::int32_t x, y;
