@@ -1,10 +1,14 @@
-// The line settings of a port record on a Windows DCB, its time limits, and
-// the names the ports open by.
+// The line settings of a port record on a Windows DCB, its time limits, the
+// names the ports open by, and a host's check of a port.
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include "link/iodev.h"
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
 #include "reports/digit_link.h"
+#include "velmarin.h"
 
 namespace {
 
@@ -80,6 +84,22 @@ TEST(LineaWin32Test, PortsFromCom10OpenInTheDeviceNamespace)
     EXPECT_EQ(PercorsoPorta(9), "COM9");
     EXPECT_EQ(PercorsoPorta(10), "\\\\.\\COM10");
     EXPECT_EQ(PercorsoPorta(255), "\\\\.\\COM255");
+}
+
+// A name that opens nothing, and a device that opens but is no serial line.
+TEST(LineaWin32Test, ACheckedPortSaysWhyItCannotServe)
+{
+    const struct {
+        const char* dispositivo;
+        std::string perche;
+    } casi[] = {{"\\\\.\\velmarin-nessuna-porta", "COM7 (\\\\.\\velmarin-nessuna-porta): cannot be opened"},
+                {"NUL", "COM7 (NUL): not a serial line"}};
+    for (const auto& c : casi) {
+        IODevMapPort(7, c.dispositivo);
+        EXPECT_EQ(velmarin_check_port(7), 0) << c.dispositivo;
+        EXPECT_EQ(std::string(velmarin_last_error()).substr(0, c.perche.size()), c.perche);
+    }
+    IODevMapPort(7, nullptr);
 }
 
 }  // namespace
