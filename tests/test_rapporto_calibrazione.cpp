@@ -143,6 +143,12 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
                                                              {20000, 15000}, {10000, 22000}, {30000, 8000}, {25000, 26000}};
     auto bloccoErrato = errori;
     bloccoErrato[5][0] += 5;  // a point pressed 5 m off
+    // Six points, the last 9 cm off: its leave-one-out length is 3.3 times
+    // the median of the six (the mean of the middle two), 2.6 times the
+    // upper of them.
+    const std::vector<std::array<std::int32_t, 2>> sei(sparsi.begin(), sparsi.begin() + 6);
+    const std::vector<std::array<double, 2>> noveCentimetri = {{0.03, -0.01}, {-0.01, -0.02}, {0.0, 0.02},
+                                                               {-0.02, 0.02}, {0.01, -0.02}, {0.10, 0.02}};
     const struct {
         const char* caso;
         TPunti punti;
@@ -150,6 +156,7 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
     } casi[] = {
         {"spread, redundant", Punti(sparsi, errori), 0},
         {"a blunder", Punti(sparsi, bloccoErrato), avvisoGrossolano},
+        {"a blunder against the median of an even count", Punti(sei, noveCentimetri), avvisoGrossolano},
         {"three points", Punti({{1000, 1000}, {39000, 1000}, {1000, 29000}}, piccoli), avvisoSenzaRidondanza},
         {"in a corner", Punti({{1000, 1000}, {9000, 1000}, {9000, 7000}, {1000, 7000}, {5000, 3000}}, errori),
          avvisoRaggruppati},
@@ -172,6 +179,9 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
     TRapportoCalibrazione r;
     EXPECT_FALSE(RapportoSparsi(Punti({{0, 0}, {100, 100}, {200, 200}, {300, 300}}, piccoli), limiti, r));
     EXPECT_EQ(r.tipo, TRapportoCalibrazione::nessuna);
+    // The corners of a sheet four times as wide as high: spreads of 1 to 4.
+    ASSERT_TRUE(RapportoSparsi(Punti({{0, 0}, {40000, 0}, {40000, 10000}, {0, 10000}}, piccoli), limiti, r));
+    EXPECT_NEAR(r.allineamento, 0.25, 1e-12);
 }
 
 // A 3 by 2 grid of 1000-count squares, a little sheared; node 5 (East 1,
@@ -205,6 +215,16 @@ TEST(RapportoCalibrazione, AGridNodeOutOfPlaceIsNamedAndResidualsAgree)
     }
     TRapportoCalibrazione r;
     EXPECT_FALSE(RapportoGriglia(Griglia(0), 2, 2, limiti, r)) << "12 nodes are no 2 by 2 grid";
+    // A sheet laid on the tablet turned by a tenth of a radian: every node,
+    // those on the edges and corners too, is where its neighbours put it.
+    TPunti ruotata = Griglia(0);
+    for (TPuntoControllo& n : ruotata) {
+        const double x = n.x, y = n.y;
+        n.x = static_cast<std::int32_t>(std::lround(x * std::cos(0.1) - y * std::sin(0.1)));
+        n.y = static_cast<std::int32_t>(std::lround(x * std::sin(0.1) + y * std::cos(0.1)));
+    }
+    ASSERT_TRUE(RapportoGriglia(ruotata, 3, 2, limiti, r));
+    EXPECT_EQ(r.nodiFuoriPosto, std::vector<int>{});
 }
 
 // Through the C interface, the report of the map in force, however it was
