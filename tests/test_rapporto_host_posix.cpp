@@ -33,4 +33,27 @@ TEST(RapportoHost, SaysHowManyPointsWereTakenAndCheckedAndKeepsTheIdOnOneLine)
     }
 }
 
+// A report made by hand, each figure of a point a power of two of its own:
+// the table and the log each show it in its column, and a warning names
+// its point as the user counts, from 1.
+TEST(RapportoHost, EachFigureStandsInItsColumnAndAWarningNamesThePointFromOne)
+{
+    TRapportoCalibrazione r;
+    r.tipo = TRapportoCalibrazione::sparsi;
+    r.punti = {{{0, 0, 100, 200}, 0.5, 0.25, 0.125, 0.0625},
+               {{1000, 0, 150, 200}, -1, -2, -4, -8},
+               {{0, 1000, 100, 250}, 16, 32, 64, 128}};
+    r.peggiori[0] = 2, r.peggiori[1] = 1;
+    r.avvisi = avvisoGrossolano;
+    const std::string testo = Testo(r), json = Json(r, "cal-1");
+    EXPECT_NE(testo.find("    1      100.000      200.000    0.5000    0.2500    0.1250    0.0625\n"), std::string::npos)
+        << testo;
+    EXPECT_NE(testo.find("WARNING: point 3 is probably wrong"), std::string::npos) << testo;
+    EXPECT_NE(json.find("{\"count_x\": 1000, \"count_y\": 0, \"east\": 150, \"north\": 200, \"residual_east\": -1, "
+                        "\"residual_north\": -2, \"loo_east\": -4, \"loo_north\": -8}"),
+              std::string::npos)
+        << json;
+    EXPECT_NE(json.find("\"worst\": [2, 1]"), std::string::npos) << json;
+}
+
 }  // namespace
