@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 #include "calibration/rapporto_calibrazione.h"
@@ -248,15 +249,18 @@ TEST(RapportoCalibrazione, TheCInterfaceReportsTheMapInForce)
     ASSERT_TRUE(RapportoSparsi(p, limiti, atteso));
     velmarin_point_residual v[5];
     ASSERT_EQ(velmarin_fit_report(t, &s, v, 2), 5) << "the count, beyond the room given";
-    EXPECT_EQ(s.kind, VELMARIN_FIT_SPARSE);
-    EXPECT_EQ(s.points, 5);
-    EXPECT_EQ(s.rms, atteso.rms);
-    EXPECT_EQ(s.predicted_worst, atteso.peggiorePrevisto);
-    EXPECT_EQ(s.worst[0], atteso.peggiori[0]);
+    EXPECT_EQ(std::make_tuple(s.kind, s.points, s.rms, s.std_dev, s.worst[0], s.worst[1], s.predicted_worst, s.warnings),
+              std::make_tuple(VELMARIN_FIT_SPARSE, 5, atteso.rms, atteso.deviazione, atteso.peggiori[0],
+                              atteso.peggiori[1], atteso.peggiorePrevisto, atteso.avvisi));
     ASSERT_EQ(velmarin_fit_report(t, nullptr, v, 5), 5);
-    EXPECT_EQ(v[4].x, 20000);
-    EXPECT_EQ(v[4].north, p[4].nord);
-    EXPECT_EQ(v[4].loo_east, atteso.punti[4].lasciaFuoriEst);
+    for (int k = 0; k < 5; ++k) {
+        const TResiduoPunto& a = atteso.punti[static_cast<std::size_t>(k)];
+        EXPECT_EQ(std::make_tuple(v[k].x, v[k].y, v[k].east, v[k].north, v[k].residual_east, v[k].residual_north,
+                                  v[k].loo_east, v[k].loo_north),
+                  std::make_tuple(a.punto.x, a.punto.y, a.punto.est, a.punto.nord, a.residuoEst, a.residuoNord,
+                                  a.lasciaFuoriEst, a.lasciaFuoriNord))
+            << "point " << k;
+    }
 
     const TPunti nodi = Griglia(300);
     x.clear(), y.clear();

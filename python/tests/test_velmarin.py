@@ -305,6 +305,10 @@ class SenzaLinea(unittest.TestCase):
             # The report's figures are the library's (tested there); here, their Python form.
             r = t.fit_report()
             self.assertEqual((r.kind, r.warnings, len(r.worst)), ("sparse", set(), 2))
+            # Residuals of +-1 m East at each corner: RMS 1 over four points,
+            # a deviation of sqrt(4 / 2) over the two redundant figures.
+            self.assertAlmostEqual(r.rms, 1.0, places=8)
+            self.assertAlmostEqual(r.std_dev, 2 ** 0.5, places=8)
             self.assertEqual([(p.x, p.y, p.east, p.north) for p in r.points][3], (1000, 1000, 604, 300))
             # Given minus fitted: 604 - 603; left out, the plane of the other three gives 600.
             self.assertAlmostEqual(r.points[3].residual_east, 1.0, places=8)
