@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -48,20 +49,23 @@ struct TStratoLetto {
     std::vector<std::string> righe;
 };
 
-// The time as "2026-11-23T10:00:00.250", from a date-time or from text.
+// The time as "2026-11-23T10:00:00.250Z", from a date-time or from text;
+// without the Z when it does not say UTC.
 std::string Ora(OGRFeature& f, int i)
 {
     int a = 0, m = 0, g = 0, h = 0, mi = 0, z = 0;
     float s = 0;
     double sd = 0;
+    char fuso[8] = "";
     if (f.GetFieldDefnRef(i)->GetType() == OFTDateTime) {
         f.GetFieldAsDateTime(i, &a, &m, &g, &h, &mi, &s, &z);
         sd = s;
-    } else if (std::sscanf(f.GetFieldAsString(i), "%d%*c%d%*c%d%*c%d:%d:%lf", &a, &m, &g, &h, &mi, &sd) != 6) {
+    } else if (std::sscanf(f.GetFieldAsString(i), "%d%*c%d%*c%d%*c%d:%d:%lf%7s", &a, &m, &g, &h, &mi, &sd, fuso) < 6) {
         return std::string("unreadable: ") + f.GetFieldAsString(i);
     }
+    const bool utc = z == 100 || !std::strcmp(fuso, "Z") || !std::strcmp(fuso, "+00") || !std::strcmp(fuso, "+00:00");
     char b[64];
-    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%06.3f", a, m, g, h, mi, sd);
+    std::snprintf(b, sizeof b, "%04d-%02d-%02dT%02d:%02d:%06.3f%s", a, m, g, h, mi, sd, utc ? "Z" : "");
     return b;
 }
 
@@ -133,7 +137,7 @@ TEST_P(UscitaGisTest, EachGeometryHasItsLayerAndEveryFieldReadsBackAsWritten)
             EXPECT_EQ(ora, ++letti);
         }
     }
-    const char* const ora = "2026-11-23T10:00:00.250";
+    const char* const ora = "2026-11-23T10:00:00.250Z";
     const std::string coda = std::string(" | cal-2026-11-23T09:58:01.007Z | ");
     const std::vector<std::string> attesi[3] = {
         {"POINT (1500100.5 5000200.25) | point | Conferma" + coda + "1 101 -200 | " + ora},
