@@ -56,6 +56,8 @@ TEST(SessioneDigitalizzazione, ScriptedPressesMakeTheirFeatures)
          {{funzPolilineaDisLib, 0, 0}, {mossa, 0.5, 0}, {mossa, 1.0, 0}, {mossa, 1.5, 0}, {mossa, 2.2, 0},
           {funzConferma, 2.3, 0}, {mossa, 2.5, 0}, {funzLineaDisLib, 10, 10}, {mossa, 10, 12}, {fine, 0, 0}},
          "S + + + P4 S + l2 E "},
+        {"a free-drawn line takes confirms as vertices until cancel",
+         {{funzLineaDisLib, 0, 0}, {funzConferma, 5, 0}, {funzConferma, 9, 0}, {funzAnnulla, 0, 0}}, "S + + l3 "},
         {"undo takes back vertices, the last with its feature",
          {{funzPolilineaFineEnt, 0, 0}, {funzConferma, 1, 0}, {annullaVertice, 0, 0}, {annullaVertice, 0, 0},
           {annullaVertice, 0, 0}, {funzConferma, 4, 4}},
@@ -91,9 +93,10 @@ TEST(SessioneDigitalizzazione, APolygonEndsOnItsFirstVertexAndFeaturesSayWhatMad
     TSessioneDigitalizzazione s(d);
     EXPECT_FALSE(s.Imposta(0, 1));
     EXPECT_FALSE(s.Imposta(1, -1));
-    ASSERT_TRUE(s.Imposta(1, 2));
+    ASSERT_TRUE(s.Imposta(1, 5));
     s.Pressione(6, funzPolilineaFineEnt, 100, 200, {0, 0});
-    for (TVertice v : {TVertice{10, 0}, TVertice{10, 10}, TVertice{1.5, 1.0}}) s.Pressione(1, funzConferma, 0, 0, v);
+    // The last vertex exactly the tolerance away: 3, 4, 5.
+    for (TVertice v : {TVertice{10, 0}, TVertice{10, 10}, TVertice{3, 4}}) s.Pressione(1, funzConferma, 0, 0, v);
     s.Termina();
     ASSERT_EQ(d.finiti.size(), 1u);
     const TElemento& g = d.finiti[0];
