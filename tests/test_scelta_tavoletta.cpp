@@ -85,7 +85,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(TCasoRiga{0, {}, tutti, 1},
                       TCasoRiga{4, {2123, 2128, 2132, 2135, 2138, 2141, 2144, 2149}, {2142, 2145, 2146}, 2},
                       TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}, 0},
-                      TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1}));
+                      TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1},
+                      TCasoRiga{8, {2123, 2128, 2131, 2136, 2138, 2142, 2144, 2148}, {2145, 2146}, 2}));
 
 // What reaches the record of model 5 after a few actions. Each parity radio,
 // read by the button that reads the radios, reaches it as its own letter (a
@@ -97,6 +98,8 @@ struct TCasoAzioni {
     int tipo, velocita, porta;
     bool limitiDefiniti;
     char parita = 'E';
+    int bitStop = 2, numBottoni = 16;
+    int portaIniziale = 2;  // the record's before the dialog
 };
 
 std::ostream& operator<<(std::ostream& os, const TCasoAzioni& c) { return os << c.nome; }
@@ -107,13 +110,12 @@ TEST_P(AzioniTest, WhatReachesTheRecord)
 {
     const TCasoAzioni& c = GetParam();
     TDataDigit dati = Modello5();
+    dati.porta = static_cast<std::int16_t>(c.portaIniziale);
     c.azioni(script);
     EXPECT_EQ(configDigit(nullptr, &digit, dati), c.risultato);
-    EXPECT_EQ(dati.tipo, c.tipo);
-    EXPECT_EQ(dati.velocita, c.velocita);
-    EXPECT_EQ(dati.porta, c.porta);
-    EXPECT_EQ(dati.limitiDefiniti, c.limitiDefiniti);
-    EXPECT_EQ(dati.parita, c.parita);
+    EXPECT_EQ(std::make_tuple(dati.tipo, dati.velocita, dati.porta, dati.limitiDefiniti, dati.parita, dati.bitStop,
+                              dati.numBottoni),
+              std::make_tuple(c.tipo, c.velocita, c.porta, c.limitiDefiniti, c.parita, c.bitStop, c.numBottoni));
     EXPECT_EQ(dati.xMax, 3000) << "limits stay";
     EXPECT_THAT(utente.Beep(), IsEmpty());
 }
@@ -131,7 +133,11 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoAzioni{"Annulla", [](TBackendScript& s) { s.Clic(2124); s.Scegli(2120, 1); s.Esc(); }, IDCANCEL, 5,
                     9600, 2, true},
         TCasoAzioni{"ModelloPoiOkTieneILimiti", [](TBackendScript& s) { s.Scegli(2120, 7); s.Invio(); }, IDOK, 7,
-                    9600, 2, true},
+                    9600, 2, true, 'E', 1},
+        TCasoAzioni{"UnoStopQuattroBottoni",
+                    [](TBackendScript& s) { s.Clic(2138); s.Clic(2148); s.Clic(2150); s.Esc(); s.Invio(); }, IDOK, 5,
+                    9600, 2, true, 'E', 1, 4},
+        TCasoAzioni{"PortaFuoriDalGruppo", [](TBackendScript& s) { s.Invio(); }, IDOK, 5, 9600, 1, true, 'E', 2, 16, 7},
         TCasoAzioni{"ModelloPoiBottoniLiPerde",
                     [](TBackendScript& s) { s.Scegli(2120, 7); s.Scegli(2120, 5); s.Clic(2150); s.Esc(); s.Invio(); },
                     IDOK, 5, 9600, 2, true},

@@ -54,7 +54,9 @@ INSTANTIATE_TEST_SUITE_P(
                       TCasoInit{"LimitiDueVolte", [](TBackendScript& s) { s.Clic(2151); s.Esc(); s.Clic(2151); s.Esc(); }, 2},
                       TCasoInit{"BottoniMai", [](TBackendScript& s) { s.Clic(2150); s.Esc(); }, 0},
                       TCasoInit{"VelocitaCambiata",
-                                [](TBackendScript& s) { s.Clic(2152); s.Esc(); s.Clic(2127); s.Clic(2152); s.Esc(); }, 2}),
+                                [](TBackendScript& s) { s.Clic(2152); s.Esc(); s.Clic(2127); s.Clic(2152); s.Esc(); }, 2},
+                      TCasoInit{"ResetCambiato",
+                                [](TBackendScript& s) { s.Clic(2152); s.Esc(); s.Clic(2142); s.Clic(2152); s.Esc(); }, 2}),
     [](const ::testing::TestParamInfo<TCasoInit>& i) { return std::string(i.param.nome); });
 
 }  // namespace
