@@ -89,6 +89,13 @@ inline int MoltiplicatoreScrittura(std::int32_t velocita) { return 19200 / veloc
 // DTR and RTS. 1 when the reader runs; 0 with the port closed again.
 int AvviaConnessione(TIODevInfo& d, TDigitLink& link);
 
+// The platform's check of a port for IODevVerificaPorta: opened as
+// AvviaConnessione opens it, as a serial line, and closed again. 1, or 0
+// with the reason recorded.
+int ProvaPorta(int porta);
+// The system's code for a port this process holds already: EBUSY, ERROR_BUSY.
+extern const unsigned long codicePortaOccupata;
+
 // Lowers DTR and RTS, drops both queues, puts back the settings the port had
 // before the open, and closes it; nothing when no port is open.
 void ChiudiLinea(TIODevInfo& d);

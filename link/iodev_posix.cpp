@@ -237,12 +237,10 @@ int AvviaConnessione(TIODevInfo& d, TDigitLink& link)
     return 1;
 }
 
-int IODevVerificaPorta(int porta)
+const unsigned long codicePortaOccupata = EBUSY;
+
+int ProvaPorta(int porta)
 {
-    if (devInfo && devInfo->hCom >= 0 && devInfo->porta == porta) {
-        RegistraErrore(NomePorta(porta) + ": a connection of this process is open on it", EBUSY);
-        return 0;
-    }
     const int fd = ApriEsclusivo(porta);
     if (fd < 0) return 0;
     (void)ioctl(fd, TIOCNXCL);

@@ -207,12 +207,10 @@ HANDLE ApriEsclusivo(int numero)
 
 }  // namespace
 
-int IODevVerificaPorta(int numero)
+const unsigned long codicePortaOccupata = ERROR_BUSY;
+
+int ProvaPorta(int numero)
 {
-    if (devInfo && devInfo->hCom != nessunOggetto && devInfo->porta == numero) {
-        RegistraErrore(NomePorta(numero) + ": a connection of this process is open on it", ERROR_BUSY);
-        return 0;
-    }
     const HANDLE porta = ApriEsclusivo(numero);
     if (porta == INVALID_HANDLE_VALUE) return 0;
     DCB dcb{};

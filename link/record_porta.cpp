@@ -1,12 +1,13 @@
 // The record of the one connection: where it lives, how the link's settings
-// become the port's, the open around the platform's own steps, and the
-// handles given to each open port.
+// become the port's, the check of a port and the open around the platform's
+// own steps, and the handles given to each open port.
 #include "link/iodev_info.h"
 
 #include <new>
 
 #include "link/iodev.h"
 #include "link/raccolta_interrotta.h"
+#include "link/ultimo_errore.h"
 #include "platform/winui.h"
 #include "reports/digit_link.h"
 
@@ -49,6 +50,15 @@ std::string DescrizioneLinea(const TIODevInfo& d)
 }
 
 std::intptr_t IODevHandleAperto() { return devInfo && devInfo->attivo ? devInfo->handle : 0; }
+
+int IODevVerificaPorta(int porta)
+{
+    if (devInfo && devInfo->hCom != nessunOggetto && devInfo->porta == porta) {
+        RegistraErrore(NomePorta(porta) + ": a connection of this process is open on it", codicePortaOccupata);
+        return 0;
+    }
+    return ProvaPorta(porta);
+}
 
 int IODevOpen(TDigitLink& link)
 {
