@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "digit.h"
-#include "velmarin.h"
 #include "sim/tavoletta_pty.h"
 #include "support/prova_dialoghi.h"
 #include "support/prova_su_linea.h"
@@ -122,8 +121,9 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
     AttesoA(1990, 1010, 149.5, 200.25);
 }
 
-// Two points then Escape leave no map; three give the affine map; a grid
-// calibration over it asks first, and an answer of No keeps it.
+// Two points then Escape leave no map; three, and a fourth given up on the
+// tablet, give the affine map of the three; a grid calibration over it asks
+// first, and an answer of No keeps it.
 TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 {
     ASSERT_TRUE(sim.Valida());
@@ -136,7 +136,7 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 
     auto prima = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
     for (const TPunto& p : tre) Digitalizza(p);
-    Fine();
+    Digitalizza({7, 7, "9999", "9999"}, 4);  // typed, then given up with button 4: not fitted
     ASSERT_TRUE(prima.get());
     EXPECT_TRUE(digit.IsCalibrato());
     EXPECT_FALSE(digit.IsCalibratoGriglia());
@@ -153,59 +153,6 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
     EXPECT_EQ(script.Chiusi().size(), dialoghi);
     AttesoA(1000, 400, 600, 240);
-}
-
-// Four points, and a fifth typed but given up with button 4, fit the four;
-// then a grid over them. The C interface's fits, given the same points, leave
-// the same maps to the bit, inside the cells, on a corner and far outside,
-// and the same area. The grid is not affine, so a node stored in the wrong
-// cell shows.
-TEST_F(ProcedureTest, TheCInterfaceFitsWhatTheProceduresFitToTheBit)
-{
-    ASSERT_TRUE(sim.Valida());
-    const std::int32_t campioni[][2] = {{0, 0}, {1000, 1000}, {333, 777}, {1500, 500}, {1980, 2010}, {-5000, 90000}};
-    auto confronta = [&](velmarin_tablet* t, const char* quale) {
-        for (const auto& c : campioni) {
-            double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
-            ASSERT_TRUE(digit.CalcoloCoordTrasfCalibrFine(c[0], c[1], e1, n1));
-            ASSERT_EQ(velmarin_to_ground(t, c[0], c[1], &e2, &n2), 1);
-            EXPECT_EQ(e1, e2) << quale << " at " << c[0] << "," << c[1];
-            EXPECT_EQ(n1, n2) << quale << " at " << c[0] << "," << c[1];
-        }
-    };
-
-    auto punti = std::async(std::launch::async, [&] { return digit.CalibraPtSparsi(nullptr); });
-    for (const TPunto& p : tre) Digitalizza(p);
-    Digitalizza({1000, 1000, "604", "300"});
-    Digitalizza({7, 7, "9999", "9999"}, 4);
-    ASSERT_TRUE(punti.get());
-    AttesoA(1000, 0, 601, 200);  // the least squares of the four
-    velmarin_tablet* t = velmarin_open(nullptr);
-    const std::int32_t px[] = {0, 1000, 0, 1000}, py[] = {0, 0, 1000, 1000};
-    const double pe[] = {500, 600, 500, 604}, pn[] = {200, 200, 300, 300};
-    ASSERT_EQ(velmarin_fit_points(t, 4, px, py, pe, pn), 1);
-    confronta(t, "points");
-
-    // Nodes of a 2 by 2 grid, East index varying fastest, none on a regular place.
-    std::int32_t nx[9], ny[9];
-    for (int k = 0; k < 9; ++k) {
-        const int p = k % 3, q = k / 3;
-        nx[k] = 1000 * p + 37 * q + 53 * p * q;
-        ny[k] = 1000 * q + 23 * p - (k == 4 ? 71 : 0);
-    }
-    utente.Rispondi(IDYES);  // to "already calibrated"
-    auto griglia = std::async(std::launch::async, [&] { return digit.CalibraGriglia(nullptr); });
-    Griglia({"2", "2", "100", "200", "50", "25"});
-    for (int p = 0; p <= 2; ++p)
-        for (int q = 0; q <= 2; ++q) Premi(nx[q * 3 + p], ny[q * 3 + p], 1);
-    ASSERT_TRUE(griglia.get());
-    ASSERT_EQ(velmarin_fit_grid(t, 2, 2, 100, 200, 50, 25, nx, ny), 1);
-    confronta(t, "grid");
-    double a[4], b[4];
-    ASSERT_TRUE(digit.GetSoloAreaCalibrata(a[0], a[1], a[2], a[3]));
-    ASSERT_EQ(velmarin_calibrated_area(t, 0, &b[0], &b[1], &b[2], &b[3]), 1);
-    for (int k = 0; k < 4; ++k) EXPECT_EQ(a[k], b[k]);
-    velmarin_close(t);
 }
 
 }  // namespace
