@@ -1,7 +1,6 @@
 // CDigit as an object: defaults, queries, button functions, assignment.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -22,17 +21,13 @@ TDataDigit Scelto(int tipo, bool limiti, int numBottoni = 4)
     return dati;
 }
 
+// What only a new object shows; its port and buttons are the selection
+// dialog's first row, and its tables the calibrations' own business.
 TEST(CDigitTest, DefaultsOfANewObject)
 {
     CDigit d;
-    const TDataDigit& dati = d.GetDataDigit();
-    EXPECT_EQ(dati.porta, 2);
-    EXPECT_EQ(dati.parita, 32);
-    const std::uint8_t funz[16] = {1, 2, 4, 8};
-    EXPECT_EQ(0, std::memcmp(dati.funzBott, funz, sizeof funz));
-    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
-    EXPECT_EQ(A::NumQuadEst(d), -1);
-    EXPECT_EQ(A::PassoNord(d), 1e-200);
+    EXPECT_EQ(d.GetDataDigit().parita, ' ');
+    EXPECT_FALSE(d.IsCalibrato());
     EXPECT_EQ(d.GetFunzButt(1), 0) << "no model chosen: no function";
 }
 
@@ -73,55 +68,26 @@ TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
     }
 }
 
-// A calibrated grid, assigned: the target maps as the source did through
-// tables and an index of its own, and the source's later changes stay its own.
+// A calibrated grid, assigned: the target maps as the source did, and a
+// later calibration of the source leaves the target's map as it was.
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
 {
     CDigit sorgente(Scelto(5, true));
     ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(5, 5, 400, 30, 3)));
-    A::IniNord(sorgente) = 123.5;
-    A::HPorta(sorgente) = 77;
-    A::CoefCelle(sorgente)[20][20][7] = 9.25;  // beyond the grid: the whole tables go
     CDigit dest;
-    double*** tabellaDest = A::CoefCelle(dest);
     dest = sorgente;
-    EXPECT_EQ(A::CoefCelle(dest), tabellaDest) << "the target keeps its own table";
-    EXPECT_TRUE(A::Indicizzato(dest));
-    EXPECT_EQ(A::StatoCalibr(dest).load(), calibGriglia);
-    EXPECT_EQ(A::NumQuadEst(dest), 5);
-    EXPECT_EQ(A::IniNord(dest), 123.5);
-    EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
-    EXPECT_EQ(A::HPorta(dest), 77);
-    EXPECT_EQ(dest.GetDataDigit().tipo, 5);
     double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
     ASSERT_TRUE(sorgente.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1));
     ASSERT_TRUE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e2, n2));
-    EXPECT_EQ(e1, e2);
-    EXPECT_EQ(n1, n2);
+    EXPECT_EQ(std::make_pair(e1, n1), std::make_pair(e2, n2));
+    EXPECT_TRUE(dest.IsCalibratoGriglia());
 
-    A::CoefCelle(sorgente)[20][20][7] = 1.0;
-    A::AngoliX(sorgente)[0][3][2] = -5;
-    EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25) << "no table is shared";
-    EXPECT_NE(A::AngoliX(dest)[0][3][2], -5);
-    A::HPorta(sorgente) = 0;  // nothing is connected: no port to close
-    A::HPorta(dest) = 0;
+    ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(3, 2, 700, 30, 9)));
     dest = dest;
-    EXPECT_EQ(A::CoefCelle(dest)[20][20][7], 9.25);
-    A::IndicizzaCelle(dest);
-    ASSERT_TRUE(A::Indicizzato(dest));
+    ASSERT_TRUE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1));
+    EXPECT_EQ(std::make_pair(e1, n1), std::make_pair(e2, n2)) << "no table is shared, and self-assignment keeps it";
     dest = CDigit();
-    EXPECT_FALSE(A::Indicizzato(dest)) << "a source without an index leaves none in force";
-}
-
-TEST(CDigitTest, SetToNotCalibratoTouchesOnlyTheState)
-{
-    CDigit d;
-    ASSERT_TRUE(CalibraDaNodi(d, GrigliaScossa(3, 2, 400, 30, 5)));
-    const double coef = A::CoefCelle(d)[2][1][2];
-    d.SetToNotCalibrato();
-    EXPECT_EQ(A::StatoCalibr(d).load(), calibNessuna);
-    EXPECT_EQ(A::NumQuadEst(d), 3);
-    EXPECT_EQ(A::CoefCelle(d)[2][1][2], coef);
+    EXPECT_FALSE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1)) << "an uncalibrated source leaves no map";
 }
 
 }  // namespace

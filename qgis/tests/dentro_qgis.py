@@ -1,5 +1,5 @@
 """Run by QGIS itself (qgis --code): the plugin from the source tree in the
-real application. Checks its toolbar and menu, calibrates from four presses
+real application. Checks that its toolbar is there, calibrates from four presses
 on velmarin-sim with typed coordinates, digitizes a point, a line and a
 polygon into layers of the project, saves screenshots of the calibration
 dialog and of the main window into $VELMARIN_IMMAGINI, writes what it found
@@ -45,9 +45,7 @@ def prova(esito):
         plugin = classFactory(iface)
         plugin.initGui()
         finestra = iface.mainWindow()
-        barra = finestra.findChild(QToolBar, "velmarinTablet")
-        esito["toolbar"] = [a.text() for a in barra.actions() if a.text()] if barra else []
-        esito["menu"] = [a.text() for a in finestra.menuBar().actions()]
+        esito["toolbar"] = finestra.findChild(QToolBar, "velmarinTablet") is not None
 
         dialogo = plugin.punti()
         for k, (x, y) in enumerate(PUNTI):

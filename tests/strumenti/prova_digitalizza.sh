@@ -3,8 +3,8 @@
 # fed stroke by stroke: four points calibrate (Enter pressed once too often,
 # Escape taken back), five features are digitized, and the host is killed
 # with SIGKILL in the middle of a sixth. Read back with GDAL, each format
-# holds the five, exactly, one layer per geometry, with typed fields and the
-# id of the calibration kept in the log. Then a disk that fills up stops a
+# holds the five, exactly, one layer per geometry, with the id of the
+# calibration kept in the log. Then a disk that fills up stops a
 # session with a message and a non-zero status, and a bad --out is refused
 # before any work. Skipped (77) without tmux, GDAL's programs or a host
 # built with GDAL.
@@ -147,17 +147,10 @@ for formato in gpkg geojson shp; do
     verifica "$formato: after SIGKILL the files hold the five ended features" test "$(quanti "$uscita")" = 5
     elenco "$uscita" | geometrie >"$temp/letti"
     verifica "$formato: exactly where they were digitized, a layer per geometry" diff "$temp/attesi" "$temp/letti"
-    sommario "$uscita" >"$temp/sommario"
-    verifica "$formato: in the CRS asked for" contiene "$temp/sommario" 'ID\["EPSG",3003\]'
-    verifica "$formato: each layer of one geometry" sh -c \
-        "grep -c '^Geometry: \(Point\|Line String\|Polygon\)$' '$temp/sommario' | grep -qx 3"
-    tipo=DateTime
-    [ "$formato" = shp ] && tipo=String
-    verifica "$formato: the time a $tipo" contiene "$temp/sommario" "^time: $tipo"
+    # The fields' types and values in each format are UscitaGisTest's; here,
+    # the calibration the host was using.
     elenco "$uscita" >"$temp/campi"
-    verifica "$formato: each feature names its function" contiene "$temp/campi" \
-        "function (String) = Inizia Polilinea - Dis. Lib."
-    verifica "$formato: and its calibration" test "$(grep 'calib_id (String)' "$temp/campi" | sort -u)" = \
+    verifica "$formato: each feature names its calibration" test "$(grep 'calib_id (String)' "$temp/campi" | sort -u)" = \
         "  calib_id (String) = $id"
 done
 

@@ -34,36 +34,30 @@ tmux new-session -d -s "$sessione" -x 80 -y 24 \
 
 verifica "the menu is in English" attendi "c  choose and set up the tablet"
 verifica "and names the simulated tablet" attendi "velmarin-host: Summa MicroGrid 3 on COM1"
-verifica "and how to quit" attendi "q  quit"
 verifica "it offers digitizing, and says what it needs" attendi "d  digitize (start velmarin-host with --out FILE first)"
 
 # The selection, with the line of the tablet above it and the keys under it.
 tasti c
 verifica "c opens the tablet selection" attendi "+= Scelta tavoletta ====="
 verifica "under the line of the tablet, on top" in_cima "^velmarin-host: Summa MicroGrid 3 on COM1"
-verifica "with the whole dialog in 80 columns" grep -q '^  +----*+$' "$temp/schermo"
 verifica "the model list has the focus" aspetta fuoco "\[ Summa MicroGrid 3"
 verifica "and its keys are named" attendi "Left/Right/Space: change  Tab/Shift-Tab, Up/Down: move  Enter: OK  Esc: Annulla"
 tasti Left Left Left
 verifica "Left goes up the list to model 2" attendi "Tipo tavoletta \[ SummaGraph.MM ASCII"
 tasti Tab
 verifica "Tab enters the port group" aspetta fuoco "(\*) Com1"
-verifica "whose keys are named" attendi "Arrows: in group  Space: choose  Tab/Shift-Tab: move  Enter: OK"
 tasti Down Down Space
 verifica "Down and Space choose COM3" aspetta fuoco "(\*) Com3"
 
 tasti BTab BTab BTab BTab
 verifica "Shift-Tab goes back round to Bottoni" aspetta fuoco "< Bottoni  >"
-verifica "which Space or Enter presses" attendi "Space, Enter: Bottoni"
 tasti Enter
 verifica "the button functions fit the screen" attendi "^ *+= Definizione funzioni bottone =*+$"
 tasti Right Right Right Right Right
 verifica "a label too long for its list is marked as cut" attendi "\[Inizia Polilinea - Fine E~v\]"
 verifica "and shown whole under the dialog" attendi "^ \[Inizia Polilinea - Fine Ent.\]  Left/Right"
 tasti Left Left Left Left Left
-verifica "under the line of the tablet" in_cima "^velmarin-host: Summa MicroGrid 3 on COM1"
 verifica "with their OK" attendi "<< *OK *>>"
-verifica "and their functions" attendi "Annulla - Fine funzione"
 tasti Enter
 verifica "Enter on a list takes the functions" attendi "+= Scelta tavoletta ====="
 verifica "and the focus is back on OK" aspetta fuoco "<<   OK   >>"
@@ -76,8 +70,6 @@ verifica "on the model and port chosen" in_cima "^velmarin-host: SummaGraph.MM A
 verifica "which say how a corner is taken" contiene "$temp/schermo" "Take it with tablet button 1 (Conferma); Esc or button 4"
 verifica "the built-in tablet takes the lower left corner" attendi "il punto superiore a destra"
 verifica "and the upper right one" attendi "+= Scelta tavoletta ====="
-verifica "and the focus is back on OK" aspetta fuoco "<<   OK   >>"
-
 tasti Tab Tab Tab Tab Enter
 verifica "Prova shows the tablet live" attendi "Prova tavoletta"
 verifica "with its presses" attendi "<1>"
@@ -85,13 +77,11 @@ verifica "and the cross at the frame's left limit" attendi "|  |#"
 verifica "and at its right limit" attendi "#|  "
 tasti Escape
 verifica "Escape leaves the test" attendi "+= Scelta tavoletta ====="
-verifica "with OK focused, Enter's key named" attendi "Space, Enter: OK"
 nuova_storia
 tasti Enter
 verifica "Enter takes the choice" aspetta storia "tablet set up: model 2 (SummaGraph.MM ASCII) on COM3"
 verifica "and prints its limits" aspetta storia "limits: x 2000 to 8000, y 2000 to 8000"
 verifica "and the button that confirms" aspetta storia "button 1: Conferma"
-verifica "the menu names the new tablet" aspetta storia "velmarin-host: SummaGraph.MM ASCII on COM3"
 
 nuova_storia
 tasti w
@@ -106,18 +96,12 @@ tasti Left BTab BTab
 verifica "model 1 chosen, Limiti focused" aspetta fuoco "<  Limiti  >"
 tasti Enter
 verifica "the limits run on model 1" attendi "Limiti tavoletta"
-verifica "as the line on top says" in_cima "^velmarin-host: SummaGraph.MM BINARY on COM3"
 tasti Escape
 verifica "Escape gives the limits up" attendi "+= Scelta tavoletta ====="
 nuova_storia
 tasti Escape
 verifica "Escape cancels the selection" aspetta storia "configuration cancelled: the tablet keeps its set-up, model 2"
 verifica "and the menu names the tablet kept" aspetta storia "velmarin-host: SummaGraph.MM ASCII on COM3"
-nuova_storia
-tasti w
-verifica "a watch hears the tablet kept" aspetta storia "button 1 Conferma"
-tasti q
-verifica "q ends the watch" aspetta storia "^-- end:"
 
 # A calibration by four points, finished after the fourth.
 nuova_storia
