@@ -1,6 +1,7 @@
 // CDigit as an object: defaults, queries, button functions, assignment.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -72,15 +73,19 @@ TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
 // later calibration of the source leaves the target's map as it was.
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
 {
-    CDigit sorgente(Scelto(5, true));
+    CDigit sorgente(Scelto(5, true)), dest(Scelto(5, true));
     ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(5, 5, 400, 30, 3)));
-    CDigit dest;
+    ASSERT_TRUE(CalibraDaNodi(dest, GrigliaScossa(2, 2, 900, 30, 4)));  // an index of its own, to be replaced
+    A::HPorta(sorgente) = 77;
     dest = sorgente;
-    double e1 = 0, n1 = 0, e2 = 0, n2 = 0;
+    EXPECT_EQ(A::HPorta(dest), 77);
+    A::HPorta(sorgente) = A::HPorta(dest) = 0;  // nothing is connected: no port to close
+    double e1 = 0, n1 = 0, e2 = 0, n2 = 0, a[4], b[4];
     ASSERT_TRUE(sorgente.CalcoloCoordTrasfCalibrFine(2900, 2100, e1, n1));
     ASSERT_TRUE(dest.CalcoloCoordTrasfCalibrFine(2900, 2100, e2, n2));
     EXPECT_EQ(std::make_pair(e1, n1), std::make_pair(e2, n2));
-    EXPECT_TRUE(dest.IsCalibratoGriglia());
+    ASSERT_TRUE(sorgente.GetSoloAreaCalibrata(a[0], a[1], a[2], a[3]) && dest.GetSoloAreaCalibrata(b[0], b[1], b[2], b[3]));
+    EXPECT_TRUE(std::equal(a, a + 4, b));
 
     ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(3, 2, 700, 30, 9)));
     dest = dest;
