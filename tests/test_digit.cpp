@@ -77,6 +77,7 @@ TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
     ASSERT_TRUE(CalibraDaNodi(sorgente, GrigliaScossa(5, 5, 400, 30, 3)));
     ASSERT_TRUE(CalibraDaNodi(dest, GrigliaScossa(2, 2, 900, 30, 4)));  // an index of its own, to be replaced
     A::HPorta(sorgente) = 77;
+    A::IniEst(sorgente) = 1000, A::IniNord(sorgente) = 2000, A::PassoEst(sorgente) = A::PassoNord(sorgente) = 50;
     dest = sorgente;
     EXPECT_EQ(A::HPorta(dest), 77);
     A::HPorta(sorgente) = A::HPorta(dest) = 0;  // nothing is connected: no port to close
