@@ -1,6 +1,6 @@
 // The calibration report against the same figures computed another way: the
 // least-squares map from the uncentred normal equations, solved in long
-// double, and the leverage from the inverse of their matrix.
+// double, and the leave-one-out residuals from the leverage.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,14 +17,13 @@ namespace {
 using TPunti = std::vector<TPuntoControllo>;
 using L = long double;
 
-// The normal matrix of the design [1 x y] of the points but one, inverted by
-// Gauss-Jordan in long double.
-std::array<std::array<L, 3>, 3> InversaNormale(const TPunti& p, int escluso)
+// The inverse of the normal matrix of the design [1 x y], by Gauss-Jordan
+// in long double.
+std::array<std::array<L, 3>, 3> InversaNormale(const TPunti& p)
 {
     L a[3][6] = {};
-    for (int k = 0; k < static_cast<int>(p.size()); ++k) {
-        if (k == escluso) continue;
-        const L r[3] = {1, L(p[k].x), L(p[k].y)};
+    for (const TPuntoControllo& q : p) {
+        const L r[3] = {1, L(q.x), L(q.y)};
         for (int i = 0; i < 3; ++i)
             for (int j = 0; j < 3; ++j) a[i][j] += r[i] * r[j];
     }
@@ -51,43 +50,36 @@ struct TAttesa {
     L rms = 0, sigma = 0, leva = 0;  // leva: the largest over the zone's corners
 };
 
-// The map of the points but one at point k, minus what was given there.
-std::array<L, 2> Residuo(const TPunti& p, int escluso, int k)
-{
-    const auto inv = InversaNormale(p, escluso);
-    L be[3] = {}, bn[3] = {};
-    for (int q = 0; q < static_cast<int>(p.size()); ++q) {
-        if (q == escluso) continue;
-        const L r[3] = {1, L(p[q].x), L(p[q].y)};
-        for (int i = 0; i < 3; ++i) be[i] += r[i] * p[q].est, bn[i] += r[i] * p[q].nord;
-    }
-    L e = 0, n = 0;
-    const L r[3] = {1, L(p[k].x), L(p[k].y)};
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j) e += r[i] * inv[i][j] * be[j], n += r[i] * inv[i][j] * bn[j];
-    return {p[k].est - e, p[k].nord - n};
-}
-
+// The residuals of the uncentred normal equations, and the leave-one-out
+// ones from the leverage h of each point: r / (1 - h), no fit left out.
 TAttesa Attesa(const TPunti& p, const TLimiti& zona)
 {
-    TAttesa a;
-    const int n = static_cast<int>(p.size());
-    for (int k = 0; k < n; ++k) {
-        const auto r = Residuo(p, -1, k), l = Residuo(p, k, k);
-        a.dE.push_back(r[0]), a.dN.push_back(r[1]), a.looE.push_back(l[0]), a.looN.push_back(l[1]);
-        a.rms += r[0] * r[0] + r[1] * r[1];
+    const auto inv = InversaNormale(p);
+    L be[3] = {}, bn[3] = {};
+    for (const TPuntoControllo& q : p) {
+        const L r[3] = {1, L(q.x), L(q.y)};
+        for (int i = 0; i < 3; ++i) be[i] += r[i] * q.est, bn[i] += r[i] * q.nord;
     }
-    a.sigma = std::sqrt(a.rms / (2 * n - 6));
-    a.rms = std::sqrt(a.rms / n);
-    const auto inv = InversaNormale(p, -1);
+    // The map at (x, y): East, North and the leverage there.
+    auto Mappa = [&](L x, L y) {
+        const L r[3] = {1, x, y};
+        std::array<L, 3> m{};
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j)
+                m[0] += r[i] * inv[i][j] * be[j], m[1] += r[i] * inv[i][j] * bn[j], m[2] += r[i] * inv[i][j] * r[j];
+        return m;
+    };
+    TAttesa a;
+    for (const TPuntoControllo& q : p) {
+        const auto m = Mappa(q.x, q.y);
+        const L e = q.est - m[0], n = q.nord - m[1];
+        a.dE.push_back(e), a.dN.push_back(n), a.looE.push_back(e / (1 - m[2])), a.looN.push_back(n / (1 - m[2]));
+        a.rms += e * e + n * n;
+    }
+    a.sigma = std::sqrt(a.rms / (2 * p.size() - 6));
+    a.rms = std::sqrt(a.rms / p.size());
     for (double x : {zona.x1, zona.x2})
-        for (double y : {zona.y1, zona.y2}) {
-            const L r[3] = {1, x, y};
-            L h = 0;
-            for (int i = 0; i < 3; ++i)
-                for (int j = 0; j < 3; ++j) h += r[i] * inv[i][j] * r[j];
-            a.leva = std::max(a.leva, h);
-        }
+        for (double y : {zona.y1, zona.y2}) a.leva = std::max(a.leva, Mappa(x, y)[2]);
     return a;
 }
 
