@@ -74,7 +74,9 @@ avvia_host() {  # avvia_host OUTPUT OPTIONS...: the host in tmux, its status at 
         calibrate points digitize --out '$uscita' --crs EPSG:3003 --stream-step 10 $* 2>'$temp/host.err'; \
         echo EXIT=\$?; sleep 60"
 }
-pid_host() { pgrep -f -n "^$HOST --device"; }
+# The host of this test's tmux pane, a child of the pane's shell: never a
+# host that another test runs at the same time.
+pid_host() { pgrep -n -P "$(tmux display-message -p -t "$sessione" '#{pane_pid}')" -f "^$HOST --device"; }
 # Four points, typed and pressed; the first with Enter pressed twice, the
 # second given up with Escape and taken back.
 calibra() {
