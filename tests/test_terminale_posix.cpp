@@ -89,29 +89,6 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
     EXPECT_EQ(PrimoFuoco(s), 1);
 }
 
-// The dialog that waits for a press of the tablet has Annulla alone: it
-// opens with no focus, so that an Enter once too often (the one that closed
-// the dialog before it) throws nothing away; Tab reaches Annulla, and then
-// Enter presses it.
-TEST(InputPerTasto, EnterNeverPressesAnAnnullaThatIsNotHighlighted)
-{
-    TStatoDialogo s;
-    s.modello = 1;
-    s.elementi.resize(3);
-    s.elementi[0].tipo = TTipoElemento::statico;
-    s.elementi[1].tipo = TTipoElemento::statico;
-    s.elementi[2].tipo = TTipoElemento::pulsante, s.elementi[2].id = 2;
-    int fuoco = PrimoFuoco(s);
-    EXPECT_EQ(fuoco, -1);
-    TInput input;
-    EXPECT_FALSE(InputPerTasto(s, {TTasto::invio, 0}, fuoco, input));
-    EXPECT_FALSE(InputPerTasto(s, {TTasto::tab, 0}, fuoco, input));
-    EXPECT_EQ(fuoco, 2);
-    ASSERT_TRUE(InputPerTasto(s, {TTasto::invio, 0}, fuoco, input));
-    EXPECT_EQ(input.tipo, TTipoInput::clic);
-    EXPECT_EQ(input.id, 2);
-}
-
 // Keys that came in one read are handed out one by one: an escape sequence
 // takes its own bytes and no more, and waits while it is cut short; a lone
 // Escape is Escape.
