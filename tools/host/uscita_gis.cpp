@@ -215,7 +215,7 @@ bool Trasferisci(const std::string& da, const std::string& a, const std::string&
 struct TFileGis {
     std::string percorso;
     TDs ds;  // the file, or for a rewritten format its copy in memory
-    bool transazioni = false, riscrivi = false;
+    bool transazioni = false, riscrivi = false;  // one of the two, once open
 };
 
 struct TUscitaGis::TImpl {
@@ -584,17 +584,11 @@ bool TUscitaGis::Scrivi(const TElementoGis& e, std::string& errore)
         }
         return true;
     }
-    if (file.riscrivi) {
-        if (m.Riscrivi(file, errore)) return true;
-        // Not in the file: not in the next copy either.
-        if (strato->DeleteFeature(f.GetFID()) != OGRERR_NONE) errore += "; the layer in memory keeps it";
-        return false;
-    }
-    if (strato->SyncToDisk() != OGRERR_NONE || (d.FlushCache(), CPLGetLastErrorType() >= CE_Failure)) {
-        errore = "cannot write a feature to " + file.percorso + Motivo();
-        return false;
-    }
-    return true;
+    // Every other file is rewritten from its copy.
+    if (m.Riscrivi(file, errore)) return true;
+    // Not in the file: not in the next copy either.
+    if (strato->DeleteFeature(f.GetFID()) != OGRERR_NONE) errore += "; the layer in memory keeps it";
+    return false;
 }
 
 std::string TUscitaGis::Descrizione() const
