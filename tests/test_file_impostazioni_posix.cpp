@@ -113,7 +113,7 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
         {Sostituisci("version 1", "version 2"), "written by a newer velmarin-host (version 2;"},
         {std::string("\x7f" "ELF\x01\x02\0\0", 8), "holds binary data"},
         {Sostituisci("model 6", "model \x1b[2J6"), "holds binary data"},  // a terminal's escape, never echoed
-        {Sostituisci("model 6", "model \xc3\xa9" "6"), "bad model value: ??6"},
+        {Sostituisci("model 6", "model \xc3\xa9\x7f" "6"), "bad model value: ???6"},
     };
     for (const auto& c : casi) {
         Scrivi(c.testo);

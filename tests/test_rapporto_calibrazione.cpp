@@ -169,6 +169,13 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
             EXPECT_TRUE(std::isnan(r.punti[0].lasciaFuoriEst));
         }
     }
+    // Five points tell a blunder; four are too few to tell it.
+    for (std::ptrdiff_t n : {4, 5}) {
+        TRapportoCalibrazione r;
+        ASSERT_TRUE(RapportoSparsi(Punti({sparsi.begin() + 6 - n, sparsi.begin() + 6},
+                                         {bloccoErrato.begin() + 6 - n, bloccoErrato.begin() + 6}), limiti, r));
+        EXPECT_EQ(r.avvisi, n == 5 ? avvisoGrossolano : 0u) << n << " points";
+    }
     TRapportoCalibrazione r;
     EXPECT_FALSE(RapportoSparsi(Punti({{0, 0}, {100, 100}, {200, 200}, {300, 300}}, piccoli), limiti, r));
     EXPECT_EQ(r.tipo, TRapportoCalibrazione::nessuna);

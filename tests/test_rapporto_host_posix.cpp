@@ -53,7 +53,9 @@ TEST(RapportoHost, EachFigureStandsInItsColumnAndAWarningNamesThePointFromOne)
                         "\"residual_north\": -2, \"loo_east\": -4, \"loo_north\": -8}"),
               std::string::npos)
         << json;
+    EXPECT_NE(json.find("\"loo_north\": 128}], \"rms\""), std::string::npos) << "three points, no more: " << json;
     EXPECT_NE(json.find("\"worst\": [2, 1]"), std::string::npos) << json;
+    EXPECT_NE(json.find("\"warnings\": [\"point 3 is probably wrong: digitize it again\"]}"), std::string::npos) << json;
 }
 
 }  // namespace

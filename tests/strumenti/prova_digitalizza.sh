@@ -78,7 +78,7 @@ avvia_host() {  # avvia_host OUTPUT OPTIONS...: the host in tmux, its status at 
 # host that another test runs at the same time.
 pid_host() { pgrep -n -P "$(tmux display-message -p -t "$sessione" '#{pane_pid}')" -f "^$HOST --device"; }
 # Four points, typed and pressed; the first with Enter pressed twice, the
-# second given up with Escape and taken back.
+# second given up with Escape and taken back, the third asked from Annulla.
 calibra() {
     attendi "Coord. Est (Y)"
     tmux send-keys -t "$sessione" 1500200 Tab 5000200 Enter Enter
@@ -91,6 +91,11 @@ calibra() {
     for punto in "36000 4000 1501800 5000200" "4000 36000 1500200 5001800" "36000 36000 1501800 5001800"; do
         set -- $punto
         attendi "Coord. Est (Y)"
+        if [ "$1 $2" = "4000 36000" ]; then  # Annulla highlighted and Enter asks too
+            tmux send-keys -t "$sessione" Tab Tab Tab Enter
+            attendi "The 2 points taken will be lost."
+            tmux send-keys -t "$sessione" n Tab
+        fi
         tmux send-keys -t "$sessione" "$3" Tab "$4" Enter
         attendi "Digitalizza il Punto"
         premi "$1" "$2" 1
