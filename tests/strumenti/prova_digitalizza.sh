@@ -92,6 +92,8 @@ calibra() {
         set -- $punto
         attendi "Coord. Est (Y)"
         if [ "$1 $2" = "4000 36000" ]; then  # Annulla highlighted and Enter asks too
+            attendi "Point 3: its ground East and North"  # and then the entry, not the wait whose Annulla gives up
+            attendi "Type, Backspace: erase"
             tmux send-keys -t "$sessione" Tab Tab Tab Enter
             attendi "The 2 points taken will be lost."
             tmux send-keys -t "$sessione" n Tab
