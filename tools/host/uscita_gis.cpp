@@ -215,7 +215,7 @@ bool Trasferisci(const std::string& da, const std::string& a, const std::string&
 struct TFileGis {
     std::string percorso;
     TDs ds;  // the file, or for a rewritten format its copy in memory
-    bool transazioni = false, riscrivi = false;  // one of the two, once open
+    bool riscrivi = false;  // rewritten from its copy after each feature; else a transaction each
 };
 
 struct TUscitaGis::TImpl {
@@ -320,7 +320,6 @@ bool TUscitaGis::TImpl::ApriFile(TFileGis& f, std::string& errore)
             return false;
         }
         if (nuovo->TestCapability(ODsCTransactions)) {
-            f.transazioni = nuovo->TestCapability(ODsCTransactions);
             f.ds = std::move(nuovo);
             return true;
         }
@@ -330,8 +329,7 @@ bool TUscitaGis::TImpl::ApriFile(TFileGis& f, std::string& errore)
         return f.ds != nullptr;
     }
     TDs d(GDALDataset::Open(f.percorso.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, soloQuesto));
-    if (d && (d->TestCapability(ODsCTransactions))) {
-        f.transazioni = d->TestCapability(ODsCTransactions);
+    if (d && d->TestCapability(ODsCTransactions)) {
         f.ds = std::move(d);
         return true;
     }
@@ -568,23 +566,22 @@ bool TUscitaGis::Scrivi(const TElementoGis& e, std::string& errore)
     Attributi(f, e);
     f.SetGeometry(Geometria(e).get());
     CPLErrorReset();
-    if (file.transazioni && d.StartTransaction() != OGRERR_NONE) {
+    if (!file.riscrivi && d.StartTransaction() != OGRERR_NONE) {
         errore = "cannot write to " + file.percorso + Motivo();
         return false;
     }
     if (strato->CreateFeature(&f) != OGRERR_NONE) {
-        if (file.transazioni) d.RollbackTransaction();
+        if (!file.riscrivi) d.RollbackTransaction();
         errore = "cannot write a feature to " + file.percorso + Motivo();
         return false;
     }
-    if (file.transazioni) {
+    if (!file.riscrivi) {
         if (d.CommitTransaction() != OGRERR_NONE) {
             errore = "cannot commit a feature to " + file.percorso + Motivo();
             return false;
         }
         return true;
     }
-    // Every other file is rewritten from its copy.
     if (m.Riscrivi(file, errore)) return true;
     // Not in the file: not in the next copy either.
     if (strato->DeleteFeature(f.GetFID()) != OGRERR_NONE) errore += "; the layer in memory keeps it";
