@@ -1,5 +1,4 @@
-// The tablet connection: Init and its boxes, the destructor, the one target
-// shared by all objects, the delivery gate, and one tablet at a time.
+// Init and its boxes, the destructor, the one shared target, the delivery gate.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -79,11 +78,8 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
     EXPECT_NE(t.c_cflag & CSTOPB, 0u);
 }
 
-// Every refused open says why through velmarin_last_error, with the port,
-// its device and the system's reason, and leaves errno as the failure set it
-// even after the library's box. A host's check of the port, with no tablet
-// object and no box, says the same; a port it passes still connects, and a
-// port this process has connected no longer passes.
+// A refused open, and a host's check of the port, say why and leave errno as
+// the failure set it; a port this process has connected no longer passes.
 TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
 {
     const std::string pty = sim.PercorsoSlave();
@@ -134,20 +130,17 @@ TEST_F(ConnessioneTest, ARefusedOpenSaysWhyAndKeepsErrno)
     velmarin_close(t);
 }
 
-// Through the C interface a listener set before the connection is refused,
-// held all the same, and hears the connection made after it.
+// A listener set before the connection is refused, kept, and hears it.
 TEST_F(ConnessioneTest, AListenerSetBeforeConnectHearsTheConnection)
 {
-    struct TContatore {
-        std::atomic<int> mosse{0};
-        static void Mossa(void* u, std::int32_t, std::int32_t) { ++static_cast<TContatore*>(u)->mosse; }
-    } contatore;
+    std::atomic<int> mosse{0};
     const TDataDigit dati = Dati(5);
     velmarin_tablet* t = velmarin_open(&dati);
-    EXPECT_EQ(velmarin_listen(t, &TContatore::Mossa, nullptr, &contatore), 0);
+    const auto Mossa = [](void* u, std::int32_t, std::int32_t) { ++*static_cast<std::atomic<int>*>(u); };
+    EXPECT_EQ(velmarin_listen(t, Mossa, nullptr, &mosse), 0);
     EXPECT_STREQ(velmarin_last_error(), "velmarin_listen: no port of this tablet is open; the functions hear a later connection");
     ASSERT_EQ(velmarin_connect(t), 1);
-    EXPECT_TRUE(RipetiFinche([&] { return contatore.mosse > 0; }, [&] { sim.InviaStato(5, {321, 654, 0}, 20); }));
+    EXPECT_TRUE(RipetiFinche([&] { return mosse > 0; }, [&] { sim.InviaStato(5, {321, 654, 0}, 20); }));
     EXPECT_EQ(velmarin_line_state(t), VELMARIN_LINE_OPEN);
     // A connect that fails closes the port it had: its line is closed.
     IODevMapPort(portaProva, "/nonexistent/velmarin-tty");
@@ -156,8 +149,7 @@ TEST_F(ConnessioneTest, AListenerSetBeforeConnectHearsTheConnection)
     velmarin_close(t);
 }
 
-// A pseudo-terminal drops parity; every later open of the same line must
-// still take the rest of the settings and connect.
+// A pseudo-terminal drops parity; every later open must still connect.
 TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
 {
     for (int tipo : {1, 3, 5, 1, 3, 5}) {  // odd; even with two stop bits; even
@@ -167,10 +159,8 @@ TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
     EXPECT_TRUE(ui.Messaggi().empty());
 }
 
-// Model 4 is polled: SetCommNotificationTo sends the first poll, even for a
-// null target, and a tablet that answers every poll keeps the chain going:
-// each line decoded sends the next poll. A hold stops it (the poll of the
-// last line is not sent), and a new target starts it again with one poll.
+// Model 4 is polled: a target, even null, sends the first poll, each answer
+// the next; a hold stops the chain and a new target starts it again.
 TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
 {
     const auto PollDopo = [&](int quanti) { return AttendiFinche([&] { return sim.PollRicevuti() >= quanti; }); };
@@ -193,10 +183,8 @@ TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)
     EXPECT_EQ(reg.Notifiche().front(), Mossa(300, 400));
 }
 
-// Init on a connected object reconnects without a reset and drops the
-// target. The destructor of a connected object sends the reset only while
-// delivery is on (a hold stops every write); either way it closes and frees
-// the record without a box.
+// Init again reconnects without a reset and drops the target; the destructor
+// resets only while delivery is on, and closes and frees without a box.
 TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
 {
     for (bool consegna : {false, true}) {
@@ -243,10 +231,8 @@ TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
     EXPECT_EQ(Box(box[1]), Box({nullptr, "Deallocazione fallita", "Errore", MB_OK}));
 }
 
-// A second object cannot take the port while the first one's connection
-// runs: it is refused with the open-failure box, and afterwards it leaves
-// that connection alone. Its sequences send nothing and keep the format (but
-// wait their time), and it neither takes nor drops the target.
+// A second object is refused the running connection's port, with the box,
+// and then leaves it alone: no bytes, no format, no target taken or dropped.
 TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone)
 {
     CDigit primo(Dati(5, 1)), secondo(Dati(1, 2));
@@ -277,7 +263,6 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone
     primo.StopCommNotification();
 }
 
-// A target that is slow in its notification.
 struct TLento : CDigitNtfy {
     std::atomic<bool> iniziata{false}, finita{false};
     void NotifyMove(std::int32_t, std::int32_t) override
@@ -308,10 +293,9 @@ TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
     }
 }
 
-// A host that drops its own tablet from inside a press, by destroying the
-// CDigit or by velmarin_close: the call returns (no wait for the reader, its
-// caller), nothing is delivered after it, no box shows, and the port opens
-// again at once. A stop from inside a notification is CorseTest's.
+// A host drops its own tablet inside a press (~CDigit or velmarin_close): the
+// call returns, nothing more is delivered, and the port opens again at once.
+
 TEST_F(ConnessioneTest, AHostDropsItsOwnTabletFromInsideANotification)
 {
     struct TProprietario : CDigitNtfy {

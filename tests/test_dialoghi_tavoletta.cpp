@@ -1,6 +1,5 @@
-// The button functions, limits and live test dialogs, driven as a person
-// and a tablet would: the script clicks and chooses, a second thread plays
-// the reader thread and calls the dialog's notifications.
+// The button functions, limits and live test dialogs: the script clicks, a
+// second thread plays the reader and calls the dialog's notifications.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -28,10 +27,8 @@ protected:
     TDataDigit dati = CDigit().GetDataDigit();
 };
 
-// Each list up to the count offers the seven functions and shows the stored
-// one, or none for a code it does not offer; the rows beyond the count are
-// greyed and empty. Escape writes nothing; OK writes what was chosen and
-// keeps the rest.
+// Lists up to the count offer the seven functions and show the stored one;
+// the rest are greyed and empty. Escape writes nothing, OK only the choices.
 TEST_F(DialoghiTavolettaTest, ListsUpToTheCountTheRestGreyed)
 {
     const std::vector<std::string> etichette = {" -", "Conferma", "Annulla - Fine funzione",
@@ -74,10 +71,8 @@ TEST_F(DialoghiTavolettaTest, ListsUpToTheCountTheRestGreyed)
     EXPECT_THAT(dati.funzBott, ElementsAre(5, 7, 4, 0, 0, 5, 6, 1, 8, 2, 4, 0, 0, 5, 6, 3));
 }
 
-// The limits dialog. Model 1 with four buttons: 1 confirms, 2 and 3 have
-// host functions, 4 cancels; 9 is beyond the count and has code 0. Presses
-// after the one that ended the dialog change nothing, though the owner has
-// not taken the corners yet.
+// Model 1, four buttons: 1 confirms, 2 and 3 are the host's, 4 cancels, 9 is
+// beyond the count. Presses after the one that ended the dialog change nothing.
 enum class TPoi { nulla, invio, esc };
 
 struct TCasoLimiti {
@@ -176,9 +171,8 @@ protected:
                 if (t.Pixel(x, y) != coloreSfondo && t.Pixel(x, y) != coloreBordo) p.insert({x, y});
         return p;
     }
-    // Two arms of nine pixels centred on (cx, cy), as far as they fall on the
-    // canvas; over the border XOR leaves ink of its own colour, and the
-    // centre, on both arms, is flipped back.
+    // Two arms of nine pixels on (cx, cy), clipped to the canvas; the centre,
+    // on both arms, is flipped back by XOR.
     static TPunti Croce(const TTela& t, int cx, int cy)
     {
         TPunti p;
@@ -197,8 +191,7 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
         Passi({{0, 1000, 2000}, {0, 5000, 8000}, {3, 3000, 5000}, {0, -12, 999}, {0, 975, 5000}}, false, IDCANCEL);
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "Fine stops the notification";
     ASSERT_EQ(passi.size(), 6u);
-    // The client rectangle shrunk by one pixel; its right and bottom are its
-    // ends, so R and B fall on the frame's own border.
+    // The client rectangle shrunk by one pixel: R and B fall on the border.
     const TTela t = passi[0].Elemento(2280)->tela;
     const int L = 1, T = 1, R = t.larghezza - 1, B = t.altezza - 1;
     EXPECT_TRUE(Inchiostro(passi[0]).empty());
@@ -212,9 +205,8 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
     for (int k = 0; k < 3; ++k)
         for (int c = 0; c < 3; ++c) EXPECT_EQ(passi[k + 2].Testo(2281 + c), testi[k][c]) << "step " << k + 2;
     EXPECT_TRUE(Inchiostro(passi[4]).empty()) << "x = -12 falls far left of the frame";
-    // 25 counts left of the limit is under half a pixel on this 240 by 195
-    // frame: truncated toward zero it draws on column 0, not -1; y = 5000 is
-    // halfway down, row 97.5.
+    // 25 counts left of the limit, under half a pixel, truncates to column 0;
+    // y = 5000 is row 97.5 of 195.
     ASSERT_EQ(t.larghezza, 240);
     ASSERT_EQ(t.altezza, 195);
     EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, 97));
@@ -231,9 +223,9 @@ TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
     EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
 }
 
-// Limits one count wide make thousands of pixels of a count: an extreme
-// count lands far off the frame and leaves no ink on it (no line drawn
-// across it from a position that overflowed).
+// Over limits one count wide an extreme count lands far off the frame and
+// leaves no ink (no line from a position that overflowed).
+
 TEST_F(ProvaTest, ExtremeCountsOverTinyLimitsLeaveNoInk)
 {
     digit.GetDataDigit().xMax = 1001;

@@ -1,6 +1,5 @@
-// Digitizing into a GIS file, read back with GDAL in each format the host
-// is tried with: one layer per geometry, typed fields, appending, and a
-// write that fails half way through a session.
+// GIS output read back with GDAL in each format: layers, typed fields,
+// appending, and a write that fails half way.
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
@@ -202,8 +201,8 @@ INSTANTIATE_TEST_SUITE_P(
         TFormato{"csv", false, false, {"carta.csv", "carta_lines.csv", "carta_polygons.csv"}, {"", "", ""}}),
     [](const ::testing::TestParamInfo<TFormato>& i) { return std::string(i.param.estensione); });
 
-// What is not a GIS file, is in another CRS, or cannot be written is refused
-// before any work, touching nothing; and by Apri, leaving it as it was.
+// Not a GIS file, another CRS, not writable: refused before any work, untouched.
+
 TEST(UscitaGis, RefusesWhatItWouldSpoilBeforeAnyWork)
 {
     TCartellaTemporanea temporanea;

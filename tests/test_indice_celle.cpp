@@ -1,6 +1,4 @@
-// The cell index must serve every point with the very cell that a scan of
-// all cells gives: the first holding cell, else the nearest reference point
-// with ties to the earlier cell.
+// The cell index serves every point with the cell a scan of all cells gives.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -26,9 +24,8 @@ void GrigliaSegnata(CDigit& d, const TNodi& nodi)
     SegnaCelle(d, static_cast<int>(nodi.size()) - 1, static_cast<int>(nodi[0].size()) - 1);
 }
 
-// Corners, reference points and their neighbours, points over and around the
-// grid, and the extremes of the counts: the scan's answer for each, then the
-// index's.
+// Corners, reference points and neighbours, points around the grid and the
+// counts' extremes: the scan's answer, then the index's.
 void Confronta(CDigit& d, std::mt19937& gen, bool indicizzabile)
 {
     std::vector<std::int64_t> px, py;
@@ -61,11 +58,10 @@ void Confronta(CDigit& d, std::mt19937& gen, bool indicizzabile)
     }
 }
 
-// Well-shaped, twisted (cells over each other) and mirrored (every cell
-// clockwise) grids of random sizes; square lattices, where each inner node
-// is a tie between the four reference points around it (mirrored, no cell
-// holds anything); and a grid with a triangle collapsed to one position,
-// which holds every point and so is not indexed.
+// Well-shaped, twisted and mirrored random grids; square lattices (each inner
+// node a four-way tie); a triangle collapsed to a point, which holds all and
+// so is not indexed.
+
 TEST(IndiceCelleTest, EveryGridGetsTheScannedCell)
 {
     std::mt19937 gen(2024);

@@ -1,8 +1,7 @@
-// Reports in time, through the reader's own steps with a clock of the test's:
-// for every model, a report cut short at each byte and followed by a whole
-// one after 0, 10, 50 or 150 ms, by a resume, or by noise, is never heard as
-// anything that was not sent; a whole report after a pause is always heard;
-// a single report on a quiet line is heard once the pause has passed.
+// Reports in time, through the reader's own steps on the test's clock: for
+// every model a report cut at each byte, then a whole one after 0 to 150 ms,
+// a resume or noise, is never heard as anything not sent; a whole report
+// after a pause always is.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -22,10 +21,8 @@ namespace {
 
 constexpr std::uint32_t quieteLunga = 1000;  // ms: longer than any pause
 
-// A line of model `tipo` with the catalogue's settings, played read by read.
-// Between two reads the reader waits with the limit the guard gives it; when
-// that limit is shorter than the gap, its quiet step comes first, as in the
-// reader's loop.
+// A line of model `tipo`, played read by read; a gap longer than the guard's
+// limit brings the reader's quiet step first, as in its loop.
 class TLinea {
 public:
     TLinea(int tipo, std::int32_t velocita = 0)
@@ -72,9 +69,8 @@ const TStatoPuntatore dopo{4321, 8765, 0};     // whole, after it
 
 std::string Report(int tipo, const TStatoPuntatore& s) { return CodificaReport(tipo, s.x, s.y, s.bottone); }
 
-// Formats whose reports carry their first byte (a sync byte, an '@'): the
-// whole report behind a cut one is found at once. In the others only a line
-// end or a quiet line tells where a report begins.
+// Formats whose reports mark their first byte: the report behind a cut one is
+// found at once; in the others only a line end or a quiet line tells.
 bool InizioProprio(int tipo) { return tipo == 1 || tipo == 4 || tipo == 5 || tipo == 8; }
 
 std::string Caso(int tipo, std::size_t taglio, std::uint32_t pausa)
@@ -113,9 +109,8 @@ TEST(Inquadratura, ACutReportIsNeverHeardAndTheWholeOneAfterAPauseAlwaysIs)
     }
 }
 
-// Noise between whole reports, and a resume (the queues purged) in the middle
-// of a report: nothing is heard that was not sent, and the next whole report
-// after a pause is heard.
+// Noise between reports, a resume inside one: nothing heard not sent, and the
+// next whole report after a pause heard.
 TEST(Inquadratura, NoiseAndAResumeBetweenReportsInventNothing)
 {
     const std::string rumori[] = {"\x05", "\x7F\x3F", "#!", "7", ",", "\r", "\n", "@", "\x90\x01", "\xC0"};
@@ -146,10 +141,8 @@ TEST(Inquadratura, NoiseAndAResumeBetweenReportsInventNothing)
     }
 }
 
-// A report split in two by a gap: within the pause the halves are one report;
-// beyond it the head is dropped at the pause and the tail is no report. At
-// 9600 baud every model's pause is at least 50 ms; at 4800 baud a line of
-// model 2 (15 characters of 11 bits) takes 34 ms, and three of them 103.
+// A report split by a gap is one report within the pause, none beyond it. At
+// 9600 baud every pause is at least 50 ms; at 4800 model 2's is 103 (3 x 15 x 11 bits).
 TEST(Inquadratura, AGapInsideAReportKeepsItWithinThePauseAndDropsItBeyond)
 {
     struct TGap {
@@ -177,8 +170,8 @@ TEST(Inquadratura, AGapInsideAReportKeepsItWithinThePauseAndDropsItBeyond)
     }
 }
 
-// A tablet that sends one report at a time, each after a silence, is heard
-// report by report, each once the pause has passed and not before.
+// A report after a silence is heard once the pause has passed, not before.
+
 TEST(Inquadratura, EveryReportOfASlowTabletIsHeardAfterThePause)
 {
     const TStatoPuntatore stati[] = {{100, 200, 0}, {100, 200, 1}, {300, 400, 0}, {301, 400, 0}};

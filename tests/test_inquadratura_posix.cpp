@@ -1,8 +1,5 @@
-// Reports in real time on a pseudo-terminal, model by model: what the target
-// hears of a tablet that streams at 200 and 50 reports a second, and of one
-// that sends a report every 200 ms or every 2 s. Nothing is heard that was
-// not sent; a slow tablet is heard report by report. Cut reports are the
-// table's of test_inquadratura.cpp, with the reader's own steps.
+// Reports in real time on a pseudo-terminal, model by model, streamed or one
+// at a time: nothing is heard that was not sent (cut reports: test_inquadratura).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -53,9 +50,8 @@ protected:
     CDigit digit{Dati(Tipo())};
 };
 
-// Distinct positions, a press held for four reports, then the last position
-// held, sent at a fixed pace: what is heard is some of it, in order, the
-// press once, and the resting position last.
+// Positions, a press held four reports, then rest: heard in order, the press
+// once, the resting position last.
 TEST_P(InquadraturaSuLinea, AStreamingTabletIsHeardInOrderWithItsPressOnceAndItsRestingPosition)
 {
     for (milliseconds passo : {milliseconds(5), milliseconds(20)}) {
@@ -78,8 +74,8 @@ TEST_P(InquadraturaSuLinea, AStreamingTabletIsHeardInOrderWithItsPressOnceAndIts
     }
 }
 
-// One report at a time, every 200 ms and then after 2 s of silence: each is
-// heard, and nothing else.
+// One report every 200 ms, then one after 2 s: each heard, nothing else.
+
 TEST_P(InquadraturaSuLinea, ASlowTabletIsHeardReportByReport)
 {
     const TStatoPuntatore stati[] = {{500, 600, 0}, {500, 600, 3}, {700, 800, 0}, {710, 800, 0}};

@@ -1,6 +1,4 @@
-// The serial layer on pseudo-terminals: the record and its mapping of the
-// settings, the line settings on an open port, the results without a record,
-// exclusivity, and the descriptor the port lands on.
+// The serial layer on pseudo-terminals: record, line settings, exclusivity.
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -98,11 +96,9 @@ TEST_F(IODevTest, APortThatIsHeldElsewhereCannotBeOpened)
     EXPECT_EQ(IODevOpen(digitLink), 0) << "an open port cannot be opened twice";
 }
 
-// The catalogue's defaults of every model, with the flow control that Init
-// gives model 6, the two other rates, the CTS/RTS bit, and the values that
-// fall back: rates and stop counts the line does not know, parities other
-// than "E" and "O" (-2 is a host's int16 stop count cut to a byte). Asked of
-// settings that a port might hold before.
+// Every model's defaults, model 6's flow control, the other rates, CTS/RTS,
+// and the fallbacks for unknown rates, stop counts and parities (-2 is a
+// host's int16 stop count cut to a byte), over settings a port held before.
 TEST_F(IODevTest, LineSettingsOfTheRecord)
 {
     const struct {
@@ -143,8 +139,7 @@ TEST_F(IODevTest, LineSettingsOfTheRecord)
     }
 }
 
-// A data size that no port takes makes the port refuse the settings, and the
-// open fails with the port closed again.
+// A data size no port takes fails the open, the port closed again.
 TEST_F(IODevTest, BadDataSizesFailTheOpen)
 {
     TTavolettaPty sim(portaProva);
@@ -159,12 +154,10 @@ TEST_F(IODevTest, BadDataSizesFailTheOpen)
     }
 }
 
-// With standard input, output and error closed, the lowest free descriptors
-// are 0 to 2: the port must not stay on one of them, or what the program
-// prints would go down the tablet's line; and no program started later
-// inherits it. Run in a child of its own, whose standard descriptors may go:
-// a fork ("fast" style), not a new run of the program, which under an
-// emulator would not start through it.
+// With 0 to 2 closed the port must not land on them (prints would go down the
+// line), nor be inherited. A forked child ("fast" style: a re-exec would not
+// start under an emulator) closes them.
+
 TEST_F(IODevTest, ThePortNeverStaysOnAStandardDescriptor)
 {
     GTEST_FLAG_SET(death_test_style, "fast");

@@ -1,7 +1,5 @@
-// A line that misbehaves: the tablet unplugged in the middle of a stream, a
-// flood of noise, flow-control bytes inside reports. The library must
-// neither crash nor hang nor spin, and must serve the tablet again once it is
-// back.
+// A line that misbehaves (unplugged, flooded, flow-controlled): no crash,
+// hang or spin, and the tablet served again once it is back.
 #include <gtest/gtest.h>
 
 #include <poll.h>
@@ -26,11 +24,8 @@ protected:
     TRegistratore reg;
 };
 
-// Unplugged: the slave of a closed master reports a hang-up at every poll.
-// The line is told as lost, and the reader must back off instead of
-// spinning; a tablet plugged back in is
-// served by a new Init, and an object whose tablet is gone again can still be
-// destroyed.
+// Unplugged, the slave reports a hang-up at every poll: the line is lost, the
+// reader backs off, a new Init serves the tablet back, and destruction works.
 TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
 {
     auto sim = std::make_unique<TTavolettaPty>(portaProva);
@@ -62,9 +57,7 @@ TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
     EXPECT_EQ(devInfo, nullptr);
 }
 
-// A megabyte of noise as fast as the line takes it: whatever is decoded
-// stays in the format's range, and the tablet is heard right after (the tail
-// of the noise may spoil the first report).
+// A megabyte of noise: what is decoded stays in range, the tablet is heard after.
 TEST_F(LineaOstileTest, AFloodOfNoiseIsSurvivedAndTheTabletHeardAfter)
 {
     TTavolettaPty sim(portaProva);
@@ -83,9 +76,9 @@ TEST_F(LineaOstileTest, AFloodOfNoiseIsSurvivedAndTheTabletHeardAfter)
     d.StopCommNotification();
 }
 
-// Model 6 runs with XON/XOFF: a stop byte from the tablet holds the library's
-// output, which must then give up within its time limit instead of hanging,
-// and flow-control bytes between reports never reach the decoder.
+// Model 6's XOFF holds the output, which gives up in time instead of hanging;
+// flow-control bytes between reports never reach the decoder.
+
 TEST_F(LineaOstileTest, FlowControlBytesOfModelSixNeitherHangNorCorrupt)
 {
     TTavolettaPty sim(portaProva);

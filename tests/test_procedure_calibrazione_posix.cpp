@@ -1,6 +1,5 @@
-// A person's whole calibration session, replayed: the dialogs are answered by
-// the scripted backend, the tablet is a simulated model 5 on a pty behind
-// COM1, and the map left in force is checked.
+// Whole calibration sessions: scripted dialogs, a simulated model 5 behind
+// COM1, and the map left in force.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -93,12 +92,10 @@ protected:
 
 const TPunto tre[] = {{0, 0, "500", "200"}, {1000, 0, "600", "200"}, {0, 1000, "500", "300"}};
 
-// The 2 by 1 grid: nodes asked East index outermost. The first cell is a
-// square on the tablet, (1000, 1000) to (2000, 2000), so its map is the
-// affine one East = 100 + (x - 1000) / 20, North = 200 + (y - 1000) / 40;
-// the second is narrow and skewed, with its reference point near the first
-// cell's edge, so a point that the first cell fails to hold (its corners out
-// of place) is served by the second, and told.
+// The 2 by 1 grid, nodes asked East index outermost. The first cell is the
+// square (1000, 1000)-(2000, 2000): East = 100 + (x - 1000) / 20, North =
+// 200 + (y - 1000) / 40; the second is skewed, its reference point near the
+// first's edge, so a point the first fails to hold goes to it.
 TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
 {
     ASSERT_TRUE(sim.Valida());
@@ -121,9 +118,9 @@ TEST_F(ProcedureTest, TwoByOneGridAskedInOrderThenMapped)
     AttesoA(1990, 1010, 149.5, 200.25);
 }
 
-// Two points then Escape leave no map; three, and a fourth given up on the
-// tablet, give the affine map of the three; a grid calibration over it asks
-// first, and an answer of No keeps it.
+// Two points then Escape leave no map; three (a fourth given up) give their
+// affine map, which a grid calibration asks before replacing: No keeps it.
+
 TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 {
     ASSERT_TRUE(sim.Valida());

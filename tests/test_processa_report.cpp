@@ -41,10 +41,8 @@ int Report(std::int32_t x, std::int32_t y, int bottone)
     return Consegna(gather);
 }
 
-// Each press is heard once, repeats and the first report at the origin are
-// not, and a change of button without a release is no new press. The latch
-// outlives a rejected gather, and a press made while no target listens is
-// not announced once one does.
+// Each press heard once; not repeats, the first report at the origin, a change
+// of button without release, nor a press made while no target listened.
 TEST(ProcessaReportTest, EdgeRuleAnnouncesEachPressOnceAndDropsRepeats)
 {
     constexpr int scarto = -1, senzaTarget = -2, conTarget = -3;  // steps that are not reports
@@ -115,9 +113,9 @@ TEST(ProcessaReportTest, WithoutADecoderNothingIsDecoded)
     EXPECT_TRUE(target.Notifiche().empty());
 }
 
-// A read adds to the gather only what its length still lacks; a length
-// lowered under what is gathered copies nothing and decodes what is there; a
-// length beyond the buffer never overruns it.
+// A read adds only what the length lacks; a lowered length decodes what is
+// there; a length beyond the buffer never overruns it.
+
 TEST(ProcessaReportTest, TheGatherTakesOnlyWhatItsLengthHasRoomFor)
 {
     Azzera();

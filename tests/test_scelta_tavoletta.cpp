@@ -88,9 +88,9 @@ INSTANTIATE_TEST_SUITE_P(
                       TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1},
                       TCasoRiga{8, {2123, 2128, 2131, 2136, 2138, 2142, 2144, 2148}, {2145, 2146}, 2}));
 
-// What reaches the record of model 5 after a few actions. Each parity radio,
-// read by the button that reads the radios, reaches it as its own letter (a
-// pseudo-terminal ignores parity, so only the record tells a swap).
+// What reaches model 5's record after a few actions; each parity radio as its
+// own letter (a pseudo-terminal ignores parity, so only the record tells).
+
 struct TCasoAzioni {
     const char* nome;
     std::function<void(TBackendScript&)> azioni;

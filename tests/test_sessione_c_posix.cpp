@@ -1,7 +1,6 @@
-// A digitizing session through the C interface, on a simulated tablet: the
-// presses of a calibrated tablet become features in ground coordinates on
-// the reader thread, undo works from the host's thread and from a callback,
-// and ending the session finishes the open feature.
+// A digitizing session through the C interface: presses become ground
+// features on the reader thread, undo works from either thread, and the end
+// finishes the open feature.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -81,9 +80,9 @@ protected:
         EXPECT_EQ(velmarin_connect(t), 1);
         return t;
     }
-    // The puck moved to (x, y), then a press of `b` there, heard once the
-    // diary has `quante` entries. Each press is at a new place, so that the
-    // move is heard before it.
+    // A move to a new (x, y), then a press of `b` there, heard once the diary
+    // has `quante` entries.
+
     bool Premi(TDiarioC& d, std::int32_t x, std::int32_t y, int b, std::size_t quante)
     {
         const int mosse = d.mosse;

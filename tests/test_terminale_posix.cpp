@@ -18,10 +18,8 @@
 
 namespace {
 
-// What a key does to the control with the focus, on a dialog with one control
-// of every kind, a disabled entry, and two radio groups, the second with its
-// middle radio checked and its last disabled. Tab goes from group to group,
-// entering a group at its checked radio; the arrows go round within a group.
+// Each key on a dialog with every kind of control, a disabled entry and two
+// radio groups: Tab enters a group at its checked radio, arrows go round it.
 TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
 {
     auto el = [](int id, TTipoElemento tipo, unsigned stile = 0, int check = 0, bool abilitato = true) {
@@ -89,9 +87,7 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
     EXPECT_EQ(PrimoFuoco(s), 1);
 }
 
-// Keys that came in one read are handed out one by one: an escape sequence
-// takes its own bytes and no more, and waits while it is cut short; a lone
-// Escape is Escape.
+// Keys read together are handed out one by one; a cut escape sequence waits.
 TEST(LunghezzaTasto, SeparaITastiArrivatiInsieme)
 {
     struct TCaso { std::string byte; std::vector<TTasto> tasti; };
@@ -118,10 +114,8 @@ TEST(LunghezzaTasto, SeparaITastiArrivatiInsieme)
     EXPECT_EQ(DecodificaTasto(reinterpret_cast<const unsigned char*>("\x1b"), 1).tasto, TTasto::esc);
 }
 
-// Every dialog on a screen of 80 by 24, with the tablet's line above it,
-// two lines of help and a notice under it: all of it shows, nothing wider
-// than the screen, nothing cut. A message box over it shows whole and takes
-// the focus.
+// Every dialog with the tablet's line, help and a notice fits 80 by 24 uncut;
+// a message box over it shows whole and takes the focus.
 TEST(Impagina, OgniDialogoSta80Per24)
 {
     for (unsigned modello = 10040; modello <= 10046; ++modello) {
@@ -165,8 +159,8 @@ TEST(TestoReale, LeCifreCheServono)
     for (const auto& c : casi) EXPECT_EQ(TestoReale(c.first), c.second) << c.first;
 }
 
-// What the tablet changes arrives on the reader thread: it is only noted
-// there, and drawn once, from the dialog's loop.
+// Changes from the reader thread are noted there and drawn once by the loop.
+
 TEST(BackendTerminale, DisegnaUnaVoltaDalCicloDelDialogo)
 {
     TTerminale terminale;

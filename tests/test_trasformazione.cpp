@@ -55,9 +55,8 @@ void Angoli(CDigit& d, int i, int j, const TQuattro& x, const TQuattro& y)
 constexpr TQuattro quadratoX = {0, 0, 100, 100};
 constexpr TQuattro quadratoY = {0, 100, 0, 100};
 
-// Counter-clockwise corners hold inside and border; mirrored (clockwise) ones
-// hold nothing, not even their corners. The split runs along the diagonal
-// 1-2, and a triangle with its three corners at one position holds all.
+// Counter-clockwise cells hold inside and border, mirrored ones nothing; the
+// split runs along 1-2; a triangle collapsed to a point holds all.
 TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
 {
     struct TCaso { std::int32_t x, y; bool dentro; };
@@ -153,8 +152,8 @@ TEST(TrasformaCoordDigitTest, ReadsTheCurrentReportThroughTheMapOrWritesNothing)
     }
 }
 
-// The images of the limits, unsorted, in either state; the grid-only area is
-// refused in the sparse state.
+// The limits' images, unsorted; the grid-only area refused when sparse.
+
 TEST(AreaCalibrataTest, MaxAreaIsTheImageOfTheLimits)
 {
     CDigit d;

@@ -1,11 +1,8 @@
-// Fuzz target of the report path, one build per report format (FORMATO).
-//
-// The input is a script for the reader thread: a control byte, then a chunk of
-// line bytes. The control byte's low six bits give the chunk's size (1..64);
-// with bit 7 set the next byte picks a new report length (the host may pick
-// another model under the reader). A notification beyond what the format
-// can carry aborts. Formats 4 and 6 call the port operations, which with no
-// port record must do nothing.
+// Fuzz target of the report path, one build per report format (FORMATO). The
+// input scripts the reader: a control byte (low six bits: the chunk's size
+// 1..64; bit 7: the next byte is a new report length, as a host switching
+// models), then the chunk. A notification the format cannot carry aborts.
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,5 @@
-// A digitized grid for the tests and benchmarks: nodes with their tablet
-// counts and ground values, stored into the corner tables of a CDigit by the
-// grid calibration's own step, then fitted.
+// Digitized grids for tests and benchmarks, stored and fitted by the grid
+// calibration's own steps.
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
@@ -39,10 +38,8 @@ inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::in
     return nodi;
 }
 
-// Every cell (i, j) of the tables maps (x, y) to East x + 1 + i + 100 j and
-// North y, so that East - x names the cell that served the point. The grid
-// fit solves each row from a unit square's corners. Sets the grid size and
-// the grid state; the corners are the test's.
+// Cell (i, j) maps (x, y) to East x + 1 + i + 100 j, North y, so East - x names
+// the serving cell; sets the grid's size and state, the corners are the test's.
 inline void SegnaCelle(CDigit& d, int quadEst, int quadNord)
 {
     CDigitTestAccess::NumQuadEst(d) = quadEst;
@@ -58,9 +55,9 @@ inline void SegnaCelle(CDigit& d, int quadEst, int quadNord)
     CDigitTestAccess::StatoCalibr(d) = calibGriglia;
 }
 
-// Stores every node into the corners of the cells that meet at it, sets the
-// grid size (the nodes' own, or the counts given) and fits every cell.
-// Returns what the fit returned.
+// Nodes into the corners of the cells that meet at them, the grid's size (the
+// nodes' own or the counts given), then the fit; returns what it returned.
+
 inline bool CalibraDaNodi(CDigit& d, const TNodi& nodi, int quadEstDati = -1, int quadNordDati = -1)
 {
     const int quadEst = static_cast<int>(nodi.size()) - 1;

@@ -1,8 +1,6 @@
 // The library's dialogs as Windows shows them, worked as a person works them
-// (wine/finestre.h) while the library's call runs on a thread of its own; the
-// test's thread presses the tablet, standing in for the reader thread. Run in
-// a virtual X display: without one Wine makes no window, and every dialog is
-// cancelled.
+// (wine/finestre.h) while the call runs on its own thread and the test's
+// thread presses the tablet. Under Xvfb: without a display Wine cancels them.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -44,9 +42,8 @@ BOOL CALLBACK ChiudiSeDialogo(HWND h, LPARAM)
     return TRUE;
 }
 
-// Runs the library's call on a thread of its own while `persona` works the
-// dialogs; whatever the person left open is then closed, so that a failed
-// step fails the test instead of hanging it.
+// The call on its own thread while `persona` works the dialogs; what is left
+// open is then closed, so a failed step fails instead of hanging.
 template <class R>
 R ConPersona(std::function<R()> chiamata, const std::function<void()>& persona)
 {
@@ -156,9 +153,8 @@ TEST_F(DialoghiReali, VoceRifiutataEPoiAccettata)
     EXPECT_DOUBLE_EQ(nord, -700);
 }
 
-// "&Limiti" takes two corners pressed on the tablet; "&Prova" then shows the
-// pointer as an XOR cross on the real frame, wiped as it moves and kept
-// whole when the frame is painted again.
+// "&Limiti" takes two pressed corners; "&Prova" shows an XOR cross on the real
+// frame, wiped as it moves and whole after a repaint.
 TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
 {
     TDataDigit scelto = dati;
@@ -209,11 +205,9 @@ TEST_F(DialoghiReali, LimitiEProvaSulTelaioReale)
               std::vector<int>({100, 200, 20100, 15200}));
 }
 
-// A press that reaches the digitizing dialog as it is cancelled on the
-// screen: whichever comes first ends it, nothing hangs, and a result of 1
-// always brings the pressed point. The press is staggered from round to
-// round across the click, so that either may come first: it waits for
-// nothing.
+// A press and a click on Annulla together, staggered round by round: either
+// ends the dialog, nothing hangs, and a result of 1 brings the pressed point.
+
 TEST_F(DialoghiReali, PressioneEAnnullaInsieme)
 {
     int confermati = 0;

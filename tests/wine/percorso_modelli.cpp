@@ -1,13 +1,8 @@
-// The eight models end to end through COM1, built for Linux and for Windows
-// alike, on a simulated tablet (sim_comandata) that answers on standard input
-// what this program asks of it on standard output. For each model: connect,
-// program the tablet, play a stroke that every state of must be heard, keep
-// the polled model's poll chain going, and close in time. Then a port that
-// does not exist, and raw bytes that must all arrive. What reached the tablet,
-// what was heard and the boxes go to the transcript, which must be the same
-// on Windows as on Linux. On Windows, --coda-muta makes the port misreport as
-// Wine has been seen to (coda_muta_win32.cpp).
-//
+// The eight models end to end through COM1 on sim_comandata (asked on standard
+// output, answering on standard input): connect, program, a stroke heard
+// whole, the poll chain, a timely close; then a missing port and raw bytes.
+// The transcript must be the same on Windows as on Linux. --coda-muta makes
+// the port misreport as Wine has been seen to (coda_muta_win32.cpp).
 // usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE]
 //   DEVICE: what COM1 is mapped to, if anything
 #include <chrono>
@@ -41,8 +36,7 @@ const char* const dispositivoMancante = "/nonexistent/velmarin-tty";
 #endif
 // The close of a connection is over well within this; beyond it, it hangs.
 constexpr milliseconds limiteChiusura(1500);
-// What the tablet shows is heard well within this, even on a loaded machine
-// under Wine; beyond it, it is lost.
+// What the tablet shows is heard well within this, even loaded under Wine.
 constexpr milliseconds limiteAscolto(20000);
 
 // The tablet across the pipes: one command, one answer.
@@ -66,9 +60,8 @@ void Verifica(bool vero, const std::string& cosa)
     ++fallite;
 }
 
-// Model `tipo` on `porta` with the catalogue's line settings, reset chosen and
-// the first resolution. A pseudo-terminal keeps no parity, and Wine refuses a
-// line with 8 data bits and parity on one, so model 6 goes without parity.
+// Model `tipo` on `porta` as catalogued, reset chosen, first resolution; model
+// 6 without parity, which Wine refuses with 8 data bits on a pseudo-terminal.
 TDataDigit Dati(int tipo, int porta)
 {
     TDataDigit d = CDigit().GetDataDigit();
@@ -81,9 +74,8 @@ TDataDigit Dati(int tipo, int porta)
     return d;
 }
 
-// Shows a pointer state as the tablet does, until the target has heard
-// `quante` notifications in all. A repeated state adds nothing, so the
-// repeats only make up for what a read merged or a poll missed.
+// Shows a state until the target has heard `quante` notifications in all
+// (repeats add nothing; they make up for merged reads and missed polls).
 bool Suona(const TNotifica& s, const TRegistratore& reg, std::size_t quante)
 {
     const std::string comando =
@@ -91,8 +83,7 @@ bool Suona(const TNotifica& s, const TRegistratore& reg, std::size_t quante)
     return RipetiFinche([&] { return reg.Notifiche().size() >= quante; }, [&] { Chiedi(comando); }, limiteAscolto);
 }
 
-// The close of a connected object, timed: reset off, so that only the close
-// is measured.
+// The close of a connected object, timed (reset off: only the close counts).
 void Chiudi(std::unique_ptr<CDigit> digit, int tipo)
 {
     digit->GetDataDigit().reset = 1;
@@ -103,8 +94,7 @@ void Chiudi(std::unique_ptr<CDigit> digit, int tipo)
                "model " + std::to_string(tipo) + ": the close took " + std::to_string(durata.count()) + " ms");
 }
 
-// Model `tipo`, with `bottone` a second button its cursor has. False when a
-// state of the stroke went unheard: the rest of it is not played.
+// Model `tipo`, `bottone` a second button of its cursor; false when a state went unheard.
 bool Modello(int tipo, int bottone)
 {
     const std::string nome = "model " + std::to_string(tipo);
@@ -162,9 +152,9 @@ std::string Raccolti()
     return std::string(reinterpret_cast<const char*>(digitLink.bufReport), static_cast<std::size_t>(digitLink.numAccum));
 }
 
-// Raw bytes in two bursts, gathered with no report format, must all arrive
-// in order: a port that reports its queue empty and its events blank while
-// bytes wait must still deliver them.
+// Raw bytes in two bursts, with no format, all arrive in order, even from a
+// port that reports its queue empty while bytes wait.
+
 void OgniByte()
 {
     std::string flusso;

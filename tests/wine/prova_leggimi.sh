@@ -1,11 +1,7 @@
 #!/bin/bash
-# The README's lines for a C host on Windows, run as written: the MinGW line
-# of this build's architecture builds the sample host, and in the 64-bit
-# build the Wine lines run it against a simulated tablet, twice on the same
-# line. The lines run in a scratch tree laid out as the README assumes:
-# include/ and tools/ of the sources, build/win32 or build/win64 this build,
-# build/default a Linux build of the tree (without one the Wine part is
-# skipped).
+# The README's lines for a C host on Windows, run as written in a scratch tree
+# laid out as it assumes: MinGW builds the sample host; in the 64-bit build
+# Wine runs it twice against a simulated tablet (skipped without a Linux build).
 #
 # usage: prova_leggimi.sh SOURCES BUILD ARCHITECTURE LINUX_BUILD
 set -u
@@ -36,10 +32,9 @@ if [ "$cartella" = win32 ]; then echo "built; no 32-bit Wine here to run it"; ex
 [ -x "$linux/tools/velmarin-sim" ] || { echo "no Linux build with velmarin-sim: skipped"; exit 77; }
 export WINEPREFIX="$temp/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 
-# The Wine block runs in one shell of its own process group, its simulated
-# tablet on fd 3; the host's line runs a second time on the same line. The
-# group goes when the shell ends: the tablet would play on, and Wine's
-# server would hold the output.
+# The Wine block runs in a process group of its own, the tablet on fd 3, and
+# the group goes with it: else the tablet plays on and wineserver holds output.
+
 wine_righe=$(blocco_leggimi "$sorgenti/README.md" "host C sotto Wine")
 ospite=$(printf '%s\n' "$wine_righe" | tail -n 1)
 printf '+ %s\n' "$wine_righe"

@@ -1,7 +1,6 @@
-// A simulated tablet on a pseudo-terminal, played line by line from standard
-// input, for a host that cannot reach the terminal's other side itself (a
-// Windows program under Wine, whose COM1 is this terminal). It prints the
-// device path first, then answers each command with one line:
+// A simulated tablet on a pseudo-terminal driven from standard input, for a
+// Windows program under Wine whose COM1 it is. It prints the device path,
+// then answers each command with one line:
 //   modello N       play model N from now on; what the host sent is forgotten,
 //                   and the line is raw again, as a fresh terminal is
 //   stato X Y B     show that pointer state as the model does: "ok"
@@ -40,10 +39,9 @@ std::string Esegui(TTavolettaPty& sim, int& tipo, const std::string& riga)
     std::istringstream in(riga);
     std::string comando;
     in >> comando;
-    // Linux refuses a change of a terminal's settings that asks for parity,
-    // which a pseudo-terminal cannot keep, and changes nothing else: the
-    // next host to set the same line would fail where a serial port would
-    // not. Back on its raw settings, the line takes them again.
+    // A pseudo-terminal refuses settings with parity and then keeps the old
+    // ones, failing the next host where a port would not: back to raw.
+
     if (comando == "modello" && in >> tipo) {
         sim.AttendiQuiete(100ms, 5s);
         sim.Dimentica();
