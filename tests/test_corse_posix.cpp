@@ -1,8 +1,6 @@
-// The races a host can run into under a tablet that never stops talking: a
-// target that stops and restarts from inside its notification, a new object
-// built under a running reader, a calibration published while the target
-// transforms. Meant for the sanitizer builds too, which turn a lost race into
-// a report.
+// Races under a tablet that never stops talking; meant for the sanitizer
+// builds too, which turn a lost race into a report.
+
 #include <gtest/gtest.h>
 
 #include <atomic>

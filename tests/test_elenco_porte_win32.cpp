@@ -1,7 +1,6 @@
-// The port list on Windows: a port a serial driver enters in
-// HARDWARE\DEVICEMAP\SERIALCOMM (as Wine enters its own) is listed with its
-// number and the driver's device name. Writing there takes an administrator
-// on Windows proper; without the right the test is skipped.
+// A port in HARDWARE\DEVICEMAP\SERIALCOMM is listed with its number and device
+// name (writing there takes an administrator; without one, skipped).
+
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -66,9 +66,9 @@ TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
     EXPECT_EQ(coef[1][1][0], -7.0);
 }
 
-// On well-shaped grids of every size each digitized node maps back onto its
-// ground position. A count above the tables is cut to the cells they hold
-// (the address sanitizer watches the edges) and kept as given.
+// Every node of well-shaped grids of every size maps back to its ground; a
+// count above the tables is cut to them (ASan watches the edges).
+
 TEST(CoefficientiOmogTest, EveryNodeMapsBackToItsGround)
 {
     const int dimensioni[][4] = {{1, 1, -1, -1}, {2, 1, -1, -1}, {1, 5, -1, -1}, {7, 4, -1, -1},

@@ -11,9 +11,7 @@ import unittest
 
 import velmarin
 
-# SummaGraph.MM ASCII, model 2: lines "x,y,button" ended by CR LF; the
-# library decodes one line from each gather of 40 bytes, the first whole
-# line after the first LF.
+# Model 2 sends "x,y,button" CR LF lines, decoded one per 40-byte gather.
 LUNGHEZZA_GATHER = 40
 
 
@@ -188,9 +186,9 @@ class SuUnaLinea(unittest.TestCase):
         self.assertRegex(rifiuti[0], "refused inside the session's callbacks")
 
     def test_close_runs_no_callback_during_the_reset(self):
-        # Model 2's reset holds the close one second while the tablet goes on
-        # reporting every 20 ms. Only a callback already running when the
-        # close began may end during it.
+        # Model 2's reset holds the close a second while the tablet reports:
+        # only a callback already running may end during it.
+
         self.tavoletta.close()
         a = self.ascolto
         chiudendo = threading.Event()
@@ -308,6 +306,7 @@ class SenzaLinea(unittest.TestCase):
             self.assertEqual(t.calibrated_area(whole=False), (-25.0, -25.0, 125.0, 125.0))
             with self.assertRaisesRegex(ValueError, "has 4 nodes"):
                 t.fit_grid(1, 1, 0, 0, 1, 1, [(0, 0)] * 3)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,9 +1,8 @@
 #!/bin/sh
-# The plugin inside Debian's QGIS, under Xvfb, with a profile folder and
-# settings of the test's own: dentro_qgis.py runs in the application and
-# reports; this checks the report. Skipped (77) without qgis or xvfb-run.
-# Arguments: the source tree, the library, velmarin-sim, the folder for the
-# screenshots.
+# The plugin inside Debian's QGIS under Xvfb, on a profile of its own:
+# dentro_qgis.py reports from inside, this checks it. Skipped (77) without
+# qgis or xvfb-run. Arguments: sources, library, velmarin-sim, screenshots.
+
 SORGENTI=$1
 command -v qgis >/dev/null 2>&1 || { echo "qgis is missing: skipped"; exit 77; }
 command -v xvfb-run >/dev/null 2>&1 || { echo "xvfb-run is missing: skipped"; exit 77; }

@@ -1,10 +1,8 @@
 #!/bin/sh
-# Compares what a built library exports with the expected names, and on
-# Windows checks that it imports only from system DLLs.
-# Usage: controlla.sh elf LIBRARY NAMES_FILE...
-#        controlla.sh pe  DLL OBJDUMP NAMES_FILE...
-# A NAMES_FILE holds one exported name a line, demangled as c++filt prints it
-# (a C function is its bare name); blank lines and lines from # on are ignored.
+# A built library's exports against the expected names (one a line, as
+# c++filt prints them; # comments); a DLL imports only from system DLLs.
+# Usage: controlla.sh elf LIBRARY NAMES_FILE... | pe DLL OBJDUMP NAMES_FILE...
+
 set -e
 tipo="$1"; libreria="$2"; shift 2
 objdump=""

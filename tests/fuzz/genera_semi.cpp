@@ -1,7 +1,6 @@
-// Writes the seed corpus of the report fuzz targets: for every model, strokes
-// that the simulated tablet would send, cut into reads of several sizes, in
-// the input form of fuzz_report.cpp. Run it again when an encoder changes:
-//   genera_semi <folder of the corpus>
+// The fuzz targets' seeds: every model's simulated strokes, cut into reads of
+// several sizes. Run again when an encoder changes: genera_semi FOLDER
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>

@@ -1,9 +1,8 @@
 #!/bin/bash
-# The README's lines that install the Python module into a virtual
-# environment, run as written in a scratch tree laid out as the README
-# assumes: a copy of python/ (pip builds in its tree), build/default this
-# build. The last line must print the library's version.
+# The README's venv lines for the Python module, run as written in a scratch
+# tree (python/ copied, build/default this build): they print the version.
 # usage: prova_venv.sh SOURCES BUILD
+
 set -u
 . "$(dirname "$0")/../support/blocco_leggimi.sh"
 sorgenti=$(realpath "$1") build=$(realpath "$2")

@@ -25,11 +25,8 @@ verifica() {  # verifica DESCRIPTION CONDITION...
 
 contiene() { grep -q -- "$2" "$1"; }
 
-# Waits up to $VELMARIN_ATTESA seconds (15; ctest gives a sanitizer or
-# emulated build more) until what the command $1 prints shows the text $2;
-# keeps the print in $temp/$1, and shows it when the text never comes. In a
-# test under tmux the first screen that never comes ends the test there:
-# every later step starts from that screen, and would only wait in vain.
+# Waits up to $VELMARIN_ATTESA seconds for the command $1 to print $2, kept in
+# $temp/$1 and shown if it never comes; under tmux that ends the test there.
 aspetta() {
     for _ in $(seq $((${VELMARIN_ATTESA:-15} * 10))); do
         "$1" >"$temp/$1" 2>/dev/null
@@ -48,10 +45,8 @@ aspetta() {
 schermo() { tmux capture-pane -p -J -t "$sessione"; }
 attendi() { aspetta schermo "$1"; }
 
-# Starts velmarin-sim with the given options and sets $dispositivo to its
-# device path, once it is printed; $uscita_sim is the file of its output. Each
-# simulator writes a file of its own, so that the device read is never the
-# one of a simulator started before.
+# Starts velmarin-sim and sets $dispositivo once printed, from $uscita_sim, a
+# file of each simulator's own (never an earlier one's device).
 sim_avviati=0
 avvia_sim() {
     sim_avviati=$((sim_avviati + 1))
@@ -68,9 +63,9 @@ avvia_sim() {
     return 1
 }
 
-# For a test under tmux: skips it (77) without tmux, names its session
-# $sessione after $1, keeps tmux's socket in $temp and ends the server on
-# the way out.
+# Under tmux: skipped (77) without it; session $sessione after $1, socket in
+# $temp, server ended on the way out.
+
 prepara_tmux() {
     command -v tmux >/dev/null 2>&1 || { echo "tmux is missing: skipped"; exit 77; }
     sessione="$1-$$"

@@ -1,9 +1,8 @@
 #!/bin/sh
-# The demonstration ends by itself with 100 presses in ground coordinates,
-# after the limits were digitized in the selection dialog;
-# each one where the four calibration points put it: their map is a scale and
-# a shift on each axis, so East follows from x and North from y through the
-# first and third points.
+# The demonstration ends by itself after 100 presses, each in ground where
+# the four points put it (a scale and shift per axis: East from x, North from
+# y through the first and third points).
+
 HOST=$1
 . "$(dirname "$0")/comune.sh"
 

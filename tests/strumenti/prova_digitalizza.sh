@@ -1,13 +1,10 @@
 #!/bin/sh
-# Digitizing a map as a person does it, in tmux at 80x24, on a velmarin-sim
-# fed stroke by stroke: four points calibrate (Enter pressed once too often,
-# Escape taken back), five features are digitized, and the host is killed
-# with SIGKILL in the middle of a sixth. Read back with GDAL, each format
-# holds the five, exactly, one layer per geometry, with the id of the
-# calibration kept in the log. Then a disk that fills up stops a
-# session with a message and a non-zero status, and a bad --out is refused
-# before any work. Skipped (77) without tmux, GDAL's programs or a host
-# built with GDAL.
+# Digitizing a map as a person does, in tmux at 80x24: four points calibrate
+# (Enter once too often, Escape taken back), five features, then SIGKILL in
+# a sixth; each format, read back with GDAL, holds the five with the log's
+# calibration id. A full disk stops a session; a bad --out is refused first.
+# Skipped (77) without tmux, GDAL's programs or a host built with GDAL.
+
 HOST=$1
 SIM=$2
 . "$(dirname "$0")/comune.sh"

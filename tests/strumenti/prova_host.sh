@@ -69,10 +69,9 @@ verifica "two presses are printed" test "$(grep -c '^press' "$temp/out")" -eq 2
 verifica "a press names its function" contiene "$temp/out" "button 1 Conferma"
 verifica "the counts line is printed" contiene "$temp/out" "presses"
 
-# A tablet that stops sending is told of, and one never heard ends the watch
-# with 1 (a polled model that nobody polls stays silent). Each watch runs
-# until its silence is told of, then Ctrl-C ends it: only the tablet's own
-# silence is timed, never the host's start.
+# Silence is told of, and a tablet never heard ends the watch with 1 (an
+# unpolled model 4 is silent); Ctrl-C once told, so only the tablet is timed.
+
 osservato() { cat "$temp/osserva"; }
 osserva() {  # osserva MODEL: the watch in the background, its output in $temp/osserva
     "$HOST" --device "$dispositivo" --model "$1" watch </dev/null >"$temp/osserva" 2>&1 &

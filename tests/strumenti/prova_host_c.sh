@@ -1,10 +1,8 @@
 #!/bin/sh
-# The C host on the C interface, with a velmarin-sim on its pseudo-terminal:
-# for a text model and a binary one it connects, hears the figure's moves and
-# its presses at the square's corners (each turned into ground coordinates
-# by the map the host fitted, East = x / 10 + 500, North = y / 10 + 200),
-# stops, and hears nothing after the stop.
-#
+# The C host on a velmarin-sim, a text model and a binary one: it hears the
+# figure's moves and corner presses, in ground by its own fit (East = x / 10
+# + 500, North = y / 10 + 200), stops, and hears nothing after.
+
 # usage: prova_host_c.sh HOST_C SIM
 HOST=$1
 SIM=$2

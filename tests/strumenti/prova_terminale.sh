@@ -1,8 +1,7 @@
 #!/bin/sh
 # The terminal front end as a first-time user meets it, in tmux at 80 by 24:
-# the menu, the tablet selection and its nested dialogs, watches, a cancelled
-# selection, calibrations by points and by grid; then, in a shell, Ctrl-Z and
-# fg in a dialog and a window that changes size. Skipped (77) without tmux.
+# menu, selection, watches, both calibrations; Ctrl-Z and fg, a resized window.
+# Skipped (77) without tmux.
 HOST=$1
 . "$(dirname "$0")/comune.sh"
 prepara_tmux velmarin-prova
@@ -138,9 +137,9 @@ tasti q
 verifica "q ends the program with 0" attendi "EXIT=0"
 verifica "and the terminal is restored" attendi "TERMINAL RESTORED"
 
-# In a shell: the wait while the tablet is programmed, Ctrl-Z and fg in a
-# dialog, and a window made smaller and larger again.
-# A second session before the first goes, so that the server stays up.
+# In a shell: the programming wait, Ctrl-Z and fg, a window resized. The
+# second session comes before the first goes, keeping the server up.
+
 finita=$sessione
 sessione="velmarin-shell-$$"
 tmux new-session -d -s "$sessione" -x 80 -y 24 "env PS1='shell> ' bash --norc --noprofile -i"

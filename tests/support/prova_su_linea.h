@@ -1,6 +1,5 @@
-// What the tests on a simulated line share: a model's record as the selection
-// dialog leaves it, a fixture that answers boxes, makes the tablet's waits
-// cost no real time and leaves no connection or port mapping behind.
+// Tests on a simulated line: a model's record as the selection leaves it, and
+// a fixture that answers boxes, fakes the waits and leaves nothing behind.
 #ifndef VELMARIN_TEST_PROVA_SU_LINEA_H
 #define VELMARIN_TEST_PROVA_SU_LINEA_H
 
@@ -15,9 +14,8 @@
 #include "utente_finto.h"
 #include "tablet/catalogo.h"
 
-// Model `tipo` on COM`porta` with the catalogue's line settings, reset
-// `reset` and the first resolution. A model beyond the catalogue takes the
-// settings of model 1.
+// Model `tipo` on COM`porta` as catalogued (beyond it, as model 1), first resolution.
+
 inline TDataDigit DatiModello(int tipo, int porta, int reset = 1)
 {
     TDataDigit d = CDigit().GetDataDigit();

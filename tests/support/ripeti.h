@@ -5,9 +5,8 @@
 #include <chrono>
 #include <thread>
 
-// Runs `passo` every 100 ms until `fatto` holds, at most `limite`, and says
-// whether it came to hold. A step that repeats what was already heard adds
-// nothing, so the repeats only make up for sends that a read merged or lost.
+// Runs `passo` every 100 ms until `fatto` holds, at most `limite`; says if it did.
+
 template <class F, class P>
 bool RipetiFinche(F fatto, P passo, std::chrono::milliseconds limite = std::chrono::seconds(5))
 {

@@ -1,6 +1,6 @@
-// An injected millisecond tick, installed for the object's lifetime: each
-// read moves it on by one millisecond, so a wait of n ms costs about n reads
-// instead of n real milliseconds, and the counter tells how much was waited.
+// An injected tick for the object's lifetime, one ms per read: a wait costs
+// reads, not time, and the counter tells how long was waited.
+
 #ifndef VELMARIN_TEST_TICK_FINTO_H
 #define VELMARIN_TEST_TICK_FINTO_H
 

@@ -1,7 +1,6 @@
-// A person in front of the dialogs, for the tests: the scripted backend of
-// the toolkit for the dialogs, and a handler of platform/winui.h that records
-// beeps and message boxes and answers the boxes from a queue. Installed for
-// the life of the object.
+// A person at the dialogs for the object's life: the scripted backend, and a
+// winui handler recording beeps and boxes and answering boxes from a queue.
+
 #ifndef VELMARIN_TEST_UTENTE_FINTO_H
 #define VELMARIN_TEST_UTENTE_FINTO_H
 
