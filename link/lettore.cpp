@@ -59,7 +59,6 @@ std::uint32_t CicloLettore(TDigitLink& link, TAttesaLettore& attesa)
 {
     TIODevInfo& d = *devInfo;
     idLettore = std::this_thread::get_id();
-    ImpostaLineaGuardia(static_cast<std::uint32_t>(d.velocita), d.bitDati, d.codiceParita != 0, d.codiceStop == 2 ? 2 : 1);
     while (d.attivo) {
         if (!d.abilitato) {
             attesa.AttendiSveglia(-1);

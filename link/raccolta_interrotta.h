@@ -44,8 +44,8 @@ struct TGuardiaRaccolta {
 // The one guard of the process, beside the one link record.
 extern TGuardiaRaccolta guardiaRaccolta;
 
-// For the reader at its start: the settings of its line, which the pause
-// is reckoned from.
+// For IODevOpen, before the reader starts: the settings of its line, which
+// the pause is reckoned from.
 void ImpostaLineaGuardia(std::uint32_t velocita, int bitDati, bool parita, int bitStop,
                          TGuardiaRaccolta& guardia = guardiaRaccolta);
 

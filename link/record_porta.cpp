@@ -68,6 +68,9 @@ int IODevOpen(TDigitLink& link)
     link.numAccum = 0;
     if (!devInfo) return 0;
     SegnalaRipresa();  // a new line: nothing read before counts
+    // The pause is reckoned from the line's speed, set before the reader runs.
+    ImpostaLineaGuardia(static_cast<std::uint32_t>(devInfo->velocita), devInfo->bitDati, devInfo->codiceParita != 0,
+                        devInfo->codiceStop == 2 ? 2 : 1);
     Scrivi(link.hPorta, 0);
     const HCURSOR precedente = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
     const int esito = AvviaConnessione(*devInfo, link);

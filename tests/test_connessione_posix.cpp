@@ -13,7 +13,9 @@
 #include <thread>
 #include <tuple>
 
+#include "link/raccolta_interrotta.h"
 #include "platform/toldeko/gwnd.h"
+#include "reports/inquadratura.h"
 #include "velmarin.h"
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
@@ -76,6 +78,9 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
     ASSERT_TRUE(sim.LeggiImpostazioni(t));
     EXPECT_EQ(cfgetospeed(&t), B19200);
     EXPECT_NE(t.c_cflag & CSTOPB, 0u);
+    // and the reader reckons its pause from them, from its first read on
+    EXPECT_EQ(guardiaRaccolta.velocita, 19200u);
+    EXPECT_EQ(guardiaRaccolta.bitCarattere, BitCarattere(dati.bitDati, dati.parita != 'N', dati.bitStop));
 }
 
 // A refused open, and a host's check of the port, say why and leave errno as
