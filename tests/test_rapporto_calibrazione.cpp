@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "calibration/rapporto_calibrazione.h"
@@ -184,29 +185,33 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
     EXPECT_NEAR(r.allineamento, 0.25, 1e-12);
 }
 
-// A 3 by 2 grid of 1000-count squares, a little sheared; node 5 (East 1,
-// North 1) pressed 300 counts off, or in place.
-TPunti Griglia(int spostamento)
+// A 3 by 2 grid of 1000-count squares, a little sheared; node `fuori` (5:
+// East 1, North 1) pressed `spostamento` counts off along x.
+TPunti Griglia(int spostamento, int fuori = 5)
 {
     TPunti nodi;
     for (int j = 0; j <= 2; ++j)
         for (int i = 0; i <= 3; ++i)
-            nodi.push_back({1000 * i + 20 * j + (i == 1 && j == 1 ? spostamento : 0), 1000 * j,
+            nodi.push_back({1000 * i + 20 * j + (j * 4 + i == fuori ? spostamento : 0), 1000 * j,
                             500000 + 100.0 * i, 4000000 + 100.0 * j});
     return nodi;
 }
 
+// Out of place beyond 0.2 of a spacing: from its neighbours' midpoint or, for
+// the corner node 0, from the line through the next two.
 TEST(RapportoCalibrazione, AGridNodeOutOfPlaceIsNamedAndResidualsAgree)
 {
-    for (int spostamento : {0, 300}) {
-        SCOPED_TRACE(spostamento);
-        const TPunti nodi = Griglia(spostamento);
+    using P = std::pair<int, int>;
+    for (const auto& [spostamento, fuori] : {P{0, 5}, P{300, 5}, P{300, 0}, P{150, 0}, P{150, 5}}) {
+        SCOPED_TRACE(testing::Message() << spostamento << " at " << fuori);
+        const TPunti nodi = Griglia(spostamento, fuori);
         TRapportoCalibrazione r;
         ASSERT_TRUE(RapportoGriglia(nodi, 3, 2, limiti, r));
         EXPECT_EQ(r.tipo, TRapportoCalibrazione::griglia);
         EXPECT_TRUE(std::isnan(r.peggiorePrevisto));
-        EXPECT_EQ(r.nodiFuoriPosto, spostamento ? std::vector<int>{5} : std::vector<int>{});
-        EXPECT_EQ(r.avvisi, spostamento ? avvisoNodoFuoriPosto : 0u);
+        const bool oltre = spostamento > 200;
+        EXPECT_EQ(r.nodiFuoriPosto, oltre ? std::vector<int>{fuori} : std::vector<int>{});
+        EXPECT_EQ(r.avvisi, oltre ? avvisoNodoFuoriPosto : 0u);
         const TAttesa a = Attesa(nodi, limiti);
         for (std::size_t k = 0; k < nodi.size(); ++k) {
             EXPECT_NEAR(r.punti[k].residuoEst, double(a.dE[k]), 1e-9);
