@@ -135,14 +135,17 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
                                                  {0.03, 0.01}, {0.0, -0.03}, {-0.01, 0.0}, {0.02, 0.02}};
     const std::vector<std::array<std::int32_t, 2>> sparsi = {{1000, 1000}, {39000, 1000}, {39000, 29000}, {1000, 29000},
                                                              {20000, 15000}, {10000, 22000}, {30000, 8000}, {25000, 26000}};
-    auto bloccoErrato = errori;
+    auto bloccoErrato = errori, ovest = errori;
     bloccoErrato[5][0] += 5;  // a point pressed 5 m off
+    ovest[5][0] -= 0.24;  // 24 cm west: 3.2 times the median of eight, 2.9 times its upper middle
     // Six points, the last 9 cm off: its leave-one-out length is 3.3 times
     // the median of the six (the mean of the middle two), 2.6 times the
     // upper of them.
     const std::vector<std::array<std::int32_t, 2>> sei(sparsi.begin(), sparsi.begin() + 6);
     const std::vector<std::array<double, 2>> noveCentimetri = {{0.03, -0.01}, {-0.01, -0.02}, {0.0, 0.02},
                                                                {-0.02, 0.02}, {0.01, -0.02}, {0.10, 0.02}};
+    auto setteCentimetri = noveCentimetri;  // 2.5 times the median: no blunder
+    setteCentimetri[5][0] = 0.07;
     const struct {
         const char* caso;
         TPunti punti;
@@ -151,6 +154,8 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
         {"spread, redundant", Punti(sparsi, errori), 0},
         {"a blunder", Punti(sparsi, bloccoErrato), avvisoGrossolano},
         {"a blunder against the median of an even count", Punti(sei, noveCentimetri), avvisoGrossolano},
+        {"no blunder against the median of an even count", Punti(sei, setteCentimetri), 0},
+        {"a blunder against the median of eight", Punti(sparsi, ovest), avvisoGrossolano},
         {"three points", Punti({{1000, 1000}, {39000, 1000}, {1000, 29000}}, piccoli), avvisoSenzaRidondanza},
         {"in a corner", Punti({{1000, 1000}, {9000, 1000}, {9000, 7000}, {1000, 7000}, {5000, 3000}}, errori),
          avvisoRaggruppati},

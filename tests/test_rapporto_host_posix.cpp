@@ -15,17 +15,19 @@ TEST(RapportoHost, SaysHowManyPointsWereTakenAndCheckedAndKeepsTheIdOnOneLine)
         std::vector<TPuntoControllo> punti;
         const char* conteggio;
         const char* verificati;
+        bool previsto;  // a worst error foretold: only with points to spare
     } casi[] = {
         {{{0, 0, 100, 200}, {1000, 0, 150, 200}, {0, 1000, 100, 250}},
-         "3 points taken, all 3 used in the least-squares map, 0 checked", "\"points_checked\": 0,"},
+         "3 points taken, all 3 used in the least-squares map, 0 checked", "\"points_checked\": 0,", false},
         {{{0, 0, 100, 200}, {1000, 0, 150, 200}, {0, 1000, 100, 250}, {1000, 1000, 150.5, 250}},
-         "4 points taken, all 4 used in the least-squares map, 4 checked", "\"points_checked\": 4,"},
+         "4 points taken, all 4 used in the least-squares map, 4 checked", "\"points_checked\": 4,", true},
     };
     for (const TCaso& c : casi) {
         TRapportoCalibrazione r;
         ASSERT_TRUE(RapportoSparsi(c.punti, TLimiti{true, 0, 0, 1000, 1000}, r));
         const std::string testo = Testo(r), json = Json(r, "cal-2026-11-25T20:30:12.345Z");
         EXPECT_NE(testo.find(c.conteggio), std::string::npos) << testo;
+        EXPECT_EQ(testo.find("predicted worst error within the limits: ") != std::string::npos, c.previsto) << testo;
         EXPECT_NE(testo.find("loo dE, loo dN: the same with the map fitted leaving that point out"), std::string::npos);
         EXPECT_EQ(json.rfind("{\"id\": \"cal-2026-11-25T20:30:12.345Z\", ", 0), 0u) << json;
         EXPECT_NE(json.find(c.verificati), std::string::npos) << json;
