@@ -47,6 +47,13 @@ TEST_F(FileImpostazioni, EveryFieldGoesRound)
         ASSERT_EQ(LeggiImpostazioni(percorso, letto, messaggio), TEsitoImpostazioni::letto) << messaggio;
         EXPECT_EQ(std::memcmp(&letto, &d, sizeof d), 0);
     }
+    // Under a file, or over a folder that holds one: refused, saying which step failed.
+    const std::string sottoUnFile = percorso + "/setup", cartellaPiena = cartella.percorso + "/velmarin";
+    EXPECT_FALSE(ScriviImpostazioni(sottoUnFile, Esempio(), messaggio));
+    EXPECT_EQ(messaggio.rfind("cannot write " + sottoUnFile + ".new (", 0), 0u) << messaggio;
+    EXPECT_FALSE(ScriviImpostazioni(cartellaPiena, Esempio(), messaggio));
+    EXPECT_EQ(messaggio.rfind("cannot replace " + cartellaPiena + " (", 0), 0u) << messaggio;
+    EXPECT_FALSE(std::filesystem::exists(cartellaPiena + ".new"));
 }
 
 // Each range at both its ends is read, and the value past each end refused.
