@@ -193,6 +193,7 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     EXPECT_EQ(fuori.tipo, 42);
     EXPECT_EQ(velmarin_model_name(0), nullptr);
     EXPECT_EQ(velmarin_model_name(9), nullptr);
+    EXPECT_STREQ(velmarin_function_name(0), "-");
     EXPECT_EQ(velmarin_function_name(3), nullptr);
     EXPECT_EQ(velmarin_function_name(9), nullptr);
     velmarin_close(t);
