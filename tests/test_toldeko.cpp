@@ -99,6 +99,27 @@ TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
 
 // Inputs at the edges change nothing: an entry beyond a list's last, and
 // Enter while the default button is greyed; Escape still ends the dialog.
+// Typing reaches an enabled entry only: not a disabled one, nor a button.
+TEST_F(ToolkitTest, TypingReachesOnlyAnEnabledEntry)
+{
+    struct TPunto : GDlg {
+        TPunto() : GDlg(nullptr, 10040) {}
+        void setupWindow() override
+        {
+            GDlg::setupWindow();
+            EnableWindow(GetDlgItem(*this, 2001), 0);
+        }
+    } d;
+    script.Digita(2000, "12");
+    script.Digita(2001, "34");
+    script.Digita(2, "5");
+    script.Esc();
+    EXPECT_EQ(d.doModal(), IDCANCEL);
+    EXPECT_EQ(UltimoChiuso().Testo(2000), "12");
+    EXPECT_EQ(UltimoChiuso().Testo(2001), "");
+    EXPECT_EQ(UltimoChiuso().Testo(2), "&Annulla");
+}
+
 TEST_F(ToolkitTest, AChoiceBeyondTheListAndEnterOnAGreyedDefaultDoNothing)
 {
     struct TConLista : GDlg {
