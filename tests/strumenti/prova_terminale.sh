@@ -1,6 +1,7 @@
 #!/bin/sh
 # The terminal front end as a first-time user meets it, in tmux at 80 by 24:
-# menu, selection, watches, both calibrations; Ctrl-Z and fg, a resized window.
+# menu, selection, watches, both calibrations; Ctrl-Z and fg, a resized window,
+# and a quit from the menu that leaves the shell's lines where they were.
 # Skipped (77) without tmux.
 HOST=$1
 . "$(dirname "$0")/comune.sh"
@@ -166,4 +167,8 @@ verifica "Escape ends the calibration" attendi "calibration not done"
 verifica "the shell is back" aspetta ultima "^shell>$"
 tasti "echo EXIT=\$?" Enter
 verifica "and the program ended with 1: the calibration was not done" attendi "EXIT=1"
+tasti "'$HOST' --step 40" Enter
+verifica "the menu in the shell" attendi "q  quit"
+tasti q
+verifica "q leaves the prompt under the menu, not over the lines before it" aspetta ultima "^shell>$"
 fine
