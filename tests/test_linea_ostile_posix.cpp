@@ -48,7 +48,10 @@ TEST_F(LineaOstileTest, AnUnpluggedTabletLeavesNoBusyReaderAndCanComeBack)
     EXPECT_EQ(IODevStatoLinea(), lineaAperta);
     EXPECT_TRUE(SuonaFinoA(*sim, 5, {500, 600, 0}, 20, reg, 1));
     EXPECT_EQ(reg.Notifiche().front(), Mossa(500, 600));
+    d->StopCommNotification();  // held, the reader no longer watches: the state asks the port
+    EXPECT_EQ(IODevStatoLinea(), lineaAperta);
     sim.reset();
+    EXPECT_TRUE(AttendiFinche([] { return IODevStatoLinea() == lineaPersa; })) << "a loss while held";
     ASSERT_TRUE(AttendiFinche([] {  // the port has seen the hang-up
         pollfd p{static_cast<int>(devInfo->hCom), POLLIN, 0};
         return poll(&p, 1, 0) == 1 && (p.revents & POLLHUP);
