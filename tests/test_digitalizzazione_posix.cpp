@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -190,6 +191,8 @@ TEST_P(UscitaGisTest, AWriteThatFailsLeavesEveryFeatureBeforeItReadable)
     ASSERT_LT(scritti, 3000) << "no write failed";
     EXPECT_NE(errore.find(Percorso()), std::string::npos) << errore;
     EXPECT_EQ(Strato(0).righe.size(), static_cast<std::size_t>(scritti));
+    for (const auto& e : std::filesystem::directory_iterator(cartella))  // no half-written copy beside it
+        EXPECT_NE(e.path().filename().string()[0], '.') << e.path();
 }
 
 INSTANTIATE_TEST_SUITE_P(
