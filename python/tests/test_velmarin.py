@@ -244,6 +244,8 @@ class SenzaLinea(unittest.TestCase):
             (ValueError, "funzBott holds 16 codes, not 17", lambda: velmarin.Tablet(model=1, funzBott=[0] * 17)),
             (ValueError, r"point 1 must be \(x, y, east, north\), not 3 values",
              lambda: velmarin.Tablet(model=1).fit_points([(0, 0, 1, 1), (1, 0, 2), (0, 1, 1, 2)])),
+            (ValueError, r"fit_points takes 3 to 21 points \(x, y, east, north\), not 22",
+             lambda: velmarin.Tablet(model=1).fit_points([(k, k * k, 1, 1) for k in range(22)])),
         ]
         for eccezione, testo, chiamata in casi:
             with self.subTest(testo):
