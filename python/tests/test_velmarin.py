@@ -241,6 +241,7 @@ class SenzaLinea(unittest.TestCase):
             (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
             (ValueError, "port must be 1 to 255", lambda: velmarin.check_port(256)),
             (ValueError, "port must be 1 to 255, not 256", lambda: velmarin.Tablet(model=1, port=256)),
+            (ValueError, "code must be -2147483648 to 2147483647", lambda: velmarin.function_name(2**31)),
             (ValueError, "funzBott holds 16 codes, not 17", lambda: velmarin.Tablet(model=1, funzBott=[0] * 17)),
             (ValueError, r"point 1 must be \(x, y, east, north\), not 3 values",
              lambda: velmarin.Tablet(model=1).fit_points([(0, 0, 1, 1), (1, 0, 2), (0, 1, 1, 2)])),
