@@ -31,9 +31,10 @@ struct TDigitLink;
 
 struct TGuardiaRaccolta {
     std::atomic<std::uint32_t> riprese{0};  // resumes so far; written by IODevResume
-    // The reader's own:
-    std::uint32_t velocita = 9600;   // the line's settings, from the port's record
+    // The line's settings, written by the open while no reader runs:
+    std::uint32_t velocita = 9600;
     std::uint32_t bitCarattere = 10;
+    // The reader's own:
     std::uint32_t ripreseViste = 0;  // resumes already acted on
     std::uint32_t ultimoArrivo = 0;  // ms of the last read with bytes, or of the resume seen
     int ultimoLetto = -1;            // the last byte read; -1 when a purge may have dropped some
