@@ -58,6 +58,17 @@ TEST(RapportoHost, EachFigureStandsInItsColumnAndAWarningNamesThePointFromOne)
     EXPECT_NE(json.find("\"loo_north\": 128}], \"rms\""), std::string::npos) << "three points, no more: " << json;
     EXPECT_NE(json.find("\"worst\": [2, 1]"), std::string::npos) << json;
     EXPECT_NE(json.find("\"warnings\": [\"point 3 is probably wrong: digitize it again\"]}"), std::string::npos) << json;
+    // Every warning in its words, in the table and in the log.
+    r.avvisi = avvisoRaggruppati | avvisoAllineati | avvisoGrossolano | avvisoSenzaRidondanza | avvisoNodoFuoriPosto;
+    r.copertura = 0.1234;
+    r.nodiFuoriPosto = {4};
+    const std::string tutti = Testo(r) + Json(r, "cal-2");
+    for (const char* a : {"the points cover only 12.3% of the limits: spread them over the whole sheet",
+                          "the points lie nearly in a line", "three points: nothing checks them; add a fourth",
+                          "node 5 departs from its neighbours: digitize it again"}) {
+        EXPECT_NE(tutti.find(std::string("WARNING: ") + a + "\n"), std::string::npos) << tutti;
+        EXPECT_NE(tutti.find(std::string("\"") + a + "\""), std::string::npos) << tutti;
+    }
 }
 
 }  // namespace
