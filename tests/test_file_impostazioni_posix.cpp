@@ -118,6 +118,7 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
         {Sostituisci("reset 1", "colour blue"), "unknown setting colour"},
         {buono + "model 6\n", "model is set twice"},
         {Sostituisci("version 1", "version 2"), "written by a newer velmarin-host (version 2;"},
+        {Sostituisci("version 1", "version one"), "line 2: the version is not a number"},
         {std::string("\x7f" "ELF\x01\x02\0\0", 8), "holds binary data"},
         {Sostituisci("model 6", "model \x1b[2J6"), "holds binary data"},  // a terminal's escape, never echoed
         {Sostituisci("model 6", "model \xc3\xa9\x7f" "6"), "bad model value: ???6"},

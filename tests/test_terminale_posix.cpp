@@ -39,7 +39,7 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
     s.elementi[5].selezione = 2;
     const TLettura tab{TTasto::tab, 0}, indietro{TTasto::tabIndietro, 0}, invio{TTasto::invio, 0},
         spazio{TTasto::spazio, ' '}, sette{TTasto::carattere, '7'}, sinistra{TTasto::sinistra, 0},
-        destra{TTasto::destra, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0};
+        destra{TTasto::destra, 0}, giu{TTasto::giu, 0}, su{TTasto::su, 0}, cancella{TTasto::cancella, 0};
     struct TCaso {
         int fuoco;  // index in s.elementi
         TLettura tasto;
@@ -57,6 +57,8 @@ TEST(InputPerTasto, AgisceSulControlloConIlFuoco)
         {-1, tab, 1},      // until Tab gives one
         {-1, invio, -1, true, TTipoInput::invio},  // Enter: the default button
         {1, spazio, 1, true, TTipoInput::digita, 2000, " "},
+        {1, cancella, 1, true, TTipoInput::digita, 2000, "\b"},
+        {4, cancella, 4},  // Backspace on a button does nothing
         {4, sette, 4},     // a character on a button does nothing
         {4, invio, 4, true, TTipoInput::clic, 2},
         {6, spazio, 6, true, TTipoInput::clic, 10},
