@@ -9,6 +9,8 @@
 #include <tuple>
 #include <vector>
 
+#include "support/tick_finto.h"
+#include "support/utente_finto.h"
 #include "velmarin.h"
 
 namespace {
@@ -121,6 +123,31 @@ TEST(InterfacciaCTest, ANullTabletIsRefused)
     velmarin_close(nullptr);
     EXPECT_EQ(d.tipo, 42);
     for (double x : v) EXPECT_EQ(x, 7);
+}
+
+// The dialogs through the C interface answer as the person did; a
+// calibration whose tablet cannot connect gives 0, after its box.
+TEST(InterfacciaCTest, TheDialogsAnswerAsThePersonDid)
+{
+    TUtenteFinto ui;
+    TTickFinto veloce;  // the tablet's command waits, in no real time
+    TDataDigit d{};
+    ASSERT_EQ(velmarin_model_setup(5, &d), 1);
+    velmarin_tablet* t = velmarin_open(&d);
+    ui.script.Esc();
+    EXPECT_EQ(velmarin_configure(t, &d), 2);
+    ui.script.Invio();
+    EXPECT_EQ(velmarin_configure(t, &d), 1);
+    EXPECT_EQ(d.tipo, 5);
+    ASSERT_EQ(velmarin_map_port(d.porta, "/nonexistent/velmarin-tty"), 1);
+    ui.script.Esc();  // each calibration's first dialog opens all the same
+    EXPECT_EQ(velmarin_calibrate_points(t), 0);
+    ui.script.Esc();
+    EXPECT_EQ(velmarin_calibrate_grid(t), 0);
+    velmarin_map_port(d.porta, nullptr);
+    EXPECT_EQ(ui.Messaggi().size(), 2u);
+    EXPECT_EQ(velmarin_is_calibrated(t), 0);
+    velmarin_close(t);
 }
 
 // On every platform a mapped port is in the list, whatever the system
