@@ -30,6 +30,9 @@ calibrate|2|calibrate needs points or grid
 --limits 0,0,4294967297,1|2|are not X1,Y1,X2,Y2
 --limits 0,0,99999999999,5|2|are not X1,Y1,X2,Y2
 calibrate lines|2|calibrate needs points or grid
+--out|2|--out needs a value
+--stream-step 0|2|stream step 0 is not a distance above 0
+--stream-step 2x|2|stream step 2x is not a distance above 0
 frobnicate|2|unknown option or command frobnicate
 demo --model 3|2|demo runs alone
 demo watch|2|demo runs alone
