@@ -153,6 +153,28 @@ TEST(Impagina, OgniDialogoSta80Per24)
     }
 }
 
+// A dialog cut to a short screen scrolls to its focus and fills every row,
+// with a marker on each side that is cut.
+TEST(Impagina, UnDialogoTagliatoScorreAlFuocoERiempieLoSchermo)
+{
+    TContenutoSchermo c;
+    c.intestazione = "velmarin-host";
+    c.stato = TFinestraDialogo(*ModelloDialogo(10043)).Fotografia();
+    const int ultimo = static_cast<int>(c.stato.elementi.size()) - 1;
+    for (const auto& [fuoco, sopra, sotto] : {std::tuple{PrimoFuoco(c.stato), false, true},
+                                              std::tuple{ultimo / 2, true, true}, std::tuple{ultimo, true, false}}) {
+        SCOPED_TRACE(fuoco);
+        c.fuoco = fuoco;
+        const TSchermata s = Impagina(c, 80, 12);
+        std::string tutto;
+        for (const std::string& r : s.righe) tutto += r + "\n";
+        EXPECT_EQ(s.righe.size(), 12u) << tutto;
+        EXPECT_EQ(tutto.find("more lines above") != std::string::npos, sopra) << tutto;
+        EXPECT_EQ(tutto.find("more lines below") != std::string::npos, sotto) << tutto;
+        EXPECT_GE(s.rigaFuoco, 1) << tutto;
+    }
+}
+
 TEST(TestoReale, LeCifreCheServono)
 {
     const std::pair<double, const char*> casi[] = {{1.23e-5, "1.23e-05"}, {-0.0, "0"},          {127.5, "127.5"},
