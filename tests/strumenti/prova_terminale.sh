@@ -125,6 +125,10 @@ nuova_storia
 tasti g
 verifica "g asks first whether to give up the calibration" attendi "Continuo ?"
 verifica "and names its keys" attendi "Y: Yes  N or Esc: No"
+tasti n
+verifica "n keeps the calibration: the menu comes back, no grid entry" aspetta ultima "^>$"
+tasti g
+verifica "g asks again" attendi "Continuo ?"
 tasti y
 verifica "g opens the grid entry" attendi "Calibrazione per griglia"
 verifica "which names the largest grid" attendi "Squares: 1 to 21 each way"
