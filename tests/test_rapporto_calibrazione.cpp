@@ -6,12 +6,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "calibration/rapporto_calibrazione.h"
-#include "velmarin.h"
 
 namespace {
 
@@ -235,57 +233,6 @@ TEST(RapportoCalibrazione, AGridNodeOutOfPlaceIsNamedAndResidualsAgree)
     }
     ASSERT_TRUE(RapportoGriglia(ruotata, 3, 2, limiti, r));
     EXPECT_EQ(r.nodiFuoriPosto, std::vector<int>{});
-}
-
-// Through the C interface, the report of the map in force, however it was
-// fitted: the sparse points as given, the grid's nodes from its own tables.
-TEST(RapportoCalibrazione, TheCInterfaceReportsTheMapInForce)
-{
-    TDataDigit d;
-    ASSERT_EQ(velmarin_model_setup(5, &d), 1);
-    d.limitiDefiniti = true, d.xMin = 0, d.yMin = 0, d.xMax = 40000, d.yMax = 30000;
-    velmarin_tablet* t = velmarin_open(&d);
-    velmarin_fit_summary s{};
-    EXPECT_EQ(velmarin_fit_report(t, &s, nullptr, 0), 0) << "not calibrated";
-
-    const TPunti p = Punti({{1000, 1000}, {39000, 1000}, {39000, 29000}, {1000, 29000}, {20000, 15000}},
-                           {{0.02, -0.01}, {-0.03, 0.02}, {0.01, 0.03}, {-0.02, -0.02}, {0.03, 0.01}});
-    std::vector<std::int32_t> x, y;
-    std::vector<double> e, n;
-    for (const auto& q : p) x.push_back(q.x), y.push_back(q.y), e.push_back(q.est), n.push_back(q.nord);
-    ASSERT_EQ(velmarin_fit_points(t, 5, x.data(), y.data(), e.data(), n.data()), 1);
-    TRapportoCalibrazione atteso;
-    ASSERT_TRUE(RapportoSparsi(p, limiti, atteso));
-    velmarin_point_residual v[5];
-    ASSERT_EQ(velmarin_fit_report(t, &s, v, 2), 5) << "the count, beyond the room given";
-    EXPECT_EQ(std::make_tuple(s.kind, s.points, s.rms, s.std_dev, s.worst[0], s.worst[1], s.predicted_worst, s.warnings),
-              std::make_tuple(VELMARIN_FIT_SPARSE, 5, atteso.rms, atteso.deviazione, atteso.peggiori[0],
-                              atteso.peggiori[1], atteso.peggiorePrevisto, atteso.avvisi));
-    ASSERT_EQ(velmarin_fit_report(t, nullptr, v, 5), 5);
-    for (int k = 0; k < 5; ++k) {
-        const TResiduoPunto& a = atteso.punti[static_cast<std::size_t>(k)];
-        EXPECT_EQ(std::make_tuple(v[k].x, v[k].y, v[k].east, v[k].north, v[k].residual_east, v[k].residual_north,
-                                  v[k].loo_east, v[k].loo_north),
-                  std::make_tuple(a.punto.x, a.punto.y, a.punto.est, a.punto.nord, a.residuoEst, a.residuoNord,
-                                  a.lasciaFuoriEst, a.lasciaFuoriNord))
-            << "point " << k;
-    }
-
-    const TPunti nodi = Griglia(300);
-    x.clear(), y.clear();
-    for (const auto& q : nodi) x.push_back(q.x), y.push_back(q.y);
-    ASSERT_EQ(velmarin_fit_grid(t, 3, 2, 500000, 4000000, 100, 100, x.data(), y.data()), 1);
-    velmarin_point_residual g[12];
-    ASSERT_EQ(velmarin_fit_report(t, &s, g, 12), 12);
-    EXPECT_EQ(s.kind, VELMARIN_FIT_GRID);
-    EXPECT_EQ(s.warnings, VELMARIN_WARN_NODE_OUT_OF_PLACE);
-    for (int k = 0; k < 12; ++k) {
-        EXPECT_EQ(g[k].x, nodi[k].x);
-        EXPECT_EQ(g[k].y, nodi[k].y);
-        EXPECT_EQ(g[k].east, nodi[k].est);
-        EXPECT_EQ(g[k].north, nodi[k].nord);
-    }
-    velmarin_close(t);
 }
 
 }  // namespace
