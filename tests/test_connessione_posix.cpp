@@ -155,16 +155,6 @@ TEST_F(ConnessioneTest, AListenerSetBeforeConnectHearsTheConnection)
     velmarin_close(t);
 }
 
-// A pseudo-terminal drops parity; every later open must still connect.
-TEST_F(ConnessioneTest, ALineWithParityConnectsAgainAndAgain)
-{
-    for (int tipo : {1, 3, 5, 1, 3, 5}) {  // odd; even with two stop bits; even
-        CDigit d(Dati(tipo));
-        EXPECT_TRUE(d.Init(nullptr)) << "model " << tipo;
-    }
-    EXPECT_TRUE(ui.Messaggi().empty());
-}
-
 // Model 4 is polled: a target, even null, sends the first poll, each answer
 // the next; a hold stops the chain and a new target starts it again.
 TEST_F(ConnessioneTest, Model4PollChainStartsWithATargetAndStopsOnHold)

@@ -83,9 +83,13 @@ const std::set<int> tutti(std::begin(idOpzioni), std::end(idOpzioni));
 INSTANTIATE_TEST_SUITE_P(
     Righe, RigaTest,
     ::testing::Values(TCasoRiga{0, {}, tutti, 1},
+                      TCasoRiga{1, {2123, 2128, 2133, 2136, 2138, 2142, 2145, 2148}, {}, 0},
+                      TCasoRiga{2, {2123, 2128, 2133, 2136, 2138, 2142, 2145, 2148}, {}, 0},
+                      TCasoRiga{3, {2123, 2128, 2132, 2135, 2139, 2142, 2145, 2148}, {}, 0},
                       TCasoRiga{4, {2123, 2128, 2132, 2135, 2138, 2141, 2144, 2149}, {2142, 2145, 2146}, 2},
                       TCasoRiga{5, {2123, 2128, 2132, 2135, 2139, 2142, 2146, 2149}, {}, 0},
                       TCasoRiga{6, {2123, 2128, 2132, 2136, 2138, 2142, 2145, 2149}, {2146}, 1},
+                      TCasoRiga{7, {2123, 2128, 2132, 2135, 2138, 2142, 2144, 2149}, {2145, 2146}, 2},
                       TCasoRiga{8, {2123, 2128, 2131, 2136, 2138, 2142, 2144, 2148}, {2145, 2146}, 2}));
 
 // What reaches model 5's record after a few actions; each parity radio as its
