@@ -566,21 +566,20 @@ bool TUscitaGis::Scrivi(const TElementoGis& e, std::string& errore)
     Attributi(f, e);
     f.SetGeometry(Geometria(e).get());
     CPLErrorReset();
-    if (!file.riscrivi && d.StartTransaction() != OGRERR_NONE) {
+    const bool transazione = !file.riscrivi;  // else the file is rewritten from its copy
+    if (transazione && d.StartTransaction() != OGRERR_NONE) {
         errore = "cannot write to " + file.percorso + Motivo();
         return false;
     }
     if (strato->CreateFeature(&f) != OGRERR_NONE) {
-        if (!file.riscrivi) d.RollbackTransaction();
+        if (transazione) d.RollbackTransaction();
         errore = "cannot write a feature to " + file.percorso + Motivo();
         return false;
     }
-    if (!file.riscrivi) {
-        if (d.CommitTransaction() != OGRERR_NONE) {
-            errore = "cannot commit a feature to " + file.percorso + Motivo();
-            return false;
-        }
-        return true;
+    if (transazione) {
+        if (d.CommitTransaction() == OGRERR_NONE) return true;
+        errore = "cannot commit a feature to " + file.percorso + Motivo();
+        return false;
     }
     if (m.Riscrivi(file, errore)) return true;
     // Not in the file: not in the next copy either.
