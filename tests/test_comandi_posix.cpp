@@ -1,5 +1,4 @@
-// The command sequences of every model as they reach the line, with their
-// waits, and the wait itself on the 32-bit tick.
+// Every model's command sequences on the line, with their waits; the wait on the 32-bit tick.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -18,8 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 constexpr int portaProva = 2;
 
-// Ritarda with a scripted counter: the script's values in turn, then the
-// highest value for ever, so that a wrong rule ends the wait too.
+// Ritarda on a scripted counter, then its highest value for ever (a wrong rule ends too).
 std::vector<std::uint32_t> copione;
 std::atomic<std::size_t> letture{0};
 
@@ -163,8 +161,7 @@ INSTANTIATE_TEST_SUITE_P(Bordi, SequenzaTest,
                                            TSequenza{6, 2, 0, 40}, TSequenza{8, 0, 1, 15},
                                            TSequenza{3, 0, 4, 40}, TSequenza{12, 2, 1, -1}));
 
-// A complete sequence on the real tick: the bytes on each side of the
-// reset's 1000 ms wait are apart by at least a good part of it.
+// On the real tick the bytes either side of the reset's 1000 ms wait stand well apart.
 TEST(CompletaTest, WaitsHappenWhereTheyStand)
 {
     TTavolettaPty sim(portaProva);

@@ -1,5 +1,4 @@
-// Races under a tablet that never stops talking; meant for the sanitizer
-// builds too, which turn a lost race into a report.
+// Races under a tablet that never stops talking; the sanitizer builds report a lost one.
 
 #include <gtest/gtest.h>
 
@@ -87,8 +86,7 @@ TEST_F(CorseTest, ANewObjectBuiltUnderARunningReaderSilencesIt)
     }
 }
 
-// A target that transforms every move, as a host does, against the map
-// East = 500 + x / 10, North = 200 + y / 10 once a calibration is in force.
+// A target that transforms every move; the map is East = 500 + x / 10, North = 200 + y / 10.
 struct TTrasforma : CDigitNtfy {
     explicit TTrasforma(CDigit& d) : digit(d) {}
     void NotifyMove(std::int32_t x, std::int32_t y) override
@@ -107,8 +105,7 @@ struct TTrasforma : CDigitNtfy {
     std::atomic<int> prima{0}, dopo{0}, sbagliate{0};
 };
 
-// The host's thread calibrates while the reader's notifications transform:
-// a transform that sees the new state sees the new coefficients too.
+// A transform that sees the host's new calibration state sees its new coefficients too.
 TEST_F(CorseTest, ACalibrationReachesATransformingTargetWhole)
 {
     CDigit d(Dati(8, 1));

@@ -1,5 +1,4 @@
-// The report formats, byte by byte: sync, fields, sign bits, button codes,
-// the cases the wire leaves open; then the simulated tablets' reports.
+// The report formats byte by byte, then the simulated tablets' reports decoded back.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -28,8 +27,7 @@ struct TCaso {
     int accumDopo;     // bytes left gathered after the call; not 0: no padding
 };
 
-// Text reads are padded with spaces; binary ones with 0x00, which passes none
-// of their sync tests.
+// Text reads are padded with spaces; binary ones with 0x00, which no sync test passes.
 const TCaso casi[] = {
     {"f1 sync after two junk bytes, y negative", 1, 15, "\x01\x02\x91\x2C\x01\x40\x03"s, 1, 172, -448, 1, 0},
     {"f1 data byte with bit 7 counts as negative", 1, 15, "\x98\xC5\x00\x00\x00"s, 1, -59, 0, 0, 0},
@@ -127,8 +125,7 @@ const TCaso casi[] = {
     {"f7 an empty line is dropped, the next decoded", 7, 40, "\r\rAB101234567890\r", 1, 1234, 56789, 2, 0},
 };
 
-// Gathers one read of a fresh link through the report path. Stale digits
-// behind the gathered bytes catch a decoder that reads past them.
+// One read through the report path; stale digits behind it catch a decoder that reads past.
 void Consegna(int formato, int lenReport, const std::string& lettura)
 {
     AzzeraDigitLink(digitLink);
@@ -157,8 +154,7 @@ TEST(Decodifica, EachReadGivesItsReport)
     }
 }
 
-// What every model sends for a range of positions and buttons comes back
-// unchanged, fed a gather at a time as the reader feeds it.
+// Every model's reports come back unchanged, fed a gather at a time as the reader does.
 struct TModello {
     int tipo, lenReport;
     std::vector<std::int32_t> valori;  // for x and for y, the format's edges among them

@@ -1,5 +1,4 @@
-// The three calibration dialogs driven as a person would: typing, Enter,
-// Escape, and tablet presses delivered from another thread.
+// The calibration dialogs worked by a person: typing, Enter, Escape, presses from another thread.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -88,8 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoEntrata{6, {"3", "4", "1", "1", "1e300", "1"}, false, {}},
         TCasoEntrata{6, {"50", "99999999999", ".", "1", "1", "1"}, true, {50, INT_MAX, 0, 1, 1, 1}}));
 
-// The digitizing dialog. Model 1 with four buttons: 1 confirms, 2 and 3
-// have host functions, 4 cancels.
+// The digitizing dialog on model 1: button 1 confirms, 2 and 3 are the host's, 4 cancels.
 enum class TFine { nulla, invio, esc };
 
 struct TCasoDigitalizza {
@@ -152,8 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
         TCasoDigitalizza{"InvioDopoPressione", {{3, 40, 50}}, TFine::invio, IDOK, 40, 50}),
     [](const ::testing::TestParamInfo<TCasoDigitalizza>& i) { return std::string(i.param.nome); });
 
-// Once a press has ended the dialog, or the owner has taken the counts, a
-// later press changes nothing: the owner gets the counts of the ending press.
+// After the ending press, or the owner's reading, a press changes nothing.
 TEST_F(DigitalizzaTest, PressesAfterTheEndChangeNothing)
 {
     for (int fine : {1, 4, 2}) {  // confirm, cancel, a host function and then the owner's take

@@ -22,8 +22,7 @@ TDataDigit Scelto(int tipo, bool limiti, int numBottoni = 4)
     return dati;
 }
 
-// What only a new object shows; its port and buttons are the selection
-// dialog's first row, and its tables the calibrations' own business.
+// What only a new object shows (its port and buttons are the selection's first row).
 TEST(CDigitTest, DefaultsOfANewObject)
 {
     CDigit d;
@@ -52,8 +51,7 @@ TEST(CDigitTest, QueriesOfTheChoiceAndTheCalibration)
     }
 }
 
-// Buttons 1..numBottoni, never past funzBott however many a host's record
-// claims; the byte is zero-extended.
+// Buttons 1..numBottoni, never past funzBott whatever the record claims; the byte zero-extended.
 TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
 {
     TDataDigit dati = Scelto(1, false, 4);
@@ -69,8 +67,7 @@ TEST(CDigitTest, GetFunzButtStaysWithinTheButtons)
     }
 }
 
-// A calibrated grid, assigned: the target maps as the source did, and a
-// later calibration of the source leaves the target's map as it was.
+// An assigned grid maps as its source did, and keeps doing so when the source calibrates again.
 TEST(CDigitTest, AssignmentCopiesTheMapIntoTheTargetsOwnTables)
 {
     CDigit sorgente(Scelto(5, true)), dest(Scelto(5, true));

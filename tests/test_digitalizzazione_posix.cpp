@@ -1,5 +1,4 @@
-// GIS output read back with GDAL in each format: layers, typed fields,
-// appending, and a write that fails half way.
+// GIS output read back with GDAL in each format: layers, fields, appending, a failed write.
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
@@ -49,8 +48,7 @@ struct TStratoLetto {
     std::vector<std::string> righe;
 };
 
-// The time as "2026-11-23T10:00:00.250Z", from a date-time or from text;
-// without the Z when it does not say UTC.
+// The time as "2026-11-23T10:00:00.250Z" from a date-time or text; no Z unless it says UTC.
 std::string Ora(OGRFeature& f, int i)
 {
     int a = 0, m = 0, g = 0, h = 0, mi = 0, z = 0;
@@ -167,8 +165,7 @@ TEST_P(UscitaGisTest, EachGeometryHasItsLayerAndEveryFieldReadsBackAsWritten)
     EXPECT_EQ(Strato(0).righe.size(), 2u) << "appended to";
 }
 
-// A full disk, played by a file size limit: the write that fails says
-// which file, and the file holds every feature written before it.
+// A full disk (a file size limit): the failed write names the file, which holds all before it.
 TEST_P(UscitaGisTest, AWriteThatFailsLeavesEveryFeatureBeforeItReadable)
 {
     std::string errore;

@@ -1,6 +1,4 @@
-// The drawing stand-in: lines on a control's canvas with the end point left
-// out, in any direction, clipped at no cost. The live test dialog draws its
-// cross with XOR through it.
+// The drawing stand-in: lines on a canvas without their end point, any direction, clipped.
 #include <gtest/gtest.h>
 
 #include <climits>

@@ -1,6 +1,4 @@
-// The port list on Linux: a device mapped under two names is one port, the
-// first port number that opens it, and the list goes by port number. (Who
-// holds a port is StrumentoHost's, through the host's ports command.)
+// Linux's port list: a device under two names is one port, listed by number (holders: StrumentoHost).
 #include <gtest/gtest.h>
 #include <unistd.h>
 

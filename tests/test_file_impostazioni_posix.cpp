@@ -1,5 +1,4 @@
-// The set-up file: every field goes round, and a file that is missing, cut,
-// spoiled by hand or newer leaves the record as it was, with a message.
+// The set-up file: every field goes round; a missing, cut, spoiled or newer file leaves the record.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -12,8 +12,7 @@ namespace {
 
 using A = CDigitTestAccess;
 
-// A solved cell's row is the expected one and sends each corner onto its
-// ground position; a degenerate cell is refused.
+// A solved cell's row sends each corner onto its ground; a degenerate cell is refused.
 TEST(CoefOmogTest, SolvesTheCellOrRefusesIt)
 {
     struct TCella {
@@ -47,8 +46,7 @@ TEST(CoefOmogTest, SolvesTheCellOrRefusesIt)
     }
 }
 
-// Cells are solved East index outermost; the first unsolvable one stops the
-// work, the cells before it keep their new rows, and the state stays.
+// East index outermost; the first unsolvable cell stops, those before keep their rows.
 TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
 {
     CDigit d;
@@ -66,8 +64,7 @@ TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
     EXPECT_EQ(coef[1][1][0], -7.0);
 }
 
-// Every node of well-shaped grids of every size maps back to its ground; a
-// count above the tables is cut to them (ASan watches the edges).
+// Every node of regular grids of every size maps back; a count above the tables is cut to them.
 
 TEST(CoefficientiOmogTest, EveryNodeMapsBackToItsGround)
 {

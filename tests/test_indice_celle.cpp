@@ -16,16 +16,14 @@ namespace {
 using A = CDigitTestAccess;
 using TLimiti = std::numeric_limits<std::int32_t>;
 
-// Corners from nodes, stored by the grid calibration's own step (whether
-// the fit takes them or not); every cell names itself (SegnaCelle).
+// Corners stored by the grid calibration's own step; every cell names itself (SegnaCelle).
 void GrigliaSegnata(CDigit& d, const TNodi& nodi)
 {
     CalibraDaNodi(d, nodi);
     SegnaCelle(d, static_cast<int>(nodi.size()) - 1, static_cast<int>(nodi[0].size()) - 1);
 }
 
-// Corners, reference points and neighbours, points around the grid and the
-// counts' extremes: the scan's answer, then the index's.
+// Corners, reference points, their neighbours, points around, extreme counts: scan, then index.
 void Confronta(CDigit& d, std::mt19937& gen, bool indicizzabile)
 {
     std::vector<std::int64_t> px, py;

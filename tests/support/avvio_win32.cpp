@@ -1,6 +1,4 @@
-// The test program links the library's objects, not velmarin.dll, so no
-// loader calls their entry point: the program calls it as the loader would,
-// with its own module, which carries the string table, before any test.
+// The test program links the library's objects: it calls their entry point, with its string table, as a loader would.
 #include <windows.h>
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE istanza, DWORD motivo, LPVOID riservato);

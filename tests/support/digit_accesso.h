@@ -5,9 +5,7 @@
 #include "calibration/indice_celle.h"
 #include "digit.h"
 
-// A test that writes the grid size or the corners through these
-// accessors leaves the map without its cell index, so the cells are searched
-// one by one until the next fit (or IndicizzaCelle) rebuilds it.
+// Writing the grid size or corners drops the cell index until the next fit (or IndicizzaCelle).
 class CDigitTestAccess {
 public:
     static void ScartaIndice(CDigit& d)

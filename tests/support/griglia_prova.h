@@ -1,5 +1,4 @@
-// Digitized grids for tests and benchmarks, stored and fitted by the grid
-// calibration's own steps.
+// Digitized grids for tests and benchmarks, stored and fitted by the calibration's own steps.
 #ifndef VELMARIN_TEST_GRIGLIA_PROVA_H
 #define VELMARIN_TEST_GRIGLIA_PROVA_H
 
@@ -19,8 +18,7 @@ struct TNodo {
 // Nodes of a grid of quadEst by quadNord squares, indexed [p][q].
 using TNodi = std::vector<std::vector<TNodo>>;
 
-// A well-shaped grid: a regular layout of `lato` counts per square, shaken by
-// up to `scossa` counts per node, slightly sheared, with East along tablet x.
+// A regular grid of `lato` counts a square, nodes shaken up to `scossa`, slightly sheared.
 inline TNodi GrigliaScossa(int quadEst, int quadNord, std::int32_t lato, std::int32_t scossa, unsigned seme)
 {
     std::mt19937 gen(seme);

@@ -1,6 +1,4 @@
-// What the dialog tests share: a person in front of the dialogs, a second
-// thread that plays the reader thread on the dialog's target, and the check
-// that no dialog waited for input that never came and no action was left.
+// The dialog tests' person, a second thread playing the reader, and a check that nothing was left waiting.
 #ifndef VELMARIN_TEST_PROVA_DIALOGHI_H
 #define VELMARIN_TEST_PROVA_DIALOGHI_H
 
@@ -44,8 +42,7 @@ protected:
         const auto chiusi = script.Chiusi();
         return chiusi.empty() ? TStatoDialogo{} : chiusi.back().stato;
     }
-    // Runs `dialogo` on this thread while `tavoletta` plays the reader thread
-    // on the target set by the dialog of template `modello` once it is open.
+    // Runs `dialogo` here while `tavoletta` plays the reader on the target of dialog `modello`.
     int Esegui(unsigned modello, const std::function<int()>& dialogo,
                const std::function<void(CDigitNtfy&)>& tavoletta)
     {

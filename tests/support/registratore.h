@@ -24,8 +24,7 @@ inline std::ostream& operator<<(std::ostream& os, const TNotifica& n)
 inline TNotifica Mossa(std::int32_t x, std::int32_t y) { return {0, x, y}; }
 inline TNotifica Pressione(int b, std::int32_t x, std::int32_t y) { return {b, x, y}; }
 
-// What a report of a pointer state (x, y, bottone) announces when the one
-// before it differs.
+// What a report of (x, y, bottone) announces when the one before it differs.
 template <class S>
 TNotifica Udito(const S& s)
 {     return s.bottone ? Pressione(s.bottone, s.x, s.y) : Mossa(s.x, s.y);

@@ -12,8 +12,7 @@ inline bool AttendiNotifiche(const TRegistratore& reg, std::size_t quante)
     return AttendiFinche([&] { return reg.Notifiche().size() >= quante; });
 }
 
-// Sends one gather's worth of a pointer state until the target has heard
-// `quante` notifications in all; false also when a send fails.
+// Sends a state until the target has heard `quante` notifications in all; false if a send fails.
 inline bool SuonaFinoA(TTavolettaPty& sim, int tipo, const TStatoPuntatore& stato, std::size_t lunghezza,
                        const TRegistratore& reg, std::size_t quante)
 {

@@ -1,5 +1,4 @@
-// The CPU time the reader thread of the open connection has used so far, to
-// tell a reader at rest from one that spins. Zero with no reader.
+// The reader thread's CPU time so far (0 with none): a reader at rest or one that spins.
 #ifndef VELMARIN_TEST_TEMPO_LETTORE_H
 #define VELMARIN_TEST_TEMPO_LETTORE_H
 

@@ -1,5 +1,4 @@
-// An injected tick for the object's lifetime, one ms per read: a wait costs
-// reads, not time, and the counter tells how long was waited.
+// An injected tick, one ms a read: waits cost reads, not time; the counter tells how long.
 
 #ifndef VELMARIN_TEST_TICK_FINTO_H
 #define VELMARIN_TEST_TICK_FINTO_H
