@@ -32,7 +32,9 @@ TEST(CcwTest, EveryPositionRoundASegmentAndCountsThatOverflow32Bits)
         {0, 0, 40000, 40000, 60000, 60000, +1}, {0, 0, 40000, 40000, 20000, 20000, 0},
         {0, 0, 40000, 40000, -60000, -60000, -1}, {minimo, minimo, massimo, massimo, 0, 0, 0},
         {minimo, 0, massimo, 0, 0, 1, +1}, {massimo, 0, minimo, 0, 0, 1, -1},
-        {minimo, minimo, massimo, minimo, minimo, massimo, +1}, {minimo, minimo, 0, 0, massimo, massimo, +1}};
+        {minimo, minimo, massimo, minimo, minimo, massimo, +1}, {minimo, minimo, 0, 0, massimo, massimo, +1},
+        // Two products of one sign that differ; the far end itself.
+        {0, 0, 70000, 1000, 35000, 70000, +1}, {0, 0, 70000, -1000, 35000, -70000, -1}, {minimo, 0, massimo, 0, massimo, 0, 0}};
     CDigit d;
     for (const TCaso& c : casi)
         EXPECT_EQ(A::Ccw(d, c.x0, c.y0, c.x1, c.y1, c.x2, c.y2), c.atteso)
