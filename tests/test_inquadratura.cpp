@@ -139,6 +139,16 @@ TEST(Inquadratura, NoiseAndAResumeBetweenReportsInventNothing)
         EXPECT_TRUE(Sottosequenza(udito, {Udito(dopo), Udito(prima)})) << ::testing::PrintToString(udito);
         EXPECT_EQ(udito.back(), Udito(prima));
     }
+    // A resume after a whole line, then a report without its first byte (the
+    // hold dropped it): no line starts there, so nothing more is heard.
+    for (int tipo = 1; tipo <= 8; ++tipo) {
+        TLinea linea(tipo);
+        linea.Leggi(Report(tipo, prima), 0);
+        linea.Riprendi();
+        linea.Leggi(Report(tipo, tagliato).substr(1), 5);
+        linea.Quiete(quieteLunga);
+        EXPECT_EQ(linea.reg.Notifiche(), std::vector<TNotifica>{Udito(prima)}) << "model " << tipo;
+    }
 }
 
 // A report split by a gap is one report within the pause, none beyond it. At
