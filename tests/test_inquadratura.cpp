@@ -144,6 +144,7 @@ TEST(Inquadratura, NoiseAndAResumeBetweenReportsInventNothing)
     for (int tipo = 1; tipo <= 8; ++tipo) {
         TLinea linea(tipo);
         linea.Leggi(Report(tipo, prima), 0);
+        linea.Quiete(quieteLunga);
         linea.Riprendi();
         linea.Leggi(Report(tipo, tagliato).substr(1), 5);
         linea.Quiete(quieteLunga);
