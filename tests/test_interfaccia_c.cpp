@@ -223,6 +223,10 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     EXPECT_STREQ(velmarin_function_name(0), "-");
     EXPECT_EQ(velmarin_function_name(3), nullptr);
     EXPECT_EQ(velmarin_function_name(9), nullptr);
+    ASSERT_EQ(velmarin_map_port(1, "/nonexistent/velmarin-tty"), 1);  // the first port is checked, not refused
+    EXPECT_EQ(velmarin_check_port(1), 0);
+    EXPECT_EQ(std::string(velmarin_last_error()).rfind("COM1 (/nonexistent/velmarin-tty): cannot be opened", 0), 0u);
+    velmarin_map_port(1, nullptr);
     velmarin_close(t);
 }
 

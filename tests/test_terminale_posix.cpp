@@ -140,6 +140,11 @@ TEST(Impagina, OgniDialogoSta80Per24)
         EXPECT_EQ(tutto.find("more lines"), std::string::npos) << tutto;
         EXPECT_NE(tutto.find("+=" + (c.stato.titolo.empty() ? "" : " " + c.stato.titolo)), std::string::npos) << tutto;
         EXPECT_GE(s.rigaFuoco, 1);
+        TContenutoSchermo primo = c;  // the first control focused: the caret stands in it if an entry
+        primo.fuoco = PrimoFuoco(c.stato);
+        const TSchermata p = Impagina(primo, 80, 24);
+        const bool entrata = c.stato.elementi[static_cast<std::size_t>(primo.fuoco)].tipo == TTipoElemento::edit;
+        EXPECT_EQ(p.rigaCursore, entrata ? p.rigaFuoco : -1);
 
         c.riquadro = {"+= Scelta Tavoletta =============================================+",
                       "| Modificando alcuni parametri si annulla la calibrazione ! |",
