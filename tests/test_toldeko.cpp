@@ -97,8 +97,6 @@ TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
     EXPECT_TRUE(UltimoChiuso().Abilitato(2186));
 }
 
-// Inputs at the edges change nothing: an entry beyond a list's last, and
-// Enter while the default button is greyed; Escape still ends the dialog.
 // Typing reaches an enabled entry only: not a disabled one, nor a button.
 TEST_F(ToolkitTest, TypingReachesOnlyAnEnabledEntry)
 {
@@ -120,6 +118,8 @@ TEST_F(ToolkitTest, TypingReachesOnlyAnEnabledEntry)
     EXPECT_EQ(UltimoChiuso().Testo(2), "&Annulla");
 }
 
+// Inputs at the edges change nothing: an entry beyond a list's last, and
+// Enter while the default button is greyed; Escape still ends the dialog.
 TEST_F(ToolkitTest, AChoiceBeyondTheListAndEnterOnAGreyedDefaultDoNothing)
 {
     struct TConLista : GDlg {

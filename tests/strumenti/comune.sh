@@ -72,6 +72,16 @@ prepara_tmux() {
     export TMUX_TMPDIR="$temp"
     trap 'tmux kill-server 2>/dev/null; pulisci' EXIT
 }
+# Runs $2 in a new 80x24 session $1, which becomes $sessione. The one before
+# goes only after it, since the server ends with its last session and a new
+# one may reach it dying; by its exact name ("="), not one it begins.
+apri_sessione() {
+    precedente=${sessione_aperta:-}
+    sessione=$1
+    sessione_aperta=$1
+    tmux new-session -d -s "$sessione" -x 80 -y 24 "$2"
+    if [ -n "$precedente" ]; then tmux kill-session -t "=$precedente"; fi
+}
 
 # Reads up to $2 bytes from the device $1 for at most $3 seconds into $4.
 leggi_dispositivo() {

@@ -63,15 +63,10 @@ quanti() { sommario "$1" | sed -n 's/^Feature Count: //p' | awk '{ n += $1 } END
 avvia_host() {  # avvia_host OUTPUT OPTIONS...: the host in tmux, its status at the end on the screen
     uscita=$1
     shift
-    # A session of its own each run, made before the last one goes: the
-    # server ends with its last session, and a new one may reach it dying.
-    finita=$sessione
     avvii=$((avvii + 1))
-    sessione="$base-$avvii"
-    tmux new-session -d -s "$sessione" -x 80 -y 24 "trap '' XFSZ; '$HOST' --device '$dispositivo' --model 5 \
+    apri_sessione "$base-$avvii" "trap '' XFSZ; '$HOST' --device '$dispositivo' --model 5 \
         calibrate points digitize --out '$uscita' --crs EPSG:3003 --stream-step 10 $* 2>'$temp/host.err'; \
         echo EXIT=\$?; sleep 60"
-    if [ "$avvii" -gt 1 ]; then tmux kill-session -t "=$finita"; fi  # "=": not a name it begins
 }
 # The host of this test's tmux pane, a child of the pane's shell: never a
 # host that another test runs at the same time.
@@ -185,8 +180,7 @@ verifica "full disk: the file holds every feature announced ($annunciati, read $
 avvia_sim --model 5 || exit 1
 pid_sim=$!
 avvii=$((avvii + 1))
-sessione="$base-$avvii"
-tmux new-session -d -s "$sessione" -x 80 -y 24 "'$HOST' --device '$dispositivo' --model 5; sleep 60"
+apri_sessione "$base-$avvii" "'$HOST' --device '$dispositivo' --model 5; sleep 60"
 attendi "q  quit"
 kill "$pid_sim"
 for _ in $(seq 50); do [ -e "$dispositivo" ] || break; sleep 0.1; done

@@ -29,7 +29,7 @@ in_cima() { head -n1 "$temp/schermo" | grep -q -- "$1"; }
 tasti() { tmux send-keys -t "$sessione" "$@"; }
 nuova_storia() { tmux clear-history -t "$sessione"; }
 
-tmux new-session -d -s "$sessione" -x 80 -y 24 \
+apri_sessione "$sessione" \
     "prima=\$(stty -g); '$HOST' --step 40; echo EXIT=\$?; [ \"\$prima\" = \"\$(stty -g)\" ] && echo TERMINAL RESTORED; sleep 60"
 
 verifica "the menu is in English" attendi "c  choose and set up the tablet"
@@ -142,13 +142,8 @@ tasti q
 verifica "q ends the program with 0" attendi "EXIT=0"
 verifica "and the terminal is restored" attendi "TERMINAL RESTORED"
 
-# In a shell: the programming wait, Ctrl-Z and fg, a window resized. The
-# second session comes before the first goes, keeping the server up.
-
-finita=$sessione
-sessione="velmarin-shell-$$"
-tmux new-session -d -s "$sessione" -x 80 -y 24 "env PS1='shell> ' bash --norc --noprofile -i"
-tmux kill-session -t "$finita"
+# In a shell: the programming wait, Ctrl-Z and fg, a window resized.
+apri_sessione "velmarin-shell-$$" "env PS1='shell> ' bash --norc --noprofile -i"
 verifica "the shell is ready" attendi "shell>"
 tasti "'$HOST' --step 40 calibrate points" Enter
 verifica "programming the tablet shows a busy mark" attendi "Busy: programming the tablet"
