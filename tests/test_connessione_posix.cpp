@@ -1,8 +1,7 @@
-// Init and its boxes, the destructor, the one shared target, the delivery gate.
+// Init and its boxes, the destructor's reset, the one shared target, the delivery gate.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -212,49 +211,6 @@ TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
         sim.Dimentica();
     }
     EXPECT_TRUE(ui.Messaggi().empty());
-}
-
-TEST_F(ConnessioneTest, DestructorBoxesWhenThereIsNothingToCloseOrFree)
-{
-    {
-        CDigit d(Dati(8));
-        A::HPorta(d) = 5;  // believes itself connected; no record exists
-    }
-    { CDigit d(Dati(8)); }  // never connected: no box at all
-    const std::vector<TMessaggio> box = ui.Messaggi();
-    ASSERT_EQ(box.size(), 2u);
-    EXPECT_EQ(Box(box[0]), Box({nullptr, "Disconnessione non effettuata", "Errore", MB_OK}));
-    EXPECT_EQ(Box(box[1]), Box({nullptr, "Deallocazione fallita", "Errore", MB_OK}));
-}
-
-// With no descriptor left for the reader's wake-up, the reader ends at its
-// start with its box; the next Init, with descriptors again, serves.
-TEST_F(ConnessioneTest, AReaderWithoutItsWakeUpEndsWithItsBox)
-{
-    {  // UBSan checks a type's first virtual call through a pipe: made here, with descriptors
-        CDigit caldo(Dati(8));
-        ASSERT_TRUE(caldo.Init(nullptr));
-    }
-    CDigit d(Dati(8));
-    rlimit limite{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limite), 0);
-    const int libero = dup(0);  // the lowest free descriptor: the port's
-    close(libero);
-    rlimit stretto = limite;
-    stretto.rlim_cur = static_cast<rlim_t>(libero) + 1;
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &stretto), 0);
-    const bool aperta = d.Init(nullptr);
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limite), 0);
-    EXPECT_TRUE(aperta);
-    ASSERT_TRUE(AttendiFinche([&] { return !ui.Messaggi().empty(); }));
-    EXPECT_EQ(Box(ui.Messaggi()[0]),
-              Box({nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION}));
-    ASSERT_TRUE(d.Init(nullptr));
-    TRegistratore reg;
-    ASSERT_TRUE(Collega(d, &reg));
-    EXPECT_TRUE(SuonaFinoA(sim, 8, {5, 6, 0}, 15, reg, 1));
-    d.StopCommNotification();
-    EXPECT_EQ(ui.Messaggi().size(), 1u);
 }
 
 // A second object is refused the running connection's port, with the box,

@@ -212,28 +212,21 @@ TEST_F(ProvaTest, CrossFollowsThePointerAndWipesTheLastOne)
     EXPECT_EQ(Inchiostro(passi[5]), Croce(t, 0, 97));
 }
 
-// No OK button: the platform's id 1 ends it all the same.
-TEST_F(ProvaTest, LimitsWithoutWidthOrHeightKeepTheCrossOnTheFrameEdge)
+// Limits without width or height keep the cross on the frame's edge (L, B);
+// over limits one count wide an extreme count lands far off the frame and
+// leaves no ink (no line from a position that overflowed). No OK button: the
+// platform's id 1 ends it all the same.
+TEST_F(ProvaTest, DegenerateLimitsAndExtremeCounts)
 {
-    digit.GetDataDigit().xMax = 1000;
-    digit.GetDataDigit().yMax = 2000;
-    const auto passi = Passi({{0, 4000, -7000}}, true, IDOK);
+    std::tie(digit.GetDataDigit().xMax, digit.GetDataDigit().yMax) = std::make_tuple(1000, 2000);
+    auto passi = Passi({{0, 4000, -7000}}, true, IDOK);
     ASSERT_EQ(passi.size(), 2u);
     const TTela t = passi[1].Elemento(2280)->tela;
-    EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1)) << "on (L, B)";
-}
+    EXPECT_EQ(Inchiostro(passi[1]), Croce(t, 1, t.altezza - 1));
 
-// Over limits one count wide an extreme count lands far off the frame and
-// leaves no ink (no line from a position that overflowed).
-
-TEST_F(ProvaTest, ExtremeCountsOverTinyLimitsLeaveNoInk)
-{
-    digit.GetDataDigit().xMax = 1001;
-    digit.GetDataDigit().yMax = 2001;
-    const std::int32_t massimo = std::numeric_limits<std::int32_t>::max();
-    const std::int32_t minimo = std::numeric_limits<std::int32_t>::min();
-    const auto passi = Passi({{0, massimo, 2000}, {0, minimo, 2000}, {0, 1000, massimo}, {0, 1000, minimo}}, false,
-                             IDCANCEL);
+    std::tie(digit.GetDataDigit().xMax, digit.GetDataDigit().yMax) = std::make_tuple(1001, 2001);
+    constexpr std::int32_t massimo = std::numeric_limits<std::int32_t>::max(), minimo = -massimo - 1;
+    passi = Passi({{0, massimo, 2000}, {0, minimo, 2000}, {0, 1000, massimo}, {0, 1000, minimo}}, false, IDCANCEL);
     ASSERT_EQ(passi.size(), 5u);
     for (std::size_t k = 1; k < passi.size(); ++k) EXPECT_TRUE(Inchiostro(passi[k]).empty()) << "step " << k;
 }

@@ -181,27 +181,6 @@ TEST(Inquadratura, AGapInsideAReportKeepsItWithinThePauseAndDropsItBeyond)
     }
 }
 
-// A report after a silence is heard once the pause has passed, not before.
-
-TEST(Inquadratura, EveryReportOfASlowTabletIsHeardAfterThePause)
-{
-    const TStatoPuntatore stati[] = {{100, 200, 0}, {100, 200, 1}, {300, 400, 0}, {301, 400, 0}};
-    for (int tipo = 1; tipo <= 8; ++tipo) {
-        SCOPED_TRACE("model " + std::to_string(tipo));
-        TLinea linea(tipo);
-        std::vector<TNotifica> attese;
-        for (const TStatoPuntatore& s : stati) {
-            linea.Leggi(Report(tipo, s), 2000);
-            const std::size_t prima = linea.reg.Notifiche().size();
-            linea.Quiete(40);
-            EXPECT_EQ(linea.reg.Notifiche().size(), prima) << "heard before the pause";
-            linea.Quiete(100);
-            attese.push_back(Udito(s));
-            EXPECT_EQ(linea.reg.Notifiche(), attese);
-        }
-    }
-}
-
 // The pause is three times a longest report on the line, in whole ms: a
 // Rolley report is 17 characters; 7E2 is 11 bits a character, 8N1 ten.
 TEST(Inquadratura, ThePauseIsThreeReportsOfTheLine)

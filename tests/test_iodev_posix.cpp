@@ -154,24 +154,5 @@ TEST_F(IODevTest, BadDataSizesFailTheOpen)
     }
 }
 
-// With 0 to 2 closed the port must not land on them (prints would go down the
-// line), nor be inherited. A forked child ("fast" style: a re-exec would not
-// start under an emulator) closes them.
-
-TEST_F(IODevTest, ThePortNeverStaysOnAStandardDescriptor)
-{
-    GTEST_FLAG_SET(death_test_style, "fast");
-    EXPECT_EXIT(
-        {
-            TTavolettaPty sim(portaProva);
-            for (int fd = 0; fd <= 2; ++fd) close(fd);
-            const bool aperto = Apri();
-            const int fd = aperto ? static_cast<int>(devInfo->hCom) : -1;
-            const bool buono = fd > 2 && (fcntl(fd, F_GETFD) & FD_CLOEXEC) && devInfo->sveglia > 2;
-            IODevDestroy();
-            std::_Exit(buono ? 0 : 1);
-        },
-        ::testing::ExitedWithCode(0), "");
-}
 
 }  // namespace
