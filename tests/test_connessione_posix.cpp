@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -211,6 +212,36 @@ TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
         sim.Dimentica();
     }
     EXPECT_TRUE(ui.Messaggi().empty());
+}
+
+// With no descriptor left for the reader's wake-up, the reader ends at its
+// start with its box; the next Init, with descriptors again, serves.
+TEST_F(ConnessioneTest, AReaderWithoutItsWakeUpEndsWithItsBox)
+{
+    {  // UBSan checks a type's first virtual call through a pipe: made here, with descriptors
+        CDigit caldo(Dati(8));
+        ASSERT_TRUE(caldo.Init(nullptr));
+    }
+    CDigit d(Dati(8));
+    rlimit limite{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limite), 0);
+    const int libero = dup(0);  // the lowest free descriptor: the port's
+    close(libero);
+    rlimit stretto = limite;
+    stretto.rlim_cur = static_cast<rlim_t>(libero) + 1;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &stretto), 0);
+    const bool aperta = d.Init(nullptr);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limite), 0);
+    EXPECT_TRUE(aperta);
+    ASSERT_TRUE(AttendiFinche([&] { return !ui.Messaggi().empty(); }));
+    EXPECT_EQ(Box(ui.Messaggi()[0]),
+              Box({nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION}));
+    ASSERT_TRUE(d.Init(nullptr));
+    TRegistratore reg;
+    ASSERT_TRUE(Collega(d, &reg));
+    EXPECT_TRUE(SuonaFinoA(sim, 8, {5, 6, 0}, 15, reg, 1));
+    d.StopCommNotification();
+    EXPECT_EQ(ui.Messaggi().size(), 1u);
 }
 
 // A second object is refused the running connection's port, with the box,
