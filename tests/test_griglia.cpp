@@ -1,7 +1,6 @@
 // The grid fit: one projective map per cell through its four corners.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <vector>
 
 #include "digit.h"
@@ -11,40 +10,6 @@
 namespace {
 
 using A = CDigitTestAccess;
-
-// A solved cell's row sends each corner onto its ground; a degenerate cell is refused.
-TEST(CoefOmogTest, SolvesTheCellOrRefusesIt)
-{
-    struct TCella {
-        const char* nome;
-        std::array<std::int32_t, 4> x, y;
-        std::array<double, 4> est, nord;
-        bool riesce;
-        std::array<double, 8> coef;  // when it succeeds
-    };
-    const std::array<double, 4> est = {100, 100, 200, 200}, nord = {200, 300, 200, 300};
-    TCella celle[] = {
-        {"projective", {0, 0, 1000, 1000}, {0, 1000, 100, 900}, {0, 0, 100, 100}, {0, 100, 0, 100}, true,
-         {0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0}},
-        {"one position", {7, 7, 7, 7}, {9, 9, 9, 9}, est, nord, false, {}},
-        {"two corners together", {500, 500, 0, 1000}, {500, 500, 1000, 1000}, est, nord, false, {}},
-        {"collinear", {0, 100, 200, 300}, {0, 100, 200, 300}, est, nord, false, {}},
-    };
-    for (TCella& c : celle) {
-        SCOPED_TRACE(c.nome);
-        CDigit d;
-        double coef[8];
-        ASSERT_EQ(A::CalcoloCoefOmog(d, c.x.data(), c.y.data(), c.est.data(), c.nord.data(), coef), c.riesce);
-        if (!c.riesce) continue;
-        for (int k = 0; k < 8; ++k) EXPECT_NEAR(coef[k], c.coef[k], 1e-12) << "coefficient " << k;
-        for (int k = 0; k < 4; ++k) {
-            double e = 0, n = 0;
-            A::CalcoloTrasfOmog(d, c.x[k], c.y[k], e, n, coef);
-            EXPECT_NEAR(e, c.est[k], 1e-9) << "corner " << k;
-            EXPECT_NEAR(n, c.nord[k], 1e-9) << "corner " << k;
-        }
-    }
-}
 
 // East index outermost; the first unsolvable cell stops, those before keep their rows.
 TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
