@@ -183,9 +183,11 @@ TEST(RapportoCalibrazione, WarningsFollowTheirThresholds)
     TRapportoCalibrazione r;
     EXPECT_FALSE(RapportoSparsi(Punti({{0, 0}, {100, 100}, {200, 200}, {300, 300}}, piccoli), limiti, r));
     EXPECT_EQ(r.tipo, TRapportoCalibrazione::nessuna);
-    // The corners of a sheet four times as wide as high: spreads of 1 to 4.
-    ASSERT_TRUE(RapportoSparsi(Punti({{0, 0}, {40000, 0}, {40000, 10000}, {0, 10000}}, piccoli), limiti, r));
-    EXPECT_NEAR(r.allineamento, 0.25, 1e-12);
+    // The corners of a strip 0.19 as high as wide: spreads of 19 to 100, and
+    // a quarter of the sheet and more: no warning.
+    ASSERT_TRUE(RapportoSparsi(Punti({{0, 0}, {40000, 0}, {40000, 7600}, {0, 7600}}, piccoli), limiti, r));
+    EXPECT_NEAR(r.allineamento, 0.19, 1e-12);
+    EXPECT_EQ(r.avvisi, 0u);
 }
 
 // A 3 by 2 grid of 1000-count squares, a little sheared; node `fuori` (5:
