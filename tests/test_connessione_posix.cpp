@@ -287,21 +287,30 @@ struct TLento : CDigitNtfy {
     void NotifyButton(std::int32_t, std::int32_t, std::int32_t) override {}
 };
 
-// Both a stop and a close wait for a notification under way.
+// A stop, the C interface's stop and a close each wait for a notification under way.
 TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
-    for (bool chiudi : {false, true}) {
-        CDigit d(Dati(8, 1));
+    for (const char* modo : {"stop", "velmarin_stop", "close"}) {
+        const TDataDigit dati = Dati(8, 1);
+        CDigit d(dati);
+        velmarin_tablet* t = velmarin_open(&dati);
         TLento lento;
-        ASSERT_TRUE(Collega(d, &lento));
+        const auto Mossa = [](void* u, std::int32_t x, std::int32_t y) { static_cast<TLento*>(u)->NotifyMove(x, y); };
+        if (modo[0] == 'v')
+            ASSERT_TRUE(velmarin_connect(t) && velmarin_listen(t, Mossa, nullptr, &lento));
+        else
+            ASSERT_TRUE(Collega(d, &lento));
         int i = 0;
         ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); },
                                  [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
-        if (chiudi)
+        if (modo[0] == 'c')
             EXPECT_EQ(IODevClose(), 1);
+        else if (modo[0] == 'v')
+            velmarin_stop(t);
         else
             d.StopCommNotification();
-        EXPECT_TRUE(lento.finita) << (chiudi ? "close" : "stop") << " returned during the notification";
+        EXPECT_TRUE(lento.finita) << modo << " returned during the notification";
+        velmarin_close(t);
         d.StopCommNotification();
     }
 }

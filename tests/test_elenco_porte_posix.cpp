@@ -1,5 +1,10 @@
-// Linux's port list: a device under two names is one port, listed by number (holders: StrumentoHost).
+// Linux's port list through the C interface: a device under two names is
+// one port, listed by number; a port another process holds names it.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <string>
@@ -7,6 +12,7 @@
 
 #include "sim/tavoletta_pty.h"
 #include "support/cartella_temporanea.h"
+#include "support/ripeti.h"
 #include "velmarin.h"
 
 namespace {
@@ -35,6 +41,27 @@ TEST(ElencoPorte, ADeviceUnderTwoNamesIsOnePortAndTheListGoesByNumber)
         }
     }
     EXPECT_EQ(volte, 1);
+
+    posix_spawn_file_actions_t azioni;
+    posix_spawn_file_actions_init(&azioni);
+    posix_spawn_file_actions_addopen(&azioni, 0, pty.PercorsoSlave().c_str(), O_RDONLY | O_NOCTTY, 0);
+    char sleep[] = "sleep", sessanta[] = "60";
+    char* argomenti[] = {sleep, sessanta, nullptr};
+    pid_t figlio = 0;
+    ASSERT_EQ(posix_spawnp(&figlio, "sleep", &azioni, nullptr, argomenti, environ), 0);
+    posix_spawn_file_actions_destroy(&azioni);
+    velmarin_port_info tenuta{};
+    const bool occupata = AttendiFinche([&] {
+        porte.resize(static_cast<std::size_t>(velmarin_list_ports(nullptr, 0)));
+        porte.resize(static_cast<std::size_t>(velmarin_list_ports(porte.data(), static_cast<int>(porte.size()))));
+        for (const velmarin_port_info& p : porte)
+            if (p.port == 5) tenuta = p;
+        return tenuta.busy == 1;
+    });
+    kill(figlio, SIGTERM);
+    waitpid(figlio, nullptr, 0);
+    EXPECT_TRUE(occupata);
+    EXPECT_EQ(std::string(tenuta.holder), "sleep (pid " + std::to_string(figlio) + ")");
 }
 
 }  // namespace
