@@ -203,6 +203,27 @@ INSTANTIATE_TEST_SUITE_P(
         TFormato{"csv", false, false, {"carta.csv", "carta_lines.csv", "carta_polygons.csv"}, {"", "", ""}}),
     [](const ::testing::TestParamInfo<TFormato>& i) { return std::string(i.param.estensione); });
 
+// A file of one layer renamed since it was written (GeoJSON keeps the layer's
+// old name inside) is appended to, not given a second layer.
+TEST(UscitaGis, ARenamedFileOfOneLayerIsAppendedTo)
+{
+    TCartellaTemporanea temporanea;
+    const std::string prima = temporanea.percorso + "/carta.geojson", dopo = temporanea.percorso + "/pozzi.geojson";
+    std::string errore;
+    for (const std::string& percorso : {prima, dopo}) {
+        if (percorso == dopo) {
+            ASSERT_EQ(std::rename(prima.c_str(), dopo.c_str()), 0);
+        }
+        TUscitaGis u;
+        ASSERT_TRUE(u.Apri({percorso, "", "EPSG:3003", "carta"}, errore)) << errore;
+        ASSERT_TRUE(u.Scrivi(Elemento(TGenere::punto, {{1, 2}}, funzConferma, 1), errore)) << errore;
+    }
+    std::unique_ptr<GDALDataset> ds(GDALDataset::Open(dopo.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY));
+    ASSERT_TRUE(ds);
+    EXPECT_EQ(ds->GetLayerCount(), 1);
+    EXPECT_EQ(Leggi(dopo, "").righe.size(), 2u);
+}
+
 // Not a GIS file, another CRS, not writable: refused before any work, untouched.
 
 TEST(UscitaGis, RefusesWhatItWouldSpoilBeforeAnyWork)
