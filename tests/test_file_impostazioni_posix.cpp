@@ -45,6 +45,14 @@ TEST_F(FileImpostazioni, EveryFieldGoesRound)
         TDataDigit letto{};
         ASSERT_EQ(LeggiImpostazioni(percorso, letto, messaggio), TEsitoImpostazioni::letto) << messaggio;
         EXPECT_EQ(std::memcmp(&letto, &d, sizeof d), 0);
+        // The same file with the line ends of a copy made on Windows.
+        std::ifstream in(percorso);
+        std::string crlf;
+        for (char c; in.get(c);) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+        Scrivi(crlf);
+        letto = {};
+        ASSERT_EQ(LeggiImpostazioni(percorso, letto, messaggio), TEsitoImpostazioni::letto) << messaggio;
+        EXPECT_EQ(std::memcmp(&letto, &d, sizeof d), 0);
     }
     // Under a file, or over a folder that holds one: refused, saying which step failed.
     const std::string sottoUnFile = percorso + "/setup", cartellaPiena = cartella.percorso + "/velmarin";
@@ -120,6 +128,8 @@ TEST_F(FileImpostazioni, ABadFileLeavesTheRecordAndSaysWhy)
         {Sostituisci("version 1", "version one"), "line 2: the version is not a number"},
         {std::string("\x7f" "ELF\x01\x02\0\0", 8), "holds binary data"},
         {Sostituisci("model 6", "model \x1b[2J6"), "holds binary data"},  // a terminal's escape, never echoed
+        {Sostituisci("model 6", std::string("model 6\0", 8)), "holds binary data"},
+        {buono + "#" + std::string(64 * 1024, 'x') + "\n", "is not a set-up file"},  // over 64 KiB
         {Sostituisci("model 6", "model \xc3\xa9\x7f" "6"), "bad model value: ???6"},
     };
     for (const auto& c : casi) {
