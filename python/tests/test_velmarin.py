@@ -262,6 +262,7 @@ class SenzaLinea(unittest.TestCase):
         with velmarin.Tablet(5, parita="O") as t:  # a model's settings, as a Tablet of it holds them
             self.assertEqual((velmarin.model_settings(5)["velocita"], t.setup.parita), (t.setup.velocita, "O"))
         self.assertEqual(velmarin.Tablet(model=1).setup.parita, "O")
+        self.assertFalse(velmarin.Tablet(model=1, limitiDefiniti=0).setup.limitiDefiniti)
         self.assertNotEqual(velmarin.model_settings(1), velmarin.model_settings(5))
         self.assertEqual(velmarin.__version__, velmarin.version())
         self.assertRegex(velmarin.version(), r"^\d+\.\d+\.\d+$")
@@ -295,6 +296,23 @@ class SenzaLinea(unittest.TestCase):
             self.assertEqual(t.to_ground(250, 750), prima)
             t.forget_calibration()
             self.assertEqual((t.is_calibrated, t.to_ground(250, 750), t.fit_report()), (False, None, None))
+
+    def test_each_warning_by_its_name(self):
+        def terreno(punti, fuori=None):
+            return [(x, y, 1500000 + 0.05 * x + 5 * (k == fuori), 5000000 + 0.05 * y) for k, (x, y) in enumerate(punti)]
+        sparsi = [(1000, 1000), (39000, 1000), (39000, 29000), (1000, 29000),
+                  (20000, 15000), (10000, 22000), (30000, 8000), (25000, 26000)]
+        casi = [({"clustered"}, terreno([(1000, 1000), (9000, 1000), (9000, 7000), (1000, 7000)])),
+                ({"collinear"}, terreno([(1000, 1000), (13000, 10100), (26000, 20000), (39000, 29500)])),
+                ({"blunder"}, terreno(sparsi, fuori=5)),
+                ({"no_redundancy"}, terreno(sparsi[:3]))]
+        with velmarin.Tablet(model=5, limitiDefiniti=True, xMin=0, yMin=0, xMax=40000, yMax=30000) as t:
+            for avvisi, punti in casi:
+                t.fit_points(punti)
+                self.assertEqual(t.fit_report().warnings, avvisi)
+            self.assertEqual((t.fit_report().std_dev, t.fit_report().predicted_worst), (None, None))
+            t.fit_grid(2, 2, 0, 0, 100, 100, [(1000 * i + 300 * (i == j == 1), 1000 * j) for j in range(3) for i in range(3)])
+            self.assertEqual(t.fit_report().warnings, {"node_out_of_place"})
 
     def test_fit_grid_then_ground(self):
         # One cell, corners (0,0) (1000,100) (0,1000) (1000,900) on ground 0 to 100: the
