@@ -263,6 +263,25 @@ class CalibraGriglia(ConIlPlugin):
             self.assertAlmostEqual(valore, atteso, delta=1e-4)
 
 
+class Geometria(unittest.TestCase):
+    def test_each_kind_goes_into_the_layers_that_take_it_in_their_own_type(self):
+        from velmarin_qgis.geometria import Rifiuto, geometria
+        quadrato = [QgsPointXY(x, y) for x, y in ((0, 0), (0, 1), (1, 1), (1, 0))]
+        for tipo, presi in (("Point", {"point"}), ("PointZ", {"point"}), ("MultiLineStringM", {"line", "polyline", "polygon"}),
+                            ("LineStringZ", {"line", "polyline", "polygon"}), ("MultiPolygonZM", {"polygon"})):
+            strato = QgsVectorLayer(tipo + "?crs=EPSG:3003", "s", "memory")
+            for genere in ("point", "line", "polyline", "polygon"):
+                with self.subTest(tipo=tipo, genere=genere):
+                    if genere not in presi:
+                        self.assertRaises(Rifiuto, geometria, genere, quadrato, strato)
+                        continue
+                    g = geometria(genere, quadrato[:1] if genere == "point" else quadrato, strato)
+                    self.assertEqual(g.wkbType(), strato.wkbType())
+                    vertici = [(p.x(), p.y()) for p in g.vertices()]
+                    if genere == "polygon":  # a ring, in a line layer too
+                        self.assertEqual(vertici, [(0, 0), (0, 1), (1, 1), (1, 0), (0, 0)])
+
+
 def vertici_di(elemento):
     return [(round(p.x(), 6), round(p.y(), 6)) for p in elemento.geometry().vertices()]
 

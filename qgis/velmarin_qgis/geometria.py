@@ -28,6 +28,8 @@ def geometria(genere, vertici, strato):
         g = QgsGeometry.fromPointXY(vertici[0])
     elif QgsWkbTypes.geometryType(tipo) == QgsWkbTypes.PolygonGeometry:
         g = QgsGeometry.fromPolygonXY([vertici])
+    elif genere == "polygon" and vertici[0] != vertici[-1]:
+        g = QgsGeometry.fromPolylineXY(vertici + vertici[:1])  # the ring's closing side, in a line layer
     else:
         g = QgsGeometry.fromPolylineXY(vertici)
     if QgsWkbTypes.isMultiType(tipo):
