@@ -72,7 +72,8 @@ avvia_host() {  # avvia_host OUTPUT OPTIONS...: the host in tmux, its status at 
 # host that another test runs at the same time.
 pid_host() { pgrep -n -P "$(tmux display-message -p -t "$sessione" '#{pane_pid}')" -f "^$HOST --device"; }
 # Four points, typed and pressed; the first with Enter pressed twice, the
-# second given up with Escape and taken back, the third asked from Annulla.
+# second given up with Escape and taken back with Ctrl-D, the third asked
+# from Annulla.
 calibra() {
     attendi "Coord. Est (Y)"
     tmux send-keys -t "$sessione" 1500200 Tab 5000200 Enter Enter
@@ -81,7 +82,7 @@ calibra() {
     attendi "Point 2: its ground East and North"
     tmux send-keys -t "$sessione" Escape
     attendi "Give up the calibration? The 1 point taken will be lost."
-    tmux send-keys -t "$sessione" n
+    tmux send-keys -t "$sessione" C-d  # end of input answers as n does
     for punto in "36000 4000 1501800 5000200" "4000 36000 1500200 5001800" "36000 36000 1501800 5001800"; do
         set -- $punto
         attendi "Coord. Est (Y)"
