@@ -15,7 +15,8 @@ from ambiente import InterfacciaFinta, elimina_rimandati  # noqa: E402
 from banco import (LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, imposta_su, in_modifica,  # noqa: E402
                    strato_memoria, terreno)
 from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
-                       QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsVectorFileWriter, QgsVectorLayer)
+                       QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsSnappingConfig, QgsTolerance,
+                       QgsVectorFileWriter, QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
 from qgis.PyQt.QtCore import QPoint, Qt  # noqa: E402
 from qgis.PyQt.QtTest import QTest  # noqa: E402
@@ -366,6 +367,31 @@ class Digitalizza(ConIlPlugin):
         dialogo.accept()
         self.assertEqual([(f["nome"], vertici_di(f)) for f in pozzi.getFeatures()],
                          [("P1", self.atteso(MONTE_MARIO, (20000, 20000)))])
+        # A layer without fields has nothing to ask: the feature goes in at once.
+        nudi = in_modifica(QgsVectorLayer("Point?crs=" + MONTE_MARIO, "nudi", "memory"))
+        nudi.setEditFormConfig(modulo)
+        self.plugin.ferma()
+        self.digitalizza(nudi)
+        self.sim.premi(21000, 21000, 1)
+        attendi(lambda: nudi.featureCount() == 1)
+
+    def test_a_press_snaps_as_a_click_does(self):
+        pozzi = strato_memoria("Point", MONTE_MARIO, "pozzi")
+        esistente = QgsFeature(pozzi.fields())
+        esistente.setGeometry(QgsGeometry.fromPointXY(QgsPointXY(*terreno(20000, 20000))))
+        pozzi.addFeature(esistente)
+        self.iface.canvas.setLayers([pozzi])
+        aggancio = QgsSnappingConfig(QgsProject.instance())
+        aggancio.setEnabled(True)
+        aggancio.setMode(QgsSnappingConfig.AllLayers)
+        aggancio.setTypeFlag(QgsSnappingConfig.VertexFlag)
+        aggancio.setTolerance(10)
+        aggancio.setUnits(QgsTolerance.Pixels)
+        self.iface.canvas.snappingUtils().setConfig(aggancio)
+        self.digitalizza(pozzi)
+        self.sim.premi(20010, 20010, 1)  # half a metre off, under a pixel
+        attendi(lambda: pozzi.featureCount() == 2)
+        self.assertEqual(vertici(pozzi), [self.atteso(MONTE_MARIO, (20000, 20000))] * 2)
 
     def test_removing_the_layer_ends_the_session(self):
         fossi = strato_memoria("LineString", MONTE_MARIO, "fossi")
