@@ -124,6 +124,7 @@ for formato in gpkg geojson shp; do
     verifica "$formato: under the id the screen gives" attendi "calibration id $id"
     verifica "$formato: digitizing starts" attendi "digitizing into $uscita"
 
+    giorno=$(date -u +%F)
     premi 20000 20000 1
     premi 4000 4000 3
     premi 8000 4000 1
@@ -143,6 +144,11 @@ for formato in gpkg geojson shp; do
     premi 30000 30000 1
     premi 30000 30000 4
     verifica "$formato: five features are shown" attendi "feature 5: polygon, 4 vertices"
+    premi 20000 4000 6
+    verifica "$formato: a button without a function is told" attendi "note: button 6 has no function"
+    premi 20000 4000 3
+    premi 20000 4000 4
+    verifica "$formato: a line of one vertex is dropped, and told" attendi "note: a line of one vertex is dropped"
     premi 20000 4000 2
     premi 24000 4000 1
     verifica "$formato: a sixth is open" attendi "polyline open at 1501000.000 5000200.000"
@@ -156,6 +162,9 @@ for formato in gpkg geojson shp; do
     elenco "$uscita" >"$temp/campi"
     verifica "$formato: each feature names its calibration" test "$(grep 'calib_id (String)' "$temp/campi" | sort -u)" = \
         "  calib_id (String) = $id"
+    giorni=$(sed -n 's/^  time ([A-Za-z]*) = //p' "$temp/campi" | cut -c1-10 | tr / - | sort -u | tr '\n' ' ')
+    verifica "$formato: and the day it was digitized ($giorni)" sh -c \
+        "[ '$giorni' = '$giorno ' ] || [ '$giorni' = '$(date -u +%F) ' ]"
 done
 
 # A disk that fills up, played by a file size limit put on the running host.
