@@ -290,27 +290,24 @@ struct TLento : CDigitNtfy {
 // A stop, the C interface's stop and a close each wait for a notification under way.
 TEST_F(ConnessioneTest, StopAndCloseWaitForANotificationUnderWay)
 {
-    for (const char* modo : {"stop", "velmarin_stop", "close"}) {
+    const auto Mossa = [](void* u, std::int32_t x, std::int32_t y) { static_cast<TLento*>(u)->NotifyMove(x, y); };
+    for (const std::string modo : {"stop", "velmarin_stop", "close"}) {
         const TDataDigit dati = Dati(8, 1);
         CDigit d(dati);
-        velmarin_tablet* t = velmarin_open(&dati);
+        velmarin_tablet* c = modo == "velmarin_stop" ? velmarin_open(&dati) : nullptr;
         TLento lento;
-        const auto Mossa = [](void* u, std::int32_t x, std::int32_t y) { static_cast<TLento*>(u)->NotifyMove(x, y); };
-        if (modo[0] == 'v')
-            ASSERT_TRUE(velmarin_connect(t) && velmarin_listen(t, Mossa, nullptr, &lento));
-        else
-            ASSERT_TRUE(Collega(d, &lento));
+        ASSERT_TRUE(c ? velmarin_connect(c) && velmarin_listen(c, Mossa, nullptr, &lento) : Collega(d, &lento));
         int i = 0;
         ASSERT_TRUE(RipetiFinche([&] { return lento.iniziata.load(); },
                                  [&] { sim.InviaStato(8, {50 + i++, 60, 0}, 15); }));
-        if (modo[0] == 'c')
+        if (c)
+            velmarin_stop(c);
+        else if (modo == "close")
             EXPECT_EQ(IODevClose(), 1);
-        else if (modo[0] == 'v')
-            velmarin_stop(t);
         else
             d.StopCommNotification();
         EXPECT_TRUE(lento.finita) << modo << " returned during the notification";
-        velmarin_close(t);
+        velmarin_close(c);
         d.StopCommNotification();
     }
 }

@@ -210,14 +210,14 @@ TEST(UscitaGis, ARenamedFileOfOneLayerIsAppendedTo)
     TCartellaTemporanea temporanea;
     const std::string prima = temporanea.percorso + "/carta.geojson", dopo = temporanea.percorso + "/pozzi.geojson";
     std::string errore;
-    for (const std::string& percorso : {prima, dopo}) {
-        if (percorso == dopo) {
-            ASSERT_EQ(std::rename(prima.c_str(), dopo.c_str()), 0);
-        }
+    const auto UnPunto = [&](const std::string& percorso) {
         TUscitaGis u;
-        ASSERT_TRUE(u.Apri({percorso, "", "EPSG:3003", "carta"}, errore)) << errore;
-        ASSERT_TRUE(u.Scrivi(Elemento(TGenere::punto, {{1, 2}}, funzConferma, 1), errore)) << errore;
-    }
+        return u.Apri({percorso, "", "EPSG:3003", "carta"}, errore) &&
+               u.Scrivi(Elemento(TGenere::punto, {{1, 2}}, funzConferma, 1), errore);
+    };
+    ASSERT_TRUE(UnPunto(prima)) << errore;
+    ASSERT_EQ(std::rename(prima.c_str(), dopo.c_str()), 0);
+    ASSERT_TRUE(UnPunto(dopo)) << errore;
     std::unique_ptr<GDALDataset> ds(GDALDataset::Open(dopo.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY));
     ASSERT_TRUE(ds);
     EXPECT_EQ(ds->GetLayerCount(), 1);

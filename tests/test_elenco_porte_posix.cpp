@@ -17,6 +17,13 @@
 
 namespace {
 
+std::vector<velmarin_port_info> Porte()
+{
+    std::vector<velmarin_port_info> porte(static_cast<std::size_t>(velmarin_list_ports(nullptr, 0)));
+    porte.resize(static_cast<std::size_t>(velmarin_list_ports(porte.data(), static_cast<int>(porte.size()))));
+    return porte;
+}
+
 TEST(ElencoPorte, ADeviceUnderTwoNamesIsOnePortAndTheListGoesByNumber)
 {
     TTavolettaPty pty(5);
@@ -25,8 +32,7 @@ TEST(ElencoPorte, ADeviceUnderTwoNamesIsOnePortAndTheListGoesByNumber)
     const std::string collegamento = cartella.percorso + "/tavoletta";
     ASSERT_EQ(symlink(pty.PercorsoSlave().c_str(), collegamento.c_str()), 0);
     ASSERT_EQ(velmarin_map_port(6, collegamento.c_str()), 1);
-    std::vector<velmarin_port_info> porte(static_cast<std::size_t>(velmarin_list_ports(nullptr, 0)));
-    porte.resize(static_cast<std::size_t>(velmarin_list_ports(porte.data(), static_cast<int>(porte.size()))));
+    const std::vector<velmarin_port_info> porte = Porte();
     velmarin_map_port(6, nullptr);
 
     int volte = 0;
@@ -41,7 +47,12 @@ TEST(ElencoPorte, ADeviceUnderTwoNamesIsOnePortAndTheListGoesByNumber)
         }
     }
     EXPECT_EQ(volte, 1);
+}
 
+TEST(ElencoPorte, APortAnotherProcessHoldsIsBusyWithItsHolder)
+{
+    TTavolettaPty pty(5);
+    ASSERT_TRUE(pty.Valida());
     posix_spawn_file_actions_t azioni;
     posix_spawn_file_actions_init(&azioni);
     posix_spawn_file_actions_addopen(&azioni, 0, pty.PercorsoSlave().c_str(), O_RDONLY | O_NOCTTY, 0);
@@ -52,9 +63,7 @@ TEST(ElencoPorte, ADeviceUnderTwoNamesIsOnePortAndTheListGoesByNumber)
     posix_spawn_file_actions_destroy(&azioni);
     velmarin_port_info tenuta{};
     const bool occupata = AttendiFinche([&] {
-        porte.resize(static_cast<std::size_t>(velmarin_list_ports(nullptr, 0)));
-        porte.resize(static_cast<std::size_t>(velmarin_list_ports(porte.data(), static_cast<int>(porte.size()))));
-        for (const velmarin_port_info& p : porte)
+        for (const velmarin_port_info& p : Porte())
             if (p.port == 5) tenuta = p;
         return tenuta.busy == 1;
     });

@@ -5,7 +5,6 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "link/linea_posix.h"
@@ -153,6 +152,5 @@ TEST_F(IODevTest, BadDataSizesFailTheOpen)
         IODevDestroy();
     }
 }
-
 
 }  // namespace

@@ -310,7 +310,8 @@ class SenzaLinea(unittest.TestCase):
             for avvisi, punti in casi:
                 t.fit_points(punti)
                 self.assertEqual(t.fit_report().warnings, avvisi)
-            self.assertEqual((t.fit_report().std_dev, t.fit_report().predicted_worst), (None, None))
+            r = t.fit_report()
+            self.assertEqual((r.std_dev, r.predicted_worst), (None, None))
             t.fit_grid(2, 2, 0, 0, 100, 100, [(1000 * i + 300 * (i == j == 1), 1000 * j) for j in range(3) for i in range(3)])
             self.assertEqual(t.fit_report().warnings, {"node_out_of_place"})
 

@@ -26,6 +26,7 @@ from qgis.PyQt.QtWidgets import QApplication, QDialogButtonBox, QLineEdit  # noq
 import velmarin  # noqa: E402
 from velmarin_qgis import classFactory, impostazioni  # noqa: E402
 from velmarin_qgis.dialogo_impostazione import DialogoImpostazione  # noqa: E402
+from velmarin_qgis.geometria import Rifiuto, geometria  # noqa: E402
 from velmarin_qgis.ponte import Ponte  # noqa: E402
 
 def trasforma(da, a, punto):
@@ -266,8 +267,7 @@ class CalibraGriglia(ConIlPlugin):
 
 class Geometria(unittest.TestCase):
     def test_each_kind_goes_into_the_layers_that_take_it_in_their_own_type(self):
-        from velmarin_qgis.geometria import Rifiuto, geometria
-        quadrato = [QgsPointXY(x, y) for x, y in ((0, 0), (0, 1), (1, 1), (1, 0))]
+        quadrato = [QgsPointXY(x, y) for x, y in ((0, 0), (0, 1), (1, 1), (1, 0), (0, 0))]
         for tipo, presi in (("Point", {"point"}), ("PointZ", {"point"}), ("MultiLineStringM", {"line", "polyline", "polygon"}),
                             ("LineStringZ", {"line", "polyline", "polygon"}), ("MultiPolygonZM", {"polygon"})):
             strato = QgsVectorLayer(tipo + "?crs=EPSG:3003", "s", "memory")

@@ -108,8 +108,6 @@ class Digitalizzatore(QObject):
         if self.sessione is None:
             return
         vertici = [self._nello_strato(self._sulla_mappa(e, n)) for e, n in elemento.vertices]
-        if elemento.kind == "polygon":
-            vertici = vertici[:-1] if vertici[0] == vertici[-1] else vertici
         try:
             g = geometria(elemento.kind, vertici, self.strato)
         except Rifiuto as rifiuto:

@@ -18,8 +18,9 @@ class Rifiuto(Exception):
 
 def geometria(genere, vertici, strato):
     """The QgsGeometry of a feature of kind `genere` with `vertici`
-    (QgsPointXY in the layer's CRS) for the vector layer `strato`, in its
-    own WKB type (multi, Z and M as the layer has them)."""
+    (QgsPointXY in the layer's CRS; a polygon's last on its first, as the
+    session gives it) for the vector layer `strato`, in its own WKB type
+    (multi, Z and M as the layer has them)."""
     tipo = strato.wkbType()
     if genere not in _ACCETTA.get(_STRATI.get(QgsWkbTypes.geometryType(tipo)), ()):
         raise Rifiuto("A %s cannot go into \u201c%s\u201d, which holds %s: make %s active and "
@@ -28,8 +29,6 @@ def geometria(genere, vertici, strato):
         g = QgsGeometry.fromPointXY(vertici[0])
     elif QgsWkbTypes.geometryType(tipo) == QgsWkbTypes.PolygonGeometry:
         g = QgsGeometry.fromPolygonXY([vertici])
-    elif genere == "polygon" and vertici[0] != vertici[-1]:
-        g = QgsGeometry.fromPolylineXY(vertici + vertici[:1])  # the ring's closing side, in a line layer
     else:
         g = QgsGeometry.fromPolylineXY(vertici)
     if QgsWkbTypes.isMultiType(tipo):
