@@ -180,17 +180,4 @@ TEST(CompletaTest, WaitsHappenWhereTheyStand)
     veloce.emplace();
 }
 
-// With no port record at all the sequences touch no port and spend no wait.
-TEST(SequenzaSenzaPortaTest, SetsTheFormatAndLengthOnly)
-{
-    ASSERT_EQ(devInfo, nullptr);
-    TTickFinto tick;
-    CDigit d(DatiModello(5, portaProva, 2));
-    d.SendInitString();
-    EXPECT_EQ(tick.Adesso(), 0u);
-    EXPECT_EQ(Leggi(digitLink.tipoReport), 5);
-    EXPECT_EQ(Leggi(digitLink.lenReport), 20);
-    AzzeraDigitLink(digitLink);
-}
-
 }  // namespace

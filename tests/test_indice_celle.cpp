@@ -86,19 +86,4 @@ TEST(IndiceCelleTest, EveryGridGetsTheScannedCell)
     }
 }
 
-// Unrelated cells, up to the whole range of the counts.
-TEST(IndiceCelleTest, ScatteredCellsAndHugeCountsGetTheScannedCell)
-{
-    std::mt19937 gen(77);
-    for (std::int32_t ampiezza : {50, 100000, TLimiti::max()}) {
-        std::uniform_int_distribution<std::int32_t> v(-ampiezza, ampiezza);
-        CDigit d;
-        GrigliaSegnata(d, TNodi(8, std::vector<TNodo>(7)));
-        for (int i = 0; i < 7; ++i)
-            for (int j = 0; j < 6; ++j)
-                for (int c = 0; c < 4; ++c) A::AngoliX(d)[i][j][c] = v(gen), A::AngoliY(d)[i][j][c] = v(gen);
-        Confronta(d, gen, true);
-    }
-}
-
 }  // namespace

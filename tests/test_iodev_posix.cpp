@@ -48,23 +48,6 @@ TEST_F(IODevTest, ASecondCreateKeepsTheFirstRecord)
     EXPECT_EQ(devInfo->bitDati, 7);
 }
 
-TEST_F(IODevTest, WithoutARecordEverythingAnswersZero)
-{
-    ASSERT_EQ(devInfo, nullptr);
-    digitLink.numAccum = 9;
-    Scrivi(digitLink.hPorta, 55);
-    EXPECT_EQ(IODevOpen(digitLink), 0);
-    EXPECT_EQ(digitLink.numAccum, 0) << "zeroed with or without a record";
-    EXPECT_EQ(Leggi(digitLink.hPorta), 55) << "left alone without a record";
-    for (int (*f)() : {IODevConfigure, IODevClose, IODevDestroy, IODevHold, IODevResume}) EXPECT_EQ(f(), 0);
-    EXPECT_EQ(IODevWrite("x", 1), 0);
-    std::uint8_t buf[4];
-    EXPECT_EQ(IODevRead(buf, sizeof buf), 0u);
-    IODevSetDtr();  // must not fault
-    IODevPurgeRx();
-    EXPECT_EQ(IODevHandleAperto(), 0);
-}
-
 TEST_F(IODevTest, PortNamesAndTheirPaths)
 {
     EXPECT_EQ(NomePorta(3), "COM3");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "link/iodev.h"
 #include "link/iodev_info.h"
@@ -46,33 +47,20 @@ TEST(LineaWin32Test, TheRecordSetsTheNamedFieldsOfTheDcbAndLeavesTheRest)
         dcb.fAbortOnError = 1;
         dcb.EofChar = 0x1A;
         DcbDelRecord(*d, dcb);
-        EXPECT_EQ(dcb.BaudRate, r.baud);
-        EXPECT_EQ(dcb.ByteSize, r.bitDati);
-        EXPECT_EQ(dcb.Parity, r.parity);
-        EXPECT_EQ(dcb.StopBits, r.stopBits);
-        EXPECT_EQ(dcb.fBinary, 1u);
-        EXPECT_EQ(dcb.fParity, 1u) << "with no parity as well";
+        using U = unsigned;
         const bool dsr = r.flusso & 1, cts = r.flusso & 2, xon = r.flusso & 4;
-        EXPECT_EQ(dcb.fOutxDsrFlow, dsr ? 1u : 0u);
-        EXPECT_EQ(dcb.fDtrControl, dsr ? unsigned(DTR_CONTROL_HANDSHAKE) : unsigned(DTR_CONTROL_ENABLE));
-        EXPECT_EQ(dcb.fOutxCtsFlow, cts ? 1u : 0u);
-        EXPECT_EQ(dcb.fRtsControl, cts ? unsigned(RTS_CONTROL_HANDSHAKE) : unsigned(RTS_CONTROL_ENABLE));
-        EXPECT_EQ(dcb.fOutX, xon ? 1u : 0u);
-        EXPECT_EQ(dcb.fInX, xon ? 1u : 0u);
-        EXPECT_EQ(dcb.XonChar, 0x11);
-        EXPECT_EQ(dcb.XoffChar, 0x13);
-        EXPECT_EQ(dcb.XonLim, 100);
-        EXPECT_EQ(dcb.XoffLim, 100);
-        EXPECT_EQ(dcb.fTXContinueOnXoff, 1u);
-        EXPECT_EQ(dcb.fAbortOnError, 1u);
-        EXPECT_EQ(dcb.EofChar, 0x1A);
-
+        EXPECT_EQ(std::make_tuple(U(dcb.BaudRate), U(dcb.ByteSize), U(dcb.Parity), U(dcb.StopBits), U(dcb.fBinary), U(dcb.fParity)),
+                  std::make_tuple(U(r.baud), U(r.bitDati), U(r.parity), U(r.stopBits), 1u, 1u)) << "fParity with no parity as well";
+        EXPECT_EQ(std::make_tuple(U(dcb.fOutxDsrFlow), U(dcb.fDtrControl), U(dcb.fOutxCtsFlow), U(dcb.fRtsControl), U(dcb.fOutX), U(dcb.fInX)),
+                  std::make_tuple(U(dsr), U(dsr ? DTR_CONTROL_HANDSHAKE : DTR_CONTROL_ENABLE), U(cts),
+                                  U(cts ? RTS_CONTROL_HANDSHAKE : RTS_CONTROL_ENABLE), U(xon), U(xon)));
+        EXPECT_EQ(std::make_tuple(U(dcb.XonChar), U(dcb.XoffChar), U(dcb.XonLim), U(dcb.XoffLim), U(dcb.fTXContinueOnXoff),
+                                  U(dcb.fAbortOnError), U(dcb.EofChar)),
+                  std::make_tuple(0x11u, 0x13u, 100u, 100u, 1u, 1u, 0x1Au));
         const COMMTIMEOUTS t = LimitiPorta(*d);
-        EXPECT_EQ(t.ReadIntervalTimeout, MAXDWORD);
-        EXPECT_EQ(t.ReadTotalTimeoutMultiplier, 0u);
-        EXPECT_EQ(t.ReadTotalTimeoutConstant, 1000u);
-        EXPECT_EQ(t.WriteTotalTimeoutMultiplier, r.moltiplicatore);
-        EXPECT_EQ(t.WriteTotalTimeoutConstant, 0u);
+        EXPECT_EQ(std::make_tuple(t.ReadIntervalTimeout, t.ReadTotalTimeoutMultiplier, t.ReadTotalTimeoutConstant,
+                                  t.WriteTotalTimeoutMultiplier, t.WriteTotalTimeoutConstant),
+                  std::make_tuple(MAXDWORD, 0ul, 1000ul, r.moltiplicatore, 0ul));
         delete d;
     }
 }
@@ -80,10 +68,8 @@ TEST(LineaWin32Test, TheRecordSetsTheNamedFieldsOfTheDcbAndLeavesTheRest)
 // COM1 to COM9 by their plain names, from COM10 on in the device namespace.
 TEST(LineaWin32Test, PortsFromCom10OpenInTheDeviceNamespace)
 {
-    EXPECT_EQ(PercorsoPorta(3), "COM3");
-    EXPECT_EQ(PercorsoPorta(9), "COM9");
-    EXPECT_EQ(PercorsoPorta(10), "\\\\.\\COM10");
-    EXPECT_EQ(PercorsoPorta(255), "\\\\.\\COM255");
+    EXPECT_EQ(std::make_tuple(PercorsoPorta(3), PercorsoPorta(9), PercorsoPorta(10), PercorsoPorta(255)),
+              std::make_tuple("COM3", "COM9", "\\\\.\\COM10", "\\\\.\\COM255"));
 }
 
 // A name that opens nothing, and a device that opens but is no serial line.

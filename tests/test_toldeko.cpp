@@ -1,6 +1,6 @@
-// The dialog toolkit: validators, binding to templates, the modal loop with
-// other threads and platform calls, and the text renderer. The library's
-// dialogs drive its message maps, radios and lists.
+// The dialog toolkit: validators, the modal loop with other threads, input
+// at the edges, and the text renderer. The library's dialogs drive its
+// message maps, radios and lists.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -41,28 +41,6 @@ TEST(ValidatoreTest, PartialTexts)
 
 using ToolkitTest = TProvaDialoghi;
 
-// No such id; an edit is no static; a button is no list; a group box is no
-// radio; no such template: each error names the dialog and the id or kind.
-TEST_F(ToolkitTest, BindingErrorsNameTheDialogAndTheId)
-{
-    GDlg punto(nullptr, 10040), scelta(nullptr, 10043);
-    const std::pair<std::function<void()>, std::vector<const char*>> casi[] = {
-        {[&] { new GEdit(&punto, 2099, new GDoubleValidator()); }, {"10040", "controllo 2099"}},
-        {[&] { new GStatic(&punto, 2000); }, {"10040", "adatto a GStatic"}},
-        {[&] { new GComboBox(&punto, 1); }, {"10040", "adatto a GComboBox"}},
-        {[&] { new GCheckButton(&scelta, 2121); }, {"10043", "adatto a GCheckButton"}},
-        {[] { GDlg d(nullptr, 9999); }, {"9999"}}};
-    for (const auto& [lega, parti] : casi) {
-        std::string errore = "nothing thrown";
-        try {
-            lega();
-        } catch (const std::logic_error& e) {
-            errore = e.what();
-        }
-        for (const char* p : parti) EXPECT_THAT(errore, HasSubstr(p));
-    }
-}
-
 TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
 {
     GDlg d(nullptr, 10045);
@@ -76,25 +54,6 @@ TEST_F(ToolkitTest, AnotherThreadSetsTextsAndEndsTheDialog)
     altro.join();
     EXPECT_EQ(risultato, 5);
     EXPECT_EQ(UltimoChiuso().Testo(2240), "il punto superiore a destra");
-}
-
-// Platform calls on a control that has no object, and a box that goes through
-// the platform's handler, owned by the dialog, its answer coming back.
-TEST_F(ToolkitTest, PlatformCallsOnControlsWithoutObjects)
-{
-    GDlg d(nullptr, 10044);
-    const HWND h = GetDlgItem(d, 2185);
-    ASSERT_NE(h, nullptr);
-    EXPECT_EQ(GetDlgItem(d, 4242), nullptr);
-    EXPECT_EQ(EnableWindow(h, 0), 0) << "it was enabled";
-    utente.Rispondi(IDNO);
-    EXPECT_EQ(d.messageBox("Continuo ?", "Scelta Tavoletta", MB_YESNO | MB_ICONQUESTION), IDNO);
-    ASSERT_EQ(utente.Messaggi().size(), 1u);
-    EXPECT_EQ(utente.Messaggi()[0].owner, d.handle());
-    script.Esc();
-    d.doModal();
-    EXPECT_FALSE(UltimoChiuso().Abilitato(2185));
-    EXPECT_TRUE(UltimoChiuso().Abilitato(2186));
 }
 
 // Typing reaches an enabled entry only: not a disabled one, nor a button.

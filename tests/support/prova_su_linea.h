@@ -36,7 +36,8 @@ inline int InCoda()
 
 class TProvaSuLinea : public ::testing::Test {
 protected:
-    explicit TProvaSuLinea(int porta) : porta(porta) {}
+    // Clean from the start too, whatever a case before it in the same run left.
+    explicit TProvaSuLinea(int porta) : porta(porta) { TearDown(); }
     void TearDown() override
     {
         IODevDestroy();

@@ -1,6 +1,6 @@
 // The eight models end to end through COM1 on sim_comandata (asked on standard
 // output, answering on standard input): connect, program, a stroke heard
-// whole, the poll chain, a timely close; then a missing port and raw bytes.
+// whole, the poll chain, a timely close; then raw bytes.
 // The transcript must be the same on Windows as on Linux. --coda-muta makes
 // the port misreport as Wine has been seen to (coda_muta_win32.cpp).
 // usage: percorso_modelli [--coda-muta] TRANSCRIPT [DEVICE]
@@ -28,12 +28,6 @@ namespace {
 using namespace std::chrono;
 
 constexpr int portaTavoletta = 1;
-constexpr int portaMancante = 2;
-#if defined(_WIN32)
-const char* const dispositivoMancante = "\\\\.\\COM250";
-#else
-const char* const dispositivoMancante = "/nonexistent/velmarin-tty";
-#endif
 // The close of a connection is over well within this; beyond it, it hangs.
 constexpr milliseconds limiteChiusura(1500);
 // What the tablet shows is heard well within this, even loaded under Wine.
@@ -127,25 +121,6 @@ bool Modello(int tipo, int bottone)
     return sentite == tratto.size();
 }
 
-void PortaMancante(const TUtenteFinto& ui)
-{
-    IODevMapPort(portaMancante, dispositivoMancante);
-    CDigit digit(Dati(8, portaMancante));
-    const std::size_t prima = ui.Messaggi().size();
-    const bool aperta = digit.Init(nullptr);
-    Verifica(!aperta, "a missing port does not open");
-    trascrizione << "missing port: Init " << (aperta ? "true" : "false");
-    const std::vector<TMessaggio> messaggi = ui.Messaggi();
-    for (std::size_t i = prima; i < messaggi.size(); ++i) {
-        std::string testo;
-        for (char ch : messaggi[i].testo) testo += ch == '\n' ? std::string("\\n") : std::string(1, ch);
-        trascrizione << ", box \"" << messaggi[i].titolo << "\" \"" << testo << "\" flags " << messaggi[i].flags;
-    }
-    for (unsigned b : ui.Beep()) trascrizione << ", beep " << b;
-    trascrizione << "\n";
-    IODevMapPort(portaMancante, nullptr);
-}
-
 std::string Raccolti()
 {
     TCancelloConsegna cancello;
@@ -204,7 +179,6 @@ int main(int argc, char** argv)
     const int secondoBottone[] = {0, 3, 3, 3, 10, 12, 12, 10, 4};
     for (int m = 1; m <= 8; ++m)
         if (!Modello(m, secondoBottone[m])) break;  // a deaf port
-    PortaMancante(ui);
     OgniByte();
     Chiedi("fine");
     return fallite == 0 ? 0 : 1;
