@@ -27,7 +27,6 @@ public:
     static std::int32_t*** AngoliY(CDigit& d) { ScartaIndice(d); return d.angoliY; }
 
     // Calibration mathematics.
-    static void SolGausJ(CDigit& d, double** a, double* b, double* x, int n, bool& e) { d.SolGausJ(a, b, x, n, e); }
     static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est, double* nord, int n)
     {
         return d.CalcoloCoefficientiPtSparsi(x, y, est, nord, n);
@@ -41,20 +40,10 @@ public:
     {
         return d.CalcoloCoefficientiOmog(angX, angY, angEst, angNord);
     }
-    static void CalcoloTrasfOmog(const CDigit& d, std::int32_t x, std::int32_t y, double& est, double& nord,
-                                 const double* coef)
-    {
-        d.CalcoloTrasfOmog(x, y, est, nord, coef);
-    }
     static int Ccw(const CDigit& d, std::int32_t x0, std::int32_t y0, std::int32_t x1, std::int32_t y1,
                    std::int32_t x2, std::int32_t y2)
     {
         return d.Ccw(x0, y0, x1, y1, x2, y2);
-    }
-    static bool PtInRect(const CDigit& d, const std::int32_t* xs, const std::int32_t* ys, std::int32_t x,
-                         std::int32_t y)
-    {
-        return d.PtInRect(xs, ys, x, y);
     }
     static void Ritarda(const CDigit& d, std::int32_t ms) { d.Ritarda(ms); }
     static void MemorizzaNodo(CDigit& d, int i, int j, std::int32_t x, std::int32_t y, double est, double nord,
