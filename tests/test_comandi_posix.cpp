@@ -7,6 +7,7 @@
 #include <ostream>
 #include <string>
 #include <vector>
+#include <utility>
 
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"
@@ -133,8 +134,8 @@ TEST_P(SequenzaTest, BytesAndWaitsOnTheLine)
         EXPECT_TRUE(sim.AttendiByte(attesi.size(), 2s));
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         EXPECT_EQ(sim.ByteRicevuti(), attesi);
-        EXPECT_EQ(Leggi(digitLink.tipoReport), static_cast<std::int8_t>(s.tipo & 0xFF));
-        EXPECT_EQ(Leggi(digitLink.lenReport), s.lenReport < 0 ? 77 : s.lenReport);
+        EXPECT_EQ(std::make_pair(int(Leggi(digitLink.tipoReport)), int(Leggi(digitLink.lenReport))),
+                  std::make_pair(int(static_cast<std::int8_t>(s.tipo & 0xFF)), s.lenReport < 0 ? 77 : s.lenReport));
         d.StopCommNotification();  // no reset from the destructor
     }
     EXPECT_TRUE(ui.Messaggi().empty());

@@ -30,12 +30,6 @@ using A = CDigitTestAccess;
 constexpr int portaProva = 4;
 GWnd proprietaria(reinterpret_cast<HWND>(0x1234));  // the boxes must be owned by its handle
 
-// A box as owner, title, text and flags, to compare at once.
-std::tuple<HWND, std::string, std::string, unsigned> Box(const TMessaggio& b)
-{
-    return {b.owner, b.titolo, b.testo, b.flags};
-}
-
 class ConnessioneTest : public TProvaSuLinea {
 protected:
     ConnessioneTest() : TProvaSuLinea(portaProva) {}
@@ -62,8 +56,8 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
         EXPECT_EQ(CursoreCorrente(), cursore);
         EXPECT_EQ(A::HPorta(d), 0);
         ASSERT_EQ(ui.Messaggi().size(), prima + 1) << "the record was made: only the open fails";
-        EXPECT_EQ(Box(ui.Messaggi().back()), Box({proprietaria.handle(), "ERRORE\nPorta non configurata",
-                                                  "Porta Seriale", MB_OK | MB_ICONEXCLAMATION}));
+        EXPECT_EQ(ui.Messaggi().back(), (TMessaggio{proprietaria.handle(), "ERRORE\nPorta non configurata", "Porta Seriale",
+                                                     MB_OK | MB_ICONEXCLAMATION}));
         EXPECT_EQ(ui.Beep(), std::vector<unsigned>(prima + 1, MB_ICONEXCLAMATION));
         EXPECT_EQ(d.SetCommNotificationTo(&reg), 1) << "a record exists, though no port";
         d.StopCommNotification();
@@ -80,8 +74,8 @@ TEST_F(ConnessioneTest, InitOnAPortThatDoesNotExistShowsTheBoxAndARetryTakesTheN
     EXPECT_EQ(cfgetospeed(&t), B19200);
     EXPECT_NE(t.c_cflag & CSTOPB, 0u);
     // and the reader reckons its pause from them, from its first read on
-    EXPECT_EQ(guardiaRaccolta.velocita, 19200u);
-    EXPECT_EQ(guardiaRaccolta.bitCarattere, 11u) << "7E2: start, 7 data, parity, 2 stop";
+    EXPECT_EQ(std::make_pair(guardiaRaccolta.velocita, guardiaRaccolta.bitCarattere), std::make_pair(19200u, 11u))
+        << "7E2: start, 7 data, parity, 2 stop";
 }
 
 // A refused open, and a host's check of the port, say why and leave errno as
@@ -207,8 +201,7 @@ TEST_F(ConnessioneTest, AResetGoesOutFromTheDestructorOnlyWhileDeliveryIsOn)
         }
         EXPECT_TRUE(sim.AttendiQuiete(50ms, 2s));
         EXPECT_EQ(sim.ByteRicevuti(), consegna ? ":Z\r" : "");
-        EXPECT_EQ(devInfo, nullptr);
-        EXPECT_EQ(IODevHandleAperto(), 0);
+        EXPECT_TRUE(devInfo == nullptr && IODevHandleAperto() == 0);
         sim.Dimentica();
     }
     EXPECT_TRUE(ui.Messaggi().empty());
@@ -234,8 +227,7 @@ TEST_F(ConnessioneTest, AReaderWithoutItsWakeUpEndsWithItsBox)
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limite), 0);
     EXPECT_TRUE(aperta);
     ASSERT_TRUE(AttendiFinche([&] { return !ui.Messaggi().empty(); }));
-    EXPECT_EQ(Box(ui.Messaggi()[0]),
-              Box({nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION}));
+    EXPECT_EQ(ui.Messaggi()[0], (TMessaggio{nullptr, "Failed to create event for thread!", "IODev Error!", MB_OK | MB_ICONEXCLAMATION}));
     ASSERT_TRUE(d.Init(nullptr));
     TRegistratore reg;
     ASSERT_TRUE(Collega(d, &reg));
@@ -265,10 +257,9 @@ TEST_F(ConnessioneTest, ASecondObjectIsRefusedAndLeavesTheRunningConnectionAlone
     EXPECT_GE(tick.Adesso() - prima, 2 * 1000u + 100u) << "the waits of both sequences run";
     EXPECT_EQ(secondo.SetCommNotificationTo(&altro), 0);
     secondo.StopCommNotification();
-    EXPECT_EQ(primo.GetCommNotification(), &reg);
-    EXPECT_EQ(Leggi(digitLink.tipoReport), 5);
-    EXPECT_EQ(Leggi(digitLink.lenReport), 20);
-    EXPECT_EQ(IODevHandleAperto(), A::HPorta(primo));
+    EXPECT_EQ(std::make_tuple(primo.GetCommNotification(), int(Leggi(digitLink.tipoReport)), int(Leggi(digitLink.lenReport)),
+                              IODevHandleAperto()),
+              std::make_tuple(static_cast<CDigitNtfy*>(&reg), 5, 20, A::HPorta(primo)));
     EXPECT_TRUE(SuonaFinoA(sim, 5, {321, 654, 0}, 20, reg, 1));
     EXPECT_EQ(reg.Notifiche(), std::vector<TNotifica>{Mossa(321, 654)});
     EXPECT_TRUE(altro.Notifiche().empty());

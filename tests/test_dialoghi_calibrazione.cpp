@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 #include <vector>
+#include <tuple>
 
 #include "digit.h"
 #include "dialogs/dialogo_digitalizza.h"
@@ -128,9 +129,7 @@ TEST_P(DigitalizzaTest, PressesFromTheReaderThread)
     EXPECT_EQ(aperto.titolo, "Calibrazione Griglia");
     EXPECT_EQ(aperto.Testo(2080), "1.23e-05");  // the digits it needs, not "0.000"
     EXPECT_EQ(aperto.Testo(2081), "0");         // and no negative zero
-    EXPECT_EQ(risultato, c.risultato);
-    EXPECT_EQ(x, c.x);
-    EXPECT_EQ(y, c.y);
+    EXPECT_EQ(std::make_tuple(risultato, x, y), std::make_tuple(c.risultato, c.x, c.y));
     EXPECT_EQ(Leggi(digitLink.ntfy), nullptr) << "the target is stopped on every way out";
     if (c.poi == TFine::esc) {
         EXPECT_EQ(dopoPressioni.Testo(2080), "1.23e-05") << "presses change nothing shown";

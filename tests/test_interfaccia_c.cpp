@@ -93,8 +93,7 @@ TEST(InterfacciaCTest, NoInfiniteGroundValueIsGivenAsASuccess)
     EXPECT_TRUE(std::isfinite(est) && std::isfinite(nord));
     est = nord = -7;
     EXPECT_EQ(velmarin_to_ground(t, 500, 2000, &est, &nord), 0);
-    EXPECT_EQ(est, -7);
-    EXPECT_EQ(nord, -7);
+    EXPECT_EQ(std::make_pair(est, nord), std::make_pair(-7.0, -7.0));
     velmarin_close(t);
 }
 
@@ -163,9 +162,8 @@ TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
     for (const auto& p : porte) {
         if (p.port != 9) continue;
         ++trovate;
-        EXPECT_EQ(std::string(p.device), lungo.substr(0, sizeof p.device - 1));
-        EXPECT_STREQ(p.description, "COM9, mapped");
-        EXPECT_EQ(p.busy, 0);
+        EXPECT_EQ(std::make_tuple(std::string(p.device), std::string(p.description), p.busy),
+                  std::make_tuple(lungo.substr(0, sizeof p.device - 1), std::string("COM9, mapped"), 0));
     }
     EXPECT_EQ(trovate, 1);
     // A list shorter than the ports: the rest is not written.
@@ -218,11 +216,10 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     }
     for (double r : v) EXPECT_EQ(r, 7);
     EXPECT_EQ(fuori.tipo, 42);
-    EXPECT_EQ(velmarin_model_name(0), nullptr);
-    EXPECT_EQ(velmarin_model_name(9), nullptr);
+    const char* nessuno = nullptr;
+    EXPECT_EQ(std::make_tuple(velmarin_model_name(0), velmarin_model_name(9), velmarin_function_name(3), velmarin_function_name(9)),
+              std::make_tuple(nessuno, nessuno, nessuno, nessuno));
     EXPECT_STREQ(velmarin_function_name(0), "-");
-    EXPECT_EQ(velmarin_function_name(3), nullptr);
-    EXPECT_EQ(velmarin_function_name(9), nullptr);
     ASSERT_EQ(velmarin_map_port(1, "/nonexistent/velmarin-tty"), 1);  // the first port is checked, not refused
     EXPECT_EQ(velmarin_check_port(1), 0);
     EXPECT_EQ(std::string(velmarin_last_error()).rfind("COM1 (/nonexistent/velmarin-tty): cannot be opened", 0), 0u);

@@ -142,11 +142,8 @@ TEST_F(ProcedureTest, ThreePointsGiveTheAffineMapAndAnsweringNoKeepsIt)
 
     utente.Rispondi(IDNO);
     EXPECT_TRUE(digit.CalibraGriglia(nullptr));
-    ASSERT_EQ(utente.Messaggi().size(), 1u);
-    EXPECT_EQ(utente.Messaggi()[0].testo,
-              "Tavoletta già calibrata \nContinuando si annulla la calibrazione precedente !\n\nContinuo ?");
-    EXPECT_EQ(utente.Messaggi()[0].titolo, "Calibrazione Griglia");
-    EXPECT_EQ(utente.Messaggi()[0].flags, MB_YESNO | MB_ICONQUESTION);
+    EXPECT_EQ(utente.Messaggi(), (std::vector<TMessaggio>{{nullptr, "Tavoletta già calibrata \nContinuando si annulla la calibrazione precedente !\n\nContinuo ?",
+                                                           "Calibrazione Griglia", MB_YESNO | MB_ICONQUESTION}}));
     EXPECT_EQ(utente.Beep(), std::vector<unsigned>{MB_ICONQUESTION});
     EXPECT_EQ(script.Chiusi().size(), dialoghi);
     AttesoA(1000, 400, 600, 240);

@@ -186,9 +186,9 @@ TEST_F(SceltaTest, TestWithoutLimitsShowsTheBox)
     EXPECT_THAT(Aperti(), ElementsAre(10043u));
     EXPECT_THAT(utente.Beep(), ElementsAre(48u));
     ASSERT_EQ(utente.Messaggi().size(), 1u);
-    EXPECT_EQ(utente.Messaggi()[0].titolo, "Scelta Tavoletta");
-    EXPECT_EQ(utente.Messaggi()[0].testo, "Per effettuare la prova \noccorre prima definire i limiti");
-    EXPECT_EQ(utente.Messaggi()[0].flags, 48u);
+    const TMessaggio m = utente.Messaggi()[0];  // owned by the selection dialog
+    EXPECT_EQ(std::make_tuple(m.titolo, m.testo, m.flags),
+              std::make_tuple("Scelta Tavoletta", "Per effettuare la prova \noccorre prima definire i limiti", 48u));
 }
 
 TEST_F(SceltaTest, CalibratedTabletAsksFirst)

@@ -21,8 +21,6 @@ done <<'TABELLA'
 --port 7 watch|2|port 7 is not COM1 to COM4
 --device /dev/null watch|2|--device needs --model
 --device /nonexistent/tty0 --model 2 watch|1|COM1 (/nonexistent/tty0): cannot be opened: No such file
---device /dev/null --model 2 watch|1|COM1 (/dev/null): not a serial line
---device /dev/ptmx --port 3 watch --model 2|1|COM3 (/dev/ptmx): not a serial line (a pseudo-terminal's master side
 calibrate|2|calibrate needs points or grid
 --limits 0,0,100|2|limits 0,0,100 are not X1,Y1,X2,Y2
 --limits 5,0,5,100|2|with X1 < X2
@@ -41,15 +39,6 @@ calibrate points|2|the dialogs need a terminal
 TABELLA
 
 avvia_sim --model 2 --step 20 --seconds 30 || exit 1
-
-# Locked by another program (here this shell), the device is refused as
-# busy; the lock goes with the descriptor.
-exec 4<>"$dispositivo"
-flock -n 4
-"$HOST" --device "$dispositivo" --model 2 watch --seconds 1 </dev/null >"$temp/out" 2>&1
-verifica "a held device ends with 1" test $? -eq 1
-verifica "a held device is called busy" contiene "$temp/out" "another process holds it"
-exec 4>&-
 
 # Held open by another process that took no lock (a terminal program, a
 # modem manager), the device opens, and the host names the holder.

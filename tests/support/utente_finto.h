@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,15 @@ struct TMessaggio {
     HWND owner;
     std::string testo, titolo;
     unsigned flags;
+    bool operator==(const TMessaggio& m) const
+    {
+        return owner == m.owner && testo == m.testo && titolo == m.titolo && flags == m.flags;
+    }
 };
+inline std::ostream& operator<<(std::ostream& os, const TMessaggio& m)
+{
+    return os << m.owner << " \"" << m.titolo << "\" \"" << m.testo << "\" " << m.flags;
+}
 
 class TUtenteFinto : public TInterfacciaUtente {
 public:
