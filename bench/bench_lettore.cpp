@@ -16,7 +16,7 @@
 
 #include "digit.h"
 #include "tablet/catalogo.h"
-#include "tests/support/tempo_lettore.h"
+#include "bench/tempo_lettore.h"
 #include "sim/tavoletta_pty.h"
 
 namespace {

@@ -26,7 +26,7 @@
 #if defined(_WIN32)
 #include <windows.h>
 #else
-#include "tests/support/tempo_lettore.h"
+#include "bench/tempo_lettore.h"
 #endif
 
 namespace {

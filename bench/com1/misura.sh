@@ -8,10 +8,10 @@
 #   e.g. bench/com1/misura.sh build/default build/win64
 set -u
 nativo=$(realpath "$1") win=$(realpath "$2")
-sim=$nativo/tests/velmarin_sim_comandata linux=$nativo/bench/velmarin_lettore_com1
+sim=$nativo/bench/velmarin_sim_comandata linux=$nativo/bench/velmarin_lettore_com1
 windows=$win/bench/velmarin_lettore_com1.exe prefisso=$win/wine-com1
 esegui_wine=$(dirname "$0")/../../cmake/esegui_wine.sh loader=/usr/lib/wine/wine64
-. "$(dirname "$0")/../../tests/wine/sim_com1.sh"
+. "$(dirname "$0")/sim_com1.sh"
 
 # Clock ticks of CPU the Wine server has used so far.
 tick_server() {
