@@ -40,7 +40,6 @@
 
 #include "link/iodev_info.h"
 #include "link/linea_win32.h"
-#include "link/servizi_comm_win32.h"
 #include "link/ultimo_errore.h"
 #include "reports/digit_link.h"
 
@@ -105,7 +104,7 @@ DWORD Leggi(std::uint8_t* buffer, DWORD quanti, DWORD limite)
     DWORD letti = 0;
     if (ReadFile(porta, buffer, quanti, &letti, &ovLettura)) return letti;
     if (GetLastError() != ERROR_IO_PENDING) {
-        serviziComm.ClearCommError(porta, nullptr, nullptr);
+        ClearCommError(porta, nullptr, nullptr);
         return 0;
     }
     const HANDLE oggetti[] = {ovLettura.hEvent, H(devInfo->sveglia)};
@@ -115,7 +114,7 @@ DWORD Leggi(std::uint8_t* buffer, DWORD quanti, DWORD limite)
         if (atteso == WAIT_OBJECT_0 + 1) SetEvent(oggetti[1]);
     }
     if (Completa(porta, ovLettura, letti) || GetLastError() == ERROR_OPERATION_ABORTED) return letti;
-    serviziComm.ClearCommError(porta, nullptr, nullptr);
+    ClearCommError(porta, nullptr, nullptr);
     return 0;
 }
 
@@ -141,7 +140,7 @@ public:
     TEsito AttendiPorta(int ms) override
     {
         DWORD maschera = 0, n = 0;
-        if (serviziComm.WaitCommEvent(porta, &maschera, &ov)) return byte;
+        if (WaitCommEvent(porta, &maschera, &ov)) return byte;
         // A wait refused on a port that cannot even say its state is a port
         // that has gone (an adapter pulled).
         if (GetLastError() != ERROR_IO_PENDING) return ClearCommError(porta, nullptr, nullptr) ? byte : guasto;
@@ -171,15 +170,13 @@ DWORD WINAPI AvvioLettore(LPVOID link) { return IODevThread(static_cast<TDigitLi
 
 }  // namespace
 
-TServiziComm serviziComm = {::ClearCommError, ::WaitCommEvent};
-
 void SvuotaCode(const TIODevInfo& d) { PurgeComm(H(d.hCom), tutteLeCode); }
 
 bool PortaGuasta(const TIODevInfo& d)
 {
     DWORD errori = 0;
     COMSTAT stato{};
-    return !serviziComm.ClearCommError(H(d.hCom), &errori, &stato);  // the device is gone
+    return !ClearCommError(H(d.hCom), &errori, &stato);  // the device is gone
 }
 
 void SvegliaLettore(const TIODevInfo& d)
@@ -342,7 +339,7 @@ std::uint32_t IODevRead(std::uint8_t* buffer, std::uint32_t massimo)
     if (!devInfo || devInfo->hCom == nessunOggetto || massimo == 0) return 0;
     COMSTAT stato{};
     DWORD errori = 0;
-    serviziComm.ClearCommError(Porta(), &errori, &stato);
+    ClearCommError(Porta(), &errori, &stato);
     if (stato.cbInQue > 0) return Leggi(buffer, std::min<DWORD>(massimo, stato.cbInQue), attesaPrimoByte);
     return LeggiQuantoCe(buffer, massimo);
 }
@@ -354,7 +351,7 @@ int IODevWrite(const void* buffer, std::uint32_t quanti)
     DWORD scritti = 0;
     if (WriteFile(Porta(), buffer, quanti, &scritti, &ovScrittura)) return 1;
     if (GetLastError() == ERROR_IO_PENDING && Completa(Porta(), ovScrittura, scritti)) return 1;
-    serviziComm.ClearCommError(Porta(), nullptr, nullptr);
+    ClearCommError(Porta(), nullptr, nullptr);
     return 0;
 }
 
