@@ -25,8 +25,6 @@ righe=$(blocco_leggimi "$sorgenti/README.md" "host C per Windows" | grep -F -- "
 echo "+ $righe"
 bash -e -c "$righe" || { echo "FAIL the README's build line"; exit 1; }
 [ -f "build/$cartella/host_c_mingw.exe" ] || { echo "FAIL no host_c_mingw.exe"; exit 1; }
-rm -f "build/$cartella/host_c_mingw.exe"
-bash -e -c "$righe"  # again, for the Wine run below
 
 if [ "$cartella" = win32 ]; then echo "built; no 32-bit Wine here to run it"; exit 0; fi
 [ -x "$linux/tools/velmarin-sim" ] || { echo "no Linux build with velmarin-sim: skipped"; exit 77; }
