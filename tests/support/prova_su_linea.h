@@ -4,7 +4,6 @@
 #define VELMARIN_TEST_PROVA_SU_LINEA_H
 
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
 
 #include "digit.h"
 #include "link/iodev.h"
@@ -25,13 +24,6 @@ inline TDataDigit DatiModello(int tipo, int porta, int reset = 1)
     d.reset = static_cast<std::int16_t>(reset);
     d.risoluzione = 1;
     return d;
-}
-
-// Bytes that have reached the open port and wait there to be read.
-inline int InCoda()
-{
-    int n = 0;
-    return ioctl(static_cast<int>(devInfo->hCom), FIONREAD, &n) == 0 ? n : 0;
 }
 
 class TProvaSuLinea : public ::testing::Test {

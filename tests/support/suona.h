@@ -6,12 +6,6 @@
 #include "sim/tavoletta_pty.h"
 #include "registratore.h"
 
-// Waits until the target has heard `quante` notifications in all, at most 5 s.
-inline bool AttendiNotifiche(const TRegistratore& reg, std::size_t quante)
-{
-    return AttendiFinche([&] { return reg.Notifiche().size() >= quante; });
-}
-
 // Sends a state until the target has heard `quante` notifications in all; false if a send fails.
 inline bool SuonaFinoA(TTavolettaPty& sim, int tipo, const TStatoPuntatore& stato, std::size_t lunghezza,
                        const TRegistratore& reg, std::size_t quante)

@@ -18,7 +18,6 @@ public:
     ~TTickFinto() { ImpostaSorgenteTick(nullptr); }
 
     std::uint32_t Adesso() const { return contatore().load(); }  // without moving it
-    void Avanza(std::uint32_t ms) { contatore() += ms; }        // as if that much time had passed
 
 private:
     static std::atomic<std::uint32_t>& contatore()
