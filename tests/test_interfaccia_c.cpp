@@ -206,6 +206,7 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
         {"velmarin_model_setup: `out` is null", [&] { return velmarin_model_setup(5, nullptr); }},
         {"velmarin_map_port: port 0: the ports are 1 to 255", [&] { return velmarin_map_port(0, "x"); }},
         {"velmarin_map_port: port 256: the ports are 1 to 255", [&] { return velmarin_map_port(256, "x"); }},
+        {"velmarin_check_port: port 256: the ports are 1 to 255", [&] { return velmarin_check_port(256); }},
         {"velmarin_configure: `setup` is null", [&] { return velmarin_configure(t, nullptr); }},
         {"velmarin_digitize: the tablet is null", [&] { return velmarin_digitize(nullptr, nullptr, nullptr) ? 1 : 0; }},
     };
