@@ -236,6 +236,7 @@ class SenzaLinea(unittest.TestCase):
     def test_bad_arguments_are_refused_clearly(self):
         casi = [
             (ValueError, "model must be 1 to 8", lambda: velmarin.Tablet(model=9)),
+            (TypeError, "port must be an integer, not True", lambda: velmarin.check_port(True)),
             (TypeError, "unknown tablet setting 'colore'", lambda: velmarin.Tablet(model=1, colore=2)),
             (ValueError, "velocita must be", lambda: velmarin.Tablet(model=1, velocita=99999)),
             (ValueError, "port must be 1 to 255", lambda: velmarin.map_port(0, "/dev/null")),
