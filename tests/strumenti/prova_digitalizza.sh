@@ -91,7 +91,7 @@ calibra() {
             attendi "Type, Backspace: erase"
             tmux send-keys -t "$sessione" Tab Tab Tab Enter
             attendi "The 2 points taken will be lost."
-            tmux send-keys -t "$sessione" n Tab
+            tmux send-keys -t "$sessione" N Tab  # Shift held: still no
         fi
         tmux send-keys -t "$sessione" "$3" Tab "$4" Enter
         attendi "Digitalizza il Punto"
