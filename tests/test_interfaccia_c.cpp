@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "support/tick_finto.h"
@@ -176,7 +177,8 @@ TEST(InterfacciaCTest, AMappedPortIsListedWithItsNumber)
 }
 
 // On a calibrated tablet every null result pointer and every argument out of
-// its range is refused with its reason, and no result is written.
+// its range is refused with its reason, and no result is written; so is a
+// report of an uncalibrated one, and a report fills no more than its room.
 TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
 {
     TDataDigit d{};
@@ -190,6 +192,7 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     double v[4] = {7, 7, 7, 7};
     TDataDigit fuori{};
     fuori.tipo = 42;
+    velmarin_tablet* nuova = velmarin_open(nullptr);
     const struct {
         const char* perche;
         std::function<int()> chiamata;
@@ -208,6 +211,8 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
         {"velmarin_map_port: port 256: the ports are 1 to 255", [&] { return velmarin_map_port(256, "x"); }},
         {"velmarin_check_port: port 256: the ports are 1 to 255", [&] { return velmarin_check_port(256); }},
         {"velmarin_configure: `setup` is null", [&] { return velmarin_configure(t, nullptr); }},
+        {"velmarin_fit_report: no calibration in force, or its points are not known",
+         [&] { return velmarin_fit_report(nuova, nullptr, nullptr, 0); }},
         {"velmarin_digitize: the tablet is null", [&] { return velmarin_digitize(nullptr, nullptr, nullptr) ? 1 : 0; }},
     };
     for (const auto& c : casi) {
@@ -217,6 +222,10 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     }
     for (double r : v) EXPECT_EQ(r, 7);
     EXPECT_EQ(fuori.tipo, 42);
+    velmarin_point_residual residui[2]{};
+    residui[1].x = -1;  // beyond the room the host gave: left as it was
+    EXPECT_EQ(velmarin_fit_report(t, nullptr, residui, 1), 3);
+    EXPECT_EQ(std::make_pair(residui[0].x, residui[1].x), std::make_pair(0, -1));
     const char* nessuno = nullptr;
     EXPECT_EQ(std::make_tuple(velmarin_model_name(0), velmarin_model_name(9), velmarin_function_name(3), velmarin_function_name(9)),
               std::make_tuple(nessuno, nessuno, nessuno, nessuno));
@@ -225,6 +234,7 @@ TEST(InterfacciaCTest, EachNullResultAndEachArgumentOutOfRangeIsRefused)
     EXPECT_EQ(velmarin_check_port(1), 0);
     EXPECT_EQ(std::string(velmarin_last_error()).rfind("COM1 (/nonexistent/velmarin-tty): cannot be opened", 0), 0u);
     velmarin_map_port(1, nullptr);
+    velmarin_close(nuova);
     velmarin_close(t);
 }
 
