@@ -146,6 +146,8 @@ class SuUnaLinea(unittest.TestCase):
             t.connect()
             with self.assertRaisesRegex(ValueError, "free_distance must be above 0"):
                 t.digitize(free_distance=0)
+            with self.assertRaisesRegex(TypeError, "closing_tolerance must be a finite number, not inf"):
+                t.digitize(closing_tolerance=float("inf"))
 
             def premi(x, y, b, n):
                 self.pty.mostra(x, y, 0)
