@@ -180,6 +180,13 @@ TEST(Impagina, UnDialogoTagliatoScorreAlFuocoERiempieLoSchermo)
     }
 }
 
+// A text goes to a new line at a space only where the next word would not fit.
+TEST(Impagina, UnTestoVaACapoSoloDoveNonSta)
+{
+    EXPECT_EQ(APiuRighe("abc de", 6), (std::vector<std::string>{"abc de"}));
+    EXPECT_EQ(APiuRighe("abc def gh", 6), (std::vector<std::string>{"abc", "def gh"}));
+}
+
 TEST(TestoReale, LeCifreCheServono)
 {
     const std::pair<double, const char*> casi[] = {{1.23e-5, "1.23e-05"}, {-0.0, "0"},          {127.5, "127.5"},
