@@ -1,8 +1,8 @@
 #!/bin/bash
 # The README's lines for a C host on Windows, run as written in a scratch tree
 # laid out as it assumes: MinGW builds the sample host; in the 64-bit build
-# Wine runs it twice against a simulated tablet (skipped without a Linux build).
-#
+# Wine runs it twice against a simulated tablet, then against a polled one
+# (skipped without a Linux build).
 # usage: prova_leggimi.sh SOURCES BUILD ARCHITECTURE LINUX_BUILD
 set -u
 . "$(dirname "$0")/../support/blocco_leggimi.sh"
