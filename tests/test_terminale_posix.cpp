@@ -143,7 +143,8 @@ TEST(Impagina, OgniDialogoSta80Per24)
         TContenutoSchermo primo = c;  // the first control focused: the caret stands in it if an entry
         primo.fuoco = PrimoFuoco(c.stato);
         const TSchermata p = Impagina(primo, 80, 24);
-        const bool entrata = c.stato.elementi[static_cast<std::size_t>(primo.fuoco)].tipo == TTipoElemento::edit;
+        const bool entrata =  // none takes it in the dialog that only waits for a press
+            primo.fuoco >= 0 && c.stato.elementi[static_cast<std::size_t>(primo.fuoco)].tipo == TTipoElemento::edit;
         EXPECT_EQ(p.rigaCursore, entrata ? p.rigaFuoco : -1);
 
         c.riquadro = {"+= Scelta Tavoletta =============================================+",
