@@ -6,8 +6,8 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <vector>
 #include <utility>
+#include <vector>
 
 #include "sim/tavoletta_pty.h"
 #include "support/digit_accesso.h"

@@ -5,8 +5,8 @@
 #include <climits>
 #include <ostream>
 #include <string>
-#include <vector>
 #include <tuple>
+#include <vector>
 
 #include "digit.h"
 #include "dialogs/dialogo_digitalizza.h"

@@ -29,6 +29,4 @@ TEST(CoefficientiOmogTest, StopsAtTheFirstUnsolvableCell)
     EXPECT_EQ(coef[1][1][0], -7.0);
 }
 
-// Every node of regular grids of every size maps back; a count above the tables is cut to them.
-
 }  // namespace

@@ -1,8 +1,6 @@
 // The serial layer on pseudo-terminals: record, line settings, exclusivity.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <string>
 #include <tuple>
 

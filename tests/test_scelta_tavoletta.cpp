@@ -186,7 +186,7 @@ TEST_F(SceltaTest, TestWithoutLimitsShowsTheBox)
     EXPECT_THAT(Aperti(), ElementsAre(10043u));
     EXPECT_THAT(utente.Beep(), ElementsAre(48u));
     ASSERT_EQ(utente.Messaggi().size(), 1u);
-    const TMessaggio m = utente.Messaggi()[0];  // owned by the selection dialog
+    const TMessaggio m = utente.Messaggi()[0];  // its owner, the closed dialog, has no handle left to compare
     EXPECT_EQ(std::make_tuple(m.titolo, m.testo, m.flags),
               std::make_tuple("Scelta Tavoletta", "Per effettuare la prova \noccorre prima definire i limiti", 48u));
 }

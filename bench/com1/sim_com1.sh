@@ -4,7 +4,7 @@
 # mapped to its device.
 #
 # Needs $prefisso, $esegui_wine, $loader and $sim (and $linux, if set): these
-# two come from a Linux build of the tree; without one it gives up.
+# two come from a Linux build of the tree; without one it stops (77).
 # Sets $temp, and $dispositivo once the tablet runs. Everything goes on exit.
 for programma in "$sim" ${linux:+"$linux"}; do
     [ -x "$programma" ] || { echo "no Linux build with $programma: skipped"; exit 77; }

@@ -27,10 +27,6 @@ public:
     static std::int32_t*** AngoliY(CDigit& d) { ScartaIndice(d); return d.angoliY; }
 
     // Calibration mathematics.
-    static bool CalcoloCoefficientiPtSparsi(CDigit& d, double* x, double* y, double* est, double* nord, int n)
-    {
-        return d.CalcoloCoefficientiPtSparsi(x, y, est, nord, n);
-    }
     static bool CalcoloCoefOmog(CDigit& d, std::int32_t* x, std::int32_t* y, double* est, double* nord, double* coef)
     {
         return d.CalcoloCoefOmog(x, y, est, nord, coef);

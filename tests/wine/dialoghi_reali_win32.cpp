@@ -18,8 +18,10 @@ namespace {
 HWND Attendi(const wchar_t* titolo)
 {
     HWND h = nullptr;
-    const auto aperto = [&] { return (h = FindWindowW(L"#32770", titolo)) && IsWindowVisible(h); };
-    return AttendiFinche([&] { return aperto() && IsWindowEnabled(h); }, std::chrono::seconds(60)) ? h : nullptr;
+    const auto aperto = [&] {
+        return (h = FindWindowW(L"#32770", titolo)) && IsWindowVisible(h) && IsWindowEnabled(h);
+    };
+    return AttendiFinche(aperto, std::chrono::seconds(60)) ? h : nullptr;
 }
 
 bool Attivo(HWND d, int id) { return IsWindowEnabled(GetDlgItem(d, id)) != FALSE; }

@@ -36,10 +36,12 @@ export WINEPREFIX="$temp/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 # the polled model 4, whose polls the reader writes while it reads answers.
 wine_righe=$(blocco_leggimi "$sorgenti/README.md" "host C sotto Wine")
 ospite=$(printf '%s\n' "$wine_righe" | tail -n 1)
+interrogata=${wine_righe//--model 2/--model 4}
+[ "$interrogata" != "$wine_righe" ] || { echo "FAIL the README's Wine lines no longer play model 2"; exit 1; }
 printf '+ %s\n' "$wine_righe"
 setsid bash -e -c "$wine_righe
 $ospite
-${wine_righe//--model 2/--model 4}" >uscita.txt 2>&1 </dev/null &
+$interrogata" >uscita.txt 2>&1 </dev/null &
 pid_sim=$!
 wait "$pid_sim"
 esito=$?
